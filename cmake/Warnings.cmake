@@ -1,0 +1,15 @@
+# What every target of this project is compiled with. Fetched or system code is not compiled with these.
+add_library(v5warnings INTERFACE)
+target_compile_options(v5warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+  -Wformat=2 -Wundef -Werror)
+if(V5_SANITIZE)
+  target_compile_options(v5warnings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                         -fno-omit-frame-pointer)
+  target_link_options(v5warnings INTERFACE -fsanitize=address,undefined)
+endif()
+if(WIN32)
+  target_compile_definitions(v5warnings INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX
+                             _WIN32_WINNT=0x0601 STRICT)
+  target_link_options(v5warnings INTERFACE -static)
+endif()
