@@ -1,0 +1,58 @@
+// What the product asks of the Windows Installer, and the look-ups that the release number, the support information
+// and the help launcher share.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/MessageSink.h"
+
+namespace v5 {
+
+// A query that failed: the number and description as the installer gives them (an automation status, or the number
+// that its error information carries).
+class InstallerFailure : public std::exception {
+  public:
+    InstallerFailure(std::int32_t number, std::wstring description)
+        : number_(number), description_(std::move(description)) {}
+
+    const char* what() const noexcept override { return "a Windows Installer query failed"; }
+    std::int32_t Number() const { return number_; }
+    const std::wstring& Description() const { return description_; }
+
+  private:
+    std::int32_t number_;
+    std::wstring description_;
+};
+
+// Port: the Windows Installer. Every member throws InstallerFailure when the installer is missing or refuses.
+class InstallerQueries {
+  public:
+    virtual ~InstallerQueries() = default;
+
+    // The codes of the installed products that belong to an upgrade code, in the installer's order; empty when there
+    // are none. All codes are GUIDs in braces, upper case.
+    virtual std::vector<std::wstring> RelatedProducts(std::wstring_view upgradeCode) = 0;
+
+    // An attribute of an installed product, such as "InstalledProductName".
+    virtual std::wstring ProductInfo(std::wstring_view productCode, std::wstring_view attribute) = 0;
+
+    // The path of the key file of an installed component; empty when the product does not hold it.
+    virtual std::wstring ComponentPath(std::wstring_view productCode, std::wstring_view componentCode) = 0;
+};
+
+// The first product that the installer relates to the upgrade code; empty when there is none, and then `sink` (null:
+// nobody listens) gets "<tag>: Cannot find installed product code for upgrade code '<code>'". Throws InstallerFailure.
+std::wstring FirstRelatedProduct(InstallerQueries& installer, MessageSink* sink, std::wstring_view tag,
+                                 std::wstring_view upgradeCode);
+
+// Name and install date (as the installer keeps it, YYYYMMDD) of the first product related to the upgrade code; empty
+// with the message STR-0146 when there is none. Both throw InstallerFailure.
+std::wstring InstalledProductName(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode);
+std::wstring InstallDate(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode);
+
+}  // namespace v5
