@@ -1,0 +1,84 @@
+# Interface definitions (idl/) become C++ headers, identifiers and type libraries.
+#
+#   v5_interfaces(TARGET IDL [TYPE_LIBRARY] [USES target...] [EMPTY_TEXT_DEFAULTS Interface.Method.parameter...])
+#
+# makes the static library TARGET, which carries the identifiers (IID_…, CLSID_…, LIBID_…) and the folder of the
+# generated header `<name of IDL>.h`. Link to it and include the header; it belongs in automation classes and clients
+# only, since its enumerators (Unknown, Enabled …) are global names.
+#   TYPE_LIBRARY         the IDL holds a library: also make `<build folder>/<name of IDL>.tlb` (also the target's
+#                        property V5_TYPE_LIBRARY)
+#   USES                 targets of the IDL files that this one imports
+#   EMPTY_TEXT_DEFAULTS  by-reference text parameters whose default is the empty text (see tools/build/GiveTextDefault.cpp)
+
+# widl comes in two copies that differ in their name only; the width of the library is chosen by an option.
+find_program(V5_WIDL NAMES ${MINGW_TRIPLET}-widl x86_64-w64-mingw32-widl widl)
+if(NOT V5_WIDL)
+  message(FATAL_ERROR "The interface compiler widl is missing: install the package mingw-w64-tools.")
+endif()
+find_path(V5_IDL_INCLUDE oaidl.idl NO_CMAKE_FIND_ROOT_PATH
+          PATHS /usr/include/wine/wine/windows /usr/include/wine/windows /usr/include/wine-development/windows)
+if(NOT V5_IDL_INCLUDE)
+  message(FATAL_ERROR "The system's interface definitions (oaidl.idl) are missing: install the package libwine-dev.")
+endif()
+find_path(V5_STDOLE_FOLDER stdole2.tlb NO_CMAKE_FIND_ROOT_PATH
+          PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/wine/x86_64-windows /usr/lib64/wine/x86_64-windows)
+if(NOT V5_STDOLE_FOLDER)
+  message(FATAL_ERROR "The standard type library (stdole2.tlb) is missing: install the package libwine.")
+endif()
+find_program(V5_HOST_CXX NAMES c++ g++ clang++)
+if(NOT V5_HOST_CXX)
+  message(FATAL_ERROR "A C++ compiler for this machine is missing: install the package g++.")
+endif()
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(V5_WIDL_WIDTH --win64)
+else()
+  set(V5_WIDL_WIDTH --win32)
+endif()
+set(V5_IDL_OUTPUT "${CMAKE_BINARY_DIR}/idl")
+file(MAKE_DIRECTORY "${V5_IDL_OUTPUT}")
+file(GLOB V5_IDL_FILES CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/idl/*")
+
+set(V5_GIVE_TEXT_DEFAULT "${V5_IDL_OUTPUT}/give-text-default")
+add_custom_command(OUTPUT "${V5_GIVE_TEXT_DEFAULT}"
+  COMMAND "${V5_HOST_CXX}" -std=c++20 -O1 -Wall -Wextra -Werror -o "${V5_GIVE_TEXT_DEFAULT}"
+          "${CMAKE_SOURCE_DIR}/tools/build/GiveTextDefault.cpp"
+  DEPENDS "${CMAKE_SOURCE_DIR}/tools/build/GiveTextDefault.cpp" VERBATIM
+  COMMENT "Building give-text-default for this machine")
+
+function(v5_interfaces target idl)
+  cmake_parse_arguments(arg "TYPE_LIBRARY" "" "USES;EMPTY_TEXT_DEFAULTS" ${ARGN})
+  get_filename_component(idl "${idl}" ABSOLUTE BASE_DIR "${CMAKE_SOURCE_DIR}")
+  get_filename_component(name "${idl}" NAME_WE)
+  set(widl "${V5_WIDL}" ${V5_WIDL_WIDTH} "-I${CMAKE_SOURCE_DIR}/idl" "-I${V5_IDL_INCLUDE}" "-L${V5_STDOLE_FOLDER}")
+  set(header "${V5_IDL_OUTPUT}/${name}.h")
+  set(identifiers "${V5_IDL_OUTPUT}/${name}_i.cpp")
+  set(library "${CMAKE_BINARY_DIR}/${name}.tlb")
+
+  add_custom_command(OUTPUT "${header}" "${identifiers}"
+    COMMAND ${widl} -h -o "${header}" "${idl}"
+    COMMAND ${widl} -u -o "${identifiers}" "${idl}"
+    DEPENDS ${V5_IDL_FILES} VERBATIM COMMENT "Generating ${name}.h")
+  set_source_files_properties("${identifiers}" PROPERTIES COMPILE_OPTIONS -w)
+  add_library(${target} STATIC "${identifiers}" "${header}")
+  target_include_directories(${target} SYSTEM PUBLIC "${V5_IDL_OUTPUT}")
+  target_link_libraries(${target} PUBLIC ${arg_USES})
+
+  if(arg_TYPE_LIBRARY)
+    set(defaults)
+    foreach(parameter IN LISTS arg_EMPTY_TEXT_DEFAULTS)
+      list(APPEND defaults COMMAND "${V5_GIVE_TEXT_DEFAULT}" "${library}" "${parameter}")
+    endforeach()
+    add_custom_command(OUTPUT "${library}"
+      COMMAND ${widl} -t -o "${library}" "${idl}"
+      ${defaults}
+      DEPENDS ${V5_IDL_FILES} "${V5_GIVE_TEXT_DEFAULT}" VERBATIM COMMENT "Generating ${name}.tlb")
+    add_custom_target(${target}_tlb ALL DEPENDS "${library}")
+    add_dependencies(${target} ${target}_tlb)
+    set_target_properties(${target} PROPERTIES V5_TYPE_LIBRARY "${library}")
+  endif()
+endfunction()
+
+v5_interfaces(v5messages idl/V5Msgs.idl)
+v5_interfaces(v5contract idl/V5Strings.idl TYPE_LIBRARY USES v5messages
+  EMPTY_TEXT_DEFAULTS _NimboSecurity.CheckUserPrivilegeLevelEx.strErrorMsg)
