@@ -82,3 +82,4 @@ endfunction()
 v5_interfaces(v5messages idl/V5Msgs.idl)
 v5_interfaces(v5contract idl/V5Strings.idl TYPE_LIBRARY USES v5messages
   EMPTY_TEXT_DEFAULTS _NimboSecurity.CheckUserPrivilegeLevelEx.strErrorMsg)
+v5_interfaces(v5dbil idl/V5DBIL.idl TYPE_LIBRARY)
