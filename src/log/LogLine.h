@@ -1,0 +1,42 @@
+// One line of a log file, built in place: the same storage serves every line, so that writing allocates nothing once
+// the longest line has been seen.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "base/Dates.h"
+
+namespace v5 {
+
+class AnsiEncoder;
+
+class LogLine {
+  public:
+    // `encoder` outlives the line; it is asked only for text that is not plain ASCII.
+    explicit LogLine(const AnsiEncoder& encoder) : encoder_(encoder) {}
+
+    // Starts the next line.
+    LogLine& Begin();
+
+    // The tick field: the millisecond tick without its top bit, in decimal, blanks up to 13 columns.
+    LogLine& Tick(std::uint32_t tickMilliseconds);
+
+    // The date and time on a 12-hour clock, "2014-03-05 02:07:09 PM".
+    LogLine& Stamp(const CivilDateTime& time);
+
+    // Any text, one byte for each unit; line breaks and null characters inside stay as they are.
+    LogLine& Text(std::wstring_view text);
+
+    // Ends the line with a carriage return and a line feed. The bytes are valid until the next Begin.
+    std::string_view End();
+
+  private:
+    const AnsiEncoder& encoder_;
+    std::string bytes_;
+    CivilDateTime stampTime_;
+    std::string stamp_;  // of stampTime_: lines of the same second share it
+};
+
+}  // namespace v5

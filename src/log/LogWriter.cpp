@@ -1,0 +1,118 @@
+#include "log/LogWriter.h"
+
+#include <new>
+
+#include "log/LogHeader.h"
+
+namespace v5 {
+
+namespace {
+
+std::wstring CompletePath(std::wstring_view filename, const LogHost& host) {
+    const bool hasFolder = filename.find(L'\\') != std::wstring_view::npos;
+    return hasFolder ? std::wstring(filename) : host.LibraryFolder() + L"\\" + std::wstring(filename);
+}
+
+std::wstring OpenErrorText(std::uint32_t code, const LogHost& host) {
+    const std::wstring text = host.SystemErrorText(code);
+    return text.empty() ? L"Error not found (code " + std::to_wstring(code) + L")." : text;
+}
+
+}  // namespace
+
+LogWriter::~LogWriter() {
+    Write(L"**Log file closing because LogFile instance is terminating**");
+    Stop();
+}
+
+bool LogWriter::Start(std::wstring_view filename, std::wstring_view title, const LogOptions& options) {
+    Stop();
+    filename_ = CompletePath(filename, host_);
+    error_.clear();
+    options_ = options;
+    gap_.Expect(options.maxTimeGapSeconds);
+    if (const std::uint32_t code = file_.Open(filename_); code != 0) {
+        error_ = OpenErrorText(code, host_);
+        return false;
+    }
+    file_.SeekToEnd();
+    WriteFrameLine(L"** START Vantor log file  ");  // two blanks here, one at the end of the run: published so
+    if (!title.empty()) {
+        for (const std::wstring& line : LogHeader(host_, title, clock_.LocalNow(), filename_)) {
+            Write(line);
+        }
+        Write(L"");
+    }
+    return true;
+}
+
+void LogWriter::Stop() noexcept {
+    if (!IsActive()) {
+        return;
+    }
+    try {
+        WriteFrameLine(L"** END Vantor log file ");
+    } catch (...) {  // the run ends all the same
+    }
+    file_.Close();
+}
+
+void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
+    if (!IsActive()) {
+        return;
+    }
+    try {
+        ReportTimeGap();
+        line_.Begin();
+        if (options_.showMilliseconds) {
+            line_.Tick(clock_.TickMilliseconds());
+        }
+        if (options_.showTimestamp) {
+            line_.Stamp(clock_.LocalNow()).Text(L"  ");
+        }
+        file_.Write(line_.Text(text).End());
+        if (flushToDisk) {
+            Flush();
+        }
+    } catch (...) {
+        KeepFailure();
+        Stop();
+    }
+}
+
+void LogWriter::Flush() {
+    if (IsActive()) {
+        file_.FlushToDisk();
+    }
+}
+
+void LogWriter::WriteFrameLine(std::wstring_view before) {
+    file_.Write(line_.Begin().Text(before).Stamp(clock_.LocalNow()).Text(L" **").End());
+}
+
+void LogWriter::ReportTimeGap() {
+    if (!gap_.IsWatching()) {
+        return;
+    }
+    if (const auto seconds = gap_.Note(clock_.TickMilliseconds())) {
+        line_.Begin().Text(L"---- ").Text(std::to_wstring(*seconds)).Text(L" seconds since previous write");
+        file_.Write(line_.End());
+    }
+}
+
+// Keeps the failure that is being handled, by the numbers that automation clients know.
+void LogWriter::KeepFailure() noexcept {
+    try {
+        try {
+            throw;
+        } catch (const std::bad_alloc&) {
+            error_ = L"7, Out of memory";
+        } catch (...) {
+            error_ = L"5, Invalid procedure call or argument";
+        }
+    } catch (...) {
+        error_.clear();  // not even room for the text
+    }
+}
+
+}  // namespace v5
