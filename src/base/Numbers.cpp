@@ -1,0 +1,243 @@
+#include "base/Numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "base/Text.h"
+
+namespace v5 {
+
+namespace {
+
+bool IsDigit(wchar_t c) {
+    return c >= L'0' && c <= L'9';
+}
+
+bool IsBlank(wchar_t c) {
+    constexpr std::wstring_view kBlanks = L" \t\n\v\f\r\x85\xA0\x1680\x2028\x2029\x202F\x205F\x3000";
+    return kBlanks.find(c) != std::wstring_view::npos || (c >= 0x2000 && c <= 0x200A);
+}
+
+// The value of a digit of bases up to 16, or 16 when `c` is none.
+unsigned DigitValue(wchar_t c) {
+    if (IsDigit(c)) {
+        return static_cast<unsigned>(c - L'0');
+    }
+    const wchar_t upper = ToUpper(c);
+    return upper >= L'A' && upper <= L'F' ? static_cast<unsigned>(upper - L'A') + 10 : 16;
+}
+
+// Reads one numeric text from left to right. `Scan` is false when the text is not a number.
+class NumberScanner {
+  public:
+    explicit NumberScanner(std::wstring_view text) : rest_(text) {}
+
+    std::optional<double> Scan() {
+        ScanLeadingMarks();
+        const std::optional<double> value = StartsRadix() ? ScanRadixDigits() : ScanDecimal();
+        if (!value) {
+            return std::nullopt;
+        }
+        ScanTrailingMarks();
+        if (!rest_.empty() || parenthesis_ == Mark::kOpen) {
+            return std::nullopt;
+        }
+        // The run-time gives &H and &O texts their own sign and passes over any other.
+        return negative_ && !radix_ ? -*value : value;
+    }
+
+  private:
+    enum class Mark { kNone, kOpen, kClosed };
+
+    wchar_t Next() const { return rest_.empty() ? L'\0' : rest_.front(); }
+    void Skip(size_t count = 1) { rest_.remove_prefix(count); }
+
+    // Takes a mark that may stand once in front of or behind the digits.
+    bool TakeOnce(wchar_t mark, bool& seen) {
+        if (seen || Next() != mark) {
+            return false;
+        }
+        seen = true;
+        Skip();
+        return true;
+    }
+
+    bool TakeSignBlankOrCurrency() {
+        if (IsBlank(Next())) {
+            Skip();
+            return true;
+        }
+        if (TakeOnce(L'-', minus_)) {
+            negative_ = true;
+            return true;
+        }
+        return TakeOnce(L'+', plus_) || TakeOnce(L'$', currency_);
+    }
+
+    void ScanLeadingMarks() {
+        while (true) {
+            if (parenthesis_ == Mark::kNone && Next() == L'(') {
+                parenthesis_ = Mark::kOpen;
+                Skip();
+            } else if (!TakeSignBlankOrCurrency()) {
+                return;
+            }
+        }
+    }
+
+    void ScanTrailingMarks() {
+        while (true) {
+            if (parenthesis_ == Mark::kOpen && Next() == L')') {
+                parenthesis_ = Mark::kClosed;
+                negative_ = true;
+                Skip();
+            } else if (!TakeSignBlankOrCurrency()) {
+                return;
+            }
+        }
+    }
+
+    bool StartsRadix() {
+        if (rest_.size() < 2 || rest_[0] != L'&') {
+            return false;
+        }
+        const wchar_t kind = ToUpper(rest_[1]);
+        radix_ = kind == L'H' ? 16 : kind == L'O' ? 8 : 0;
+        return radix_ != 0;
+    }
+
+    std::optional<double> ScanRadixDigits() {
+        Skip(2);
+        const std::uint64_t max_before_digit = std::numeric_limits<std::uint64_t>::max() / radix_;
+        std::uint64_t value = 0;
+        bool any = false;
+        for (; DigitValue(Next()) < radix_; Skip()) {
+            if (value > max_before_digit) {
+                return std::nullopt;
+            }
+            value = value * radix_ + DigitValue(Next());
+            any = true;
+        }
+        if (!any) {
+            return std::nullopt;
+        }
+        if (value <= std::numeric_limits<std::uint32_t>::max()) {
+            return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+        }
+        return static_cast<double>(value);
+    }
+
+    std::optional<double> ScanDecimal() {
+        std::string digits;  // without leading zeros and without the decimal point
+        std::int64_t power = 0;
+        bool any = false;
+        bool fraction = false;
+        for (;; Skip()) {
+            const wchar_t c = Next();
+            if (IsDigit(c)) {
+                any = true;
+                power -= fraction ? 1 : 0;
+                if (!digits.empty() || c != L'0') {
+                    digits.push_back(static_cast<char>(c));
+                }
+            } else if (c == L'.' && !fraction) {
+                fraction = true;
+            } else if (c != L',' || !any) {
+                break;
+            }
+        }
+        if (!any || !ScanExponent(power)) {
+            return std::nullopt;
+        }
+        return Compose(digits, power);
+    }
+
+    // Adds the exponent, if there is one, to `power`; false when it has no digits.
+    bool ScanExponent(std::int64_t& power) {
+        const wchar_t mark = ToUpper(Next());
+        if (mark != L'E' && mark != L'D') {
+            return true;
+        }
+        Skip();
+        const bool negative = Next() == L'-';
+        if (negative || Next() == L'+') {
+            Skip();
+        }
+        if (!IsDigit(Next())) {
+            return false;
+        }
+        constexpr std::int64_t kBeyondAnyText = 1'000'000'000'000;  // more than the digits of any text can balance
+        std::int64_t exponent = 0;
+        for (; IsDigit(Next()); Skip()) {
+            exponent = std::min(exponent * 10 + (Next() - L'0'), kBeyondAnyText);
+        }
+        power += negative ? -exponent : exponent;
+        return true;
+    }
+
+    static std::optional<double> Compose(std::string& digits, std::int64_t power) {
+        if (digits.empty()) {
+            return 0.0;
+        }
+        const std::int64_t magnitude = static_cast<std::int64_t>(digits.size()) + power;
+        digits += 'e';
+        digits += std::to_string(power);
+        double value = 0;
+        const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        if (result.ec == std::errc()) {
+            return value;
+        }
+        return magnitude > 0 ? std::nullopt : std::optional<double>(0.0);
+    }
+
+    std::wstring_view rest_;
+    Mark parenthesis_ = Mark::kNone;
+    bool plus_ = false;
+    bool minus_ = false;
+    bool currency_ = false;
+    bool negative_ = false;
+    unsigned radix_ = 0;
+};
+
+}  // namespace
+
+bool IsNumeric(std::wstring_view text) {
+    return ParseNumber(text).has_value();
+}
+
+std::optional<double> ParseNumber(std::wstring_view text) {
+    return NumberScanner(text).Scan();
+}
+
+std::optional<std::int32_t> ToLong(std::wstring_view text) {
+    const std::optional<double> value = ParseNumber(text);
+    if (!value) {
+        return std::nullopt;
+    }
+    const double whole = std::nearbyint(*value);
+    if (whole < std::numeric_limits<std::int32_t>::min() || whole > std::numeric_limits<std::int32_t>::max()) {
+        return std::nullopt;
+    }
+    return static_cast<std::int32_t>(whole);
+}
+
+std::optional<bool> ToBoolean(std::wstring_view text) {
+    for (const std::wstring_view word : {L"True", L"#TRUE#"}) {
+        if (EqualsIgnoreCase(text, word)) {
+            return true;
+        }
+    }
+    for (const std::wstring_view word : {L"False", L"#FALSE#"}) {
+        if (EqualsIgnoreCase(text, word)) {
+            return false;
+        }
+    }
+    const std::optional<double> value = ParseNumber(text);
+    return value ? std::optional<bool>(*value != 0) : std::nullopt;
+}
+
+}  // namespace v5
