@@ -31,7 +31,7 @@ unsigned DigitValue(wchar_t c) {
     return upper >= L'A' && upper <= L'F' ? static_cast<unsigned>(upper - L'A') + 10 : 16;
 }
 
-// Reads one numeric text from left to right. `Scan` is false when the text is not a number.
+// Reads one numeric text from left to right. Amounts of currency have neither an exponent nor a radix.
 class NumberScanner {
   public:
     explicit NumberScanner(std::wstring_view text) : rest_(text) {}
@@ -102,7 +102,7 @@ class NumberScanner {
     }
 
     bool StartsRadix() {
-        if (rest_.size() < 2 || rest_[0] != L'&') {
+        if (currency_ || rest_.size() < 2 || rest_[0] != L'&') {
             return false;
         }
         const wchar_t kind = ToUpper(rest_[1]);
@@ -159,7 +159,7 @@ class NumberScanner {
     // Adds the exponent, if there is one, to `power`; false when it has no digits.
     bool ScanExponent(std::int64_t& power) {
         const wchar_t mark = ToUpper(Next());
-        if (mark != L'E' && mark != L'D') {
+        if (currency_ || (mark != L'E' && mark != L'D')) {
             return true;
         }
         Skip();

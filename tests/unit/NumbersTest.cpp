@@ -68,6 +68,7 @@ TEST(Numbers, TextsThatAreNoNumbers) {
                                     L"1e 5",   L"1e5.5",
                                     L"1e400",  L"1e99999999999999999999",
                                     L"$",      L"$1$",
+                                    L"$1e5",   L"$&HF",
                                     L"(1",     L"1)",
                                     L"((1))",  L"()",
                                     L"&H",     L"&HG",
