@@ -1,7 +1,8 @@
 // Numeric text as automation clients understand it (their IsNumeric, CDbl, CLng and CBool).
 //
 // Accepted: blanks on either side, one plus and one minus sign in front or behind, "$", thousands commas, one
-// decimal point, an exponent (E or D; not after "$"), parentheses for a negative number, and &H (hexadecimal) or &O (octal).
+// decimal point, an exponent (E or D; not after "$"), parentheses for a negative number, and &H (hexadecimal) or
+// &O (octal).
 // The separators are those of English (United States) whatever the machine's language, so that one site file
 // means the same everywhere.
 #pragma once

@@ -1,8 +1,10 @@
 // The number rules against the run-time's own conversions, over every combination of the marks that may stand around
 // a number and the forms that the number itself may have.
-#include <gtest/gtest.h>
+#include <windows.h>
+// after windows.h, which it needs:
 #include <oleauto.h>
-#include <windows.h>  // before oleauto.h
+
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
