@@ -2,34 +2,16 @@
 // and the help launcher share.
 #pragma once
 
-#include <cstdint>
-#include <exception>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/MessageSink.h"
+#include "base/SystemFailure.h"
 
 namespace v5 {
 
-// A query that failed: the number and description as the installer gives them (an automation status, or the number
-// that its error information carries).
-class InstallerFailure : public std::exception {
-  public:
-    InstallerFailure(std::int32_t number, std::wstring description)
-        : number_(number), description_(std::move(description)) {}
-
-    const char* what() const noexcept override { return "a Windows Installer query failed"; }
-    std::int32_t Number() const { return number_; }
-    const std::wstring& Description() const { return description_; }
-
-  private:
-    std::int32_t number_;
-    std::wstring description_;
-};
-
-// Port: the Windows Installer. Every member throws InstallerFailure when the installer is missing or refuses.
+// Port: the Windows Installer. Every member throws SystemFailure when the installer is missing or refuses.
 class InstallerQueries {
   public:
     virtual ~InstallerQueries() = default;
@@ -46,12 +28,12 @@ class InstallerQueries {
 };
 
 // The first product that the installer relates to the upgrade code; empty when there is none, and then `sink` (null:
-// nobody listens) gets "<tag>: Cannot find installed product code for upgrade code '<code>'". Throws InstallerFailure.
+// nobody listens) gets "<tag>: Cannot find installed product code for upgrade code '<code>'". Throws SystemFailure.
 std::wstring FirstRelatedProduct(InstallerQueries& installer, MessageSink* sink, std::wstring_view tag,
                                  std::wstring_view upgradeCode);
 
 // Name and install date (as the installer keeps it, YYYYMMDD) of the first product related to the upgrade code; empty
-// with the message STR-0146 when there is none. Both throw InstallerFailure.
+// with the message STR-0146 when there is none. Both throw SystemFailure.
 std::wstring InstalledProductName(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode);
 std::wstring InstallDate(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode);
 
