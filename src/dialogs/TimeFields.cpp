@@ -1,0 +1,115 @@
+#include "dialogs/TimeFields.h"
+
+#include "base/Text.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr int kNoon = 12;
+constexpr NumberRange kMinutes{0, 59};
+
+int HourOn12HourClock(int hour) {
+    return hour % kNoon == 0 ? kNoon : hour % kNoon;
+}
+
+NumberField HourField(int hour, bool use24Hour) {
+    return use24Hour ? NumberField({0, 23}, hour, 1) : NumberField({1, kNoon}, HourOn12HourClock(hour), 1);
+}
+
+}  // namespace
+
+TimeFields::TimeFields(int hour, int minute, bool use24Hour, std::wstring_view am, std::wstring_view pm)
+    : use24Hour_(use24Hour),
+      isPm_(hour >= kNoon),
+      am_(am),
+      pm_(pm),
+      hour_(HourField(hour, use24Hour)),
+      minute_(kMinutes, minute, 2) {}
+
+void TimeFields::SetUse24Hour(bool use24Hour) {
+    const int hour = Hour();
+    use24Hour_ = use24Hour;
+    isPm_ = hour >= kNoon;
+    hour_ = HourField(hour, use24Hour);
+}
+
+// The number that the hour field stands for. Deleting the 1 of a 10 leaves "0", which on a 12-hour clock can only
+// mean 12.
+int TimeFields::ShownHour() const {
+    return !use24Hour_ && NumberInRange(hour_.Text(), {0, 0}) ? kNoon : hour_.Value();
+}
+
+int TimeFields::Hour() const {
+    return use24Hour_ ? ShownHour() : ShownHour() % kNoon + (isPm_ ? kNoon : 0);
+}
+
+std::wstring_view TimeFields::Text(TimePart part) const {
+    if (part == TimePart::AmPm) {
+        return isPm_ ? pm_ : am_;
+    }
+    return Field(part).Text();
+}
+
+NumberRange TimeFields::Range(TimePart part) const {
+    return part == TimePart::AmPm ? NumberRange{0, 1} : Field(part).Range();
+}
+
+int TimeFields::Position(TimePart part) const {
+    if (part == TimePart::AmPm) {
+        return isPm_ ? 1 : 0;
+    }
+    return part == TimePart::Hour ? ShownHour() : Minute();
+}
+
+void TimeFields::SetText(TimePart part, std::wstring_view text) {
+    if (part != TimePart::AmPm) {
+        Field(part).SetText(text);
+    }
+}
+
+FieldText TimeFields::Type(TimePart part, const FieldText& field, wchar_t key) {
+    if (part == TimePart::AmPm) {
+        const wchar_t letter = ToUpper(key);
+        if (letter == ToUpper(am_.front()) || letter == ToUpper(pm_.front())) {
+            isPm_ = letter == ToUpper(pm_.front());
+        }
+        const std::wstring text(Text(part));
+        return {text, 0, text.size()};
+    }
+    FieldText typed = TypeIntoTwoDigitField(field, key, Range(part));
+    SetText(part, typed.text);
+    return typed;
+}
+
+void TimeFields::Step(TimePart part, bool up) {
+    switch (part) {
+        case TimePart::Hour:
+            StepHour(up);
+            break;
+        case TimePart::Minute:
+            minute_.StepAround(up);
+            break;
+        case TimePart::AmPm:
+            isPm_ = !isPm_;
+            break;
+    }
+}
+
+void TimeFields::StepHour(bool up) {
+    Leave(TimePart::Hour);
+    hour_.StepAround(up);
+    if (!use24Hour_ && hour_.Value() == (up ? kNoon : kNoon - 1)) {
+        isPm_ = !isPm_;
+    }
+}
+
+void TimeFields::Leave(TimePart part) {
+    if (part == TimePart::Hour) {
+        hour_.SetValue(ShownHour());
+    } else if (part == TimePart::Minute) {
+        minute_.Leave();
+    }
+}
+
+}  // namespace v5
