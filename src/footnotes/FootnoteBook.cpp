@@ -1,12 +1,14 @@
 #include "footnotes/FootnoteBook.h"
 
 #include <array>
+#include <functional>
 
 namespace v5 {
 
 namespace {
 
 constexpr std::array<std::wstring_view, 4> kDaggers = {L"\u2020", L"\u2021", L"\u2020\u2020", L"\u2021\u2021"};
+constexpr size_t kFirstSlots = 64;
 
 }  // namespace
 
@@ -15,19 +17,56 @@ std::wstring FootnoteMark(std::int32_t n) {
     return index < kDaggers.size() ? std::wstring(kDaggers[index]) : L"[" + std::to_wstring(n) + L"]";
 }
 
-FootnoteRecord& FootnoteBook::CreateOrGet(std::wstring_view text) {
-    if (const auto known = byText_.find(text); known != byText_.end()) {
-        return *known->second;
+std::int32_t FootnoteBook::NumberOf(std::wstring_view text) {
+    const auto hash = static_cast<std::uint32_t>(std::hash<std::wstring_view>()(text));
+    if (!slots_.empty()) {
+        if (const Slot& known = Find(text, hash); known.number != 0) {
+            return known.number;
+        }
     }
-    auto footnote = std::make_shared<FootnoteRecord>(FootnoteMark(Count() + 1), std::wstring(text));
-    footnotes_.push_back(footnote);
+    if (8 * ends_.size() >= 7 * slots_.size()) {
+        Grow();
+    }
+    ends_.push_back(texts_.size() + text.size());
     try {
-        byText_.emplace(text, footnote.get());
+        texts_.append(text);
     } catch (...) {
-        footnotes_.pop_back();
+        ends_.pop_back();
         throw;
     }
-    return *footnote;
+    Find(text, hash) = {hash, Count()};
+    return Count();
+}
+
+std::wstring_view FootnoteBook::Text(std::int32_t number) const {
+    const auto index = static_cast<size_t>(number) - 1;
+    const size_t start = index == 0 ? 0 : ends_[index - 1];
+    return std::wstring_view(texts_).substr(start, ends_[index] - start);
+}
+
+// The slot of a text, or the free one where it belongs.
+FootnoteBook::Slot& FootnoteBook::Find(std::wstring_view text, std::uint32_t hash) {
+    const size_t mask = slots_.size() - 1;
+    size_t at = hash & mask;
+    while (slots_[at].number != 0 && (slots_[at].hash != hash || Text(slots_[at].number) != text)) {
+        at = (at + 1) & mask;
+    }
+    return slots_[at];
+}
+
+void FootnoteBook::Grow() {
+    std::vector<Slot> slots(slots_.empty() ? kFirstSlots : 2 * slots_.size());
+    const size_t mask = slots.size() - 1;
+    for (const Slot& slot : slots_) {
+        if (slot.number != 0) {
+            size_t at = slot.hash & mask;
+            while (slots[at].number != 0) {
+                at = (at + 1) & mask;
+            }
+            slots[at] = slot;
+        }
+    }
+    slots_.swap(slots);
 }
 
 }  // namespace v5

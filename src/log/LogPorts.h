@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/Dates.h"
+#include "productinfo/ReleaseNumber.h"
 
 namespace v5 {
 
@@ -38,9 +39,6 @@ class AnsiEncoder {
     virtual void Encode(std::wstring_view text, char* bytes) const = 0;
 };
 
-// The installed packages whose releases a log's header names.
-enum class InstalledRelease { Full, SupportFiles, Web };
-
 // Where the log runs. Every function may throw; the header's do so to the log's caller.
 class LogHost {
   public:
@@ -56,7 +54,7 @@ class LogHost {
     virtual std::wstring LongDateAndTime(const CivilDateTime& time) const = 0;
 
     // Release number as the facade gives it, without a message sink; empty when the package is not installed.
-    virtual std::wstring ReleaseNumber(InstalledRelease release) const = 0;
+    virtual std::wstring ReleaseNumber(ReleaseKind kind) const = 0;
 
     virtual std::wstring ComputerName() const = 0;
 

@@ -63,11 +63,11 @@ struct Host : LogHost {
     std::wstring LibraryFolder() const override { return L"D:\\Lib"; }
     std::wstring SystemErrorText(std::uint32_t code) const override { return code == 32 ? L"In use.\r\n" : L""; }
     std::wstring LongDateAndTime(const CivilDateTime&) const override { return L"Long date, long time"; }
-    std::wstring ReleaseNumber(InstalledRelease release) const override {
+    std::wstring ReleaseNumber(ReleaseKind kind) const override {
         if (releasesFail) {
             throw std::runtime_error("no installer");
         }
-        return release == InstalledRelease::Full ? L"Release 5.3" : L"";
+        return kind == ReleaseKind::Full ? L"Release 5.3" : L"";
     }
     std::wstring ComputerName() const override { return L"STACK7"; }
     std::wstring OperatingSystem() const override { return L"Windows"; }
