@@ -16,3 +16,13 @@ function(v5_component)
     target_sources(V5Strings PRIVATE ${ARGN})
   endif()
 endfunction()
+
+# What every in-process server of this project has in common: it lies at the top of the build folder under its plain
+# name, has the entry points over its own class table (ThisComponent), exports what its .def file names and nothing
+# else, and is stripped.
+function(v5_server name)
+  target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src/com/ClassFactory.cpp")
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
+                        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+  target_link_options(${name} PRIVATE -s -Wl,--enable-stdcall-fixup -Wl,--exclude-all-symbols)
+endfunction()

@@ -1,7 +1,7 @@
 # What every target of this project is compiled with. Fetched or system code is not compiled with these.
 add_library(v5warnings INTERFACE)
 target_compile_options(v5warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Woverloaded-virtual -Wcast-qual
   -Wformat=2 -Wundef -Werror)
 if(V5_SANITIZE)
   target_compile_options(v5warnings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all

@@ -8,3 +8,6 @@ set(CMAKE_FIND_ROOT_PATH /usr/${MINGW_TRIPLET})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+# Callers from other compilers align the stack to 4 bytes only, and doubles must round as they do on 64 bit.
+set(CMAKE_CXX_FLAGS_INIT "-mstackrealign -msse2 -mfpmath=sse")
+set(CMAKE_C_FLAGS_INIT "-mstackrealign -msse2 -mfpmath=sse")

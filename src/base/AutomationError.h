@@ -1,0 +1,40 @@
+// A failure on its way to an automation client: the status, and words for a person.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace v5 {
+
+class AutomationError : public std::exception {
+  public:
+    // `status` is an automation status code (HRESULT) with the failure bit set.
+    AutomationError(std::uint32_t status, std::wstring description)
+        : status_(status), description_(std::move(description)) {}
+
+    // An error of the automation run-time, by its number (5 invalid procedure call, 9 subscript out of range …).
+    // Such numbers travel in the control facility, 0x800Annnn, and reach script clients as plain numbers.
+    static AutomationError RunTime(std::uint16_t number, std::wstring description) {
+        return {kControlFacility | number, std::move(description)};
+    }
+
+    std::uint32_t Status() const { return status_; }
+    const std::wstring& Description() const { return description_; }
+
+    // The number as automation clients see it: the bare number of a run-time error, otherwise the whole status.
+    std::int32_t Number() const {
+        return static_cast<std::int32_t>((status_ & 0xFFFF0000u) == kControlFacility ? status_ & 0xFFFFu : status_);
+    }
+
+    const char* what() const noexcept override { return "automation error"; }
+
+  private:
+    static constexpr std::uint32_t kControlFacility = 0x800A0000u;
+
+    std::uint32_t status_;
+    std::wstring description_;
+};
+
+}  // namespace v5

@@ -1,0 +1,16 @@
+// The standard automation enumerator (IEnumVARIANT) over a fixed list of objects, for for-each.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+#include <wrl/client.h>
+
+#include <vector>
+
+namespace v5 {
+
+// A new enumerator over `objects` as they are now, from the first. Throws std::bad_alloc.
+Microsoft::WRL::ComPtr<IUnknown> NewEnumerator(std::vector<Microsoft::WRL::ComPtr<IDispatch>> objects);
+
+}  // namespace v5

@@ -1,0 +1,194 @@
+#include "com/EventSource.h"
+
+#include <olectl.h>
+
+#include <algorithm>
+#include <atomic>
+
+namespace v5 {
+
+namespace {
+
+void CopyItem(const CONNECTDATA& from, CONNECTDATA* to) {
+    *to = from;
+    to->pUnk->AddRef();
+}
+
+void CopyItem(const ComPtr<IConnectionPoint>& from, IConnectionPoint** to) {
+    from.CopyTo(to);
+}
+
+// The connection enumerators of OLE controls, which differ only in what they enumerate. `Stored` is what is kept,
+// `Item` what a client gets.
+template <class Interface, class Item, class Stored>
+class ConnectionEnumerator final : public Interface {
+  public:
+    ConnectionEnumerator(std::vector<Stored> items, std::vector<ComPtr<IUnknown>> kept, size_t next)
+        : items_(std::move(items)), kept_(std::move(kept)), next_(next) {
+        AddComponentUse();
+    }
+    ConnectionEnumerator(const ConnectionEnumerator&) = delete;
+    ConnectionEnumerator& operator=(const ConnectionEnumerator&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (object == nullptr) {
+            return E_POINTER;
+        }
+        if (iid != IID_IUnknown && iid != __uuidof(Interface)) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        *object = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = --references_;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+    STDMETHODIMP Next(ULONG wanted, Item* items, ULONG* fetched) override {
+        if (items == nullptr || (fetched == nullptr && wanted != 1)) {
+            return E_POINTER;
+        }
+        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, items_.size() - next_));
+        for (ULONG i = 0; i < given; ++i) {
+            CopyItem(items_[next_++], &items[i]);
+        }
+        if (fetched != nullptr) {
+            *fetched = given;
+        }
+        return given == wanted ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Skip(ULONG count) override {
+        const size_t skipped = std::min<size_t>(count, items_.size() - next_);
+        next_ += skipped;
+        return skipped == count ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Reset() override {
+        next_ = 0;
+        return S_OK;
+    }
+    STDMETHODIMP Clone(Interface** copy) override {
+        if (copy == nullptr) {
+            return E_POINTER;
+        }
+        *copy = nullptr;
+        return Guarded(IID_NULL, L"", [&] { *copy = new ConnectionEnumerator(items_, kept_, next_); });
+    }
+
+  private:
+    virtual ~ConnectionEnumerator() { ReleaseComponentUse(); }
+
+    std::vector<Stored> items_;
+    std::vector<ComPtr<IUnknown>> kept_;  // keeps alive what the items point to
+    size_t next_;
+    std::atomic<ULONG> references_ = 1;
+};
+
+using ListenerEnumerator = ConnectionEnumerator<IEnumConnections, CONNECTDATA, CONNECTDATA>;
+using PointEnumerator = ConnectionEnumerator<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>>;
+
+}  // namespace
+
+void ConnectionPoint::Raise(DISPID id, std::initializer_list<_variant_t> arguments) noexcept {
+    GuardedQuietly([&] {
+        const ComPtr<IConnectionPointContainer> alive(&owner_);
+        const std::vector<Listener> listeners = listeners_;
+        std::vector<_variant_t> reversed(arguments);
+        std::reverse(reversed.begin(), reversed.end());
+        for (const Listener& listener : listeners) {
+            DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+            EXCEPINFO ignored = {};
+            listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, &ignored,
+                                  nullptr);
+            SysFreeString(ignored.bstrSource);
+            SysFreeString(ignored.bstrDescription);
+            SysFreeString(ignored.bstrHelpFile);
+        }
+    });
+}
+
+STDMETHODIMP ConnectionPoint::QueryInterface(REFIID iid, void** object) {
+    if (object == nullptr) {
+        return E_POINTER;
+    }
+    if (iid != IID_IUnknown && iid != IID_IConnectionPoint) {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    *object = static_cast<IConnectionPoint*>(this);
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* iid) {
+    if (iid == nullptr) {
+        return E_POINTER;
+    }
+    *iid = iid_;
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
+    if (container == nullptr) {
+        return E_POINTER;
+    }
+    *container = &owner_;
+    owner_.AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
+    if (sink == nullptr || cookie == nullptr) {
+        return E_POINTER;
+    }
+    *cookie = 0;
+    ComPtr<IDispatch> dispatch;
+    if (FAILED(sink->QueryInterface(iid_, reinterpret_cast<void**>(dispatch.GetAddressOf()))) &&
+        FAILED(sink->QueryInterface(IID_PPV_ARGS(&dispatch)))) {
+        return CONNECT_E_CANNOTCONNECT;
+    }
+    return Guarded(IID_NULL, L"", [&] {
+        listeners_.push_back({++lastCookie_, dispatch});
+        *cookie = lastCookie_;
+    });
+}
+
+STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
+    const auto found = std::find_if(listeners_.begin(), listeners_.end(),
+                                    [&](const Listener& listener) { return listener.cookie == cookie; });
+    if (found == listeners_.end()) {
+        return CONNECT_E_NOCONNECTION;
+    }
+    const ComPtr<IDispatch> released = std::move(found->sink);  // its last release may call back into us
+    listeners_.erase(found);
+    return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
+    if (connections == nullptr) {
+        return E_POINTER;
+    }
+    *connections = nullptr;
+    return Guarded(IID_NULL, L"", [&] {
+        std::vector<CONNECTDATA> items;
+        std::vector<ComPtr<IUnknown>> kept;
+        for (const Listener& listener : listeners_) {
+            kept.emplace_back(listener.sink);
+            items.push_back({listener.sink.Get(), listener.cookie});
+        }
+        *connections = new ListenerEnumerator(std::move(items), std::move(kept), 0);
+    });
+}
+
+ComPtr<IEnumConnectionPoints> NewConnectionPointEnumerator(IConnectionPoint& point) {
+    ComPtr<IEnumConnectionPoints> result;
+    result.Attach(new PointEnumerator({ComPtr<IConnectionPoint>(&point)}, {}, 0));
+    return result;
+}
+
+}  // namespace v5

@@ -1,0 +1,82 @@
+#include "com/Guard.h"
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <new>
+
+#include "com/Values.h"
+
+namespace v5 {
+
+namespace {
+
+AutomationError FromSystem(HRESULT status) {
+    return {static_cast<std::uint32_t>(status), SystemText(status)};
+}
+
+}  // namespace
+
+AutomationError CurrentError() {
+    try {
+        throw;
+    } catch (const AutomationError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return FromSystem(E_OUTOFMEMORY);
+    } catch (const std::exception& error) {
+        const std::string_view what = error.what();
+        return {static_cast<std::uint32_t>(E_FAIL), std::wstring(what.begin(), what.end())};
+    } catch (...) {
+        return FromSystem(E_UNEXPECTED);
+    }
+}
+
+HRESULT ReportCurrentException(REFIID iid, const wchar_t* source) noexcept {
+    HRESULT status = E_OUTOFMEMORY;
+    try {
+        const AutomationError error = CurrentError();
+        status = static_cast<HRESULT>(error.Status());
+        ComPtr<ICreateErrorInfo> create;
+        ComPtr<IErrorInfo> info;
+        if (SUCCEEDED(CreateErrorInfo(&create)) && SUCCEEDED(create.As(&info))) {
+            create->SetGUID(iid);
+            create->SetSource(const_cast<wchar_t*>(source));
+            create->SetDescription(const_cast<wchar_t*>(error.Description().c_str()));
+            SetErrorInfo(0, info.Get());
+        }
+    } catch (...) {  // out of memory while reporting: the bare status has to do
+        SetErrorInfo(0, nullptr);
+    }
+    return status;
+}
+
+void Check(HRESULT status) {
+    if (SUCCEEDED(status)) {
+        return;
+    }
+    ComPtr<IErrorInfo> info;
+    BSTR description = nullptr;
+    if (GetErrorInfo(0, &info) == S_OK && SUCCEEDED(info->GetDescription(&description)) && description != nullptr) {
+        std::wstring text(View(description));
+        SysFreeString(description);
+        throw AutomationError(static_cast<std::uint32_t>(status), std::move(text));
+    }
+    throw FromSystem(status);
+}
+
+std::wstring SystemText(HRESULT status) {
+    wchar_t buffer[512];
+    DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, static_cast<DWORD>(status),
+                       0, buffer, static_cast<DWORD>(std::size(buffer)), nullptr);
+    while (length > 0 && (buffer[length - 1] == L'\n' || buffer[length - 1] == L'\r')) {
+        --length;
+    }
+    if (length == 0) {
+        length = static_cast<DWORD>(wsprintfW(buffer, L"Automation error 0x%08X", static_cast<unsigned>(status)));
+    }
+    return {buffer, length};
+}
+
+}  // namespace v5

@@ -1,0 +1,48 @@
+// The one exception boundary: what a member's work throws becomes a status with error information.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <utility>
+
+#include "base/AutomationError.h"
+
+namespace v5 {
+
+// Turns the exception that is being handled into a status and leaves number, description and `source` (the class's
+// programmatic identifier) as the thread's error information. Call it from a catch block only.
+HRESULT ReportCurrentException(REFIID iid, const wchar_t* source) noexcept;
+
+// The exception that is being handled, as an automation error: what a member that never raises may want to report.
+AutomationError CurrentError();
+
+// Throws AutomationError when a neighbour's call has failed, with the neighbour's own description where it left
+// one and the system's text for the status otherwise.
+void Check(HRESULT status);
+
+// The system's text for a Windows error or status code, without the line break at its end.
+std::wstring SystemText(HRESULT status);
+
+// Runs the work of a member that raises: S_OK, or the failure's status with error information.
+template <class Work>
+HRESULT Guarded(REFIID iid, const wchar_t* source, Work&& work) noexcept {
+    try {
+        std::forward<Work>(work)();
+        return S_OK;
+    } catch (...) {
+        return ReportCurrentException(iid, source);
+    }
+}
+
+// Runs the work of a member that must never raise: always S_OK.
+template <class Work>
+HRESULT GuardedQuietly(Work&& work) noexcept {
+    try {
+        std::forward<Work>(work)();
+    } catch (...) {  // NOLINT(bugprone-empty-catch): this guard is how such a member says that nothing escapes
+    }
+    return S_OK;
+}
+
+}  // namespace v5

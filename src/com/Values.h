@@ -1,0 +1,67 @@
+// Between the rules' values and automation's: the only place where a BSTR, a SAFEARRAY or a VARIANT_BOOL is made.
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace v5 {
+
+using Microsoft::WRL::ComPtr;
+
+// The text of a BSTR, line breaks and NULs included; a null BSTR is the empty text. Valid while the BSTR is.
+inline std::wstring_view View(BSTR text) {
+    return text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text));
+}
+
+inline bool ToBool(VARIANT_BOOL value) {
+    return value != VARIANT_FALSE;
+}
+
+// A new BSTR that the caller owns, never null. Throws std::bad_alloc.
+BSTR NewBstr(std::wstring_view text);
+
+// A new zero-based array of texts (VT_ARRAY|VT_BSTR) that the caller owns. Throws std::bad_alloc.
+VARIANT NewTextArray(const std::vector<std::wstring>& texts);
+
+// Packs a rule's answer into the out-parameter that it is returned through. `out` is never null here.
+inline void Pack(bool value, VARIANT_BOOL* out) {
+    *out = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+inline void Pack(std::int32_t value, long* out) {
+    *out = value;
+}
+inline void Pack(double value, double* out) {
+    *out = value;
+}
+inline void Pack(std::wstring_view value, BSTR* out) {
+    *out = NewBstr(value);
+}
+inline void Pack(const std::vector<std::wstring>& value, VARIANT* out) {
+    *out = NewTextArray(value);
+}
+template <class Value, class Published>
+requires std::is_enum_v<Published> && std::is_enum_v<Value>
+void Pack(Value value, Published* out) {
+    *out = static_cast<Published>(static_cast<std::int32_t>(value));
+}
+template <class Implementation, class Interface>
+void Pack(ComPtr<Implementation> object, Interface** out) {
+    *out = object.Detach();
+}
+
+// Replaces the text of an in/out parameter; the old text is freed only when the new one could be made.
+inline void Replace(BSTR* inOut, std::wstring_view value) {
+    BSTR fresh = NewBstr(value);
+    SysFreeString(*inOut);
+    *inOut = fresh;
+}
+
+}  // namespace v5

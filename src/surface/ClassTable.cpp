@@ -1,0 +1,27 @@
+// The public classes of V5Strings.dll: what can be created, and what registration writes.
+#include "V5Strings.h"
+#include "com/Component.h"
+#include "surface/NimboErrorNumbers.h"
+
+namespace v5 {
+
+namespace {
+
+// One row: the implementation, its published coclass, and the words that registry tools show.
+template <class Implementation, class CoClass>
+constexpr ClassEntry Row(const wchar_t* description) {
+    return {&__uuidof(CoClass), Implementation::kProgId, description, &Implementation::Create};
+}
+
+const ClassEntry kClasses[] = {
+    Row<NimboErrorNumbers, ::NimboErrorNumbers>(L"V5Strings error numbers"),
+};
+
+}  // namespace
+
+const Component& ThisComponent() {
+    static constexpr Component component = {&LIBID_V5Strings, 1, 0, kClasses};
+    return component;
+}
+
+}  // namespace v5
