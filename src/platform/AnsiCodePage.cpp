@@ -1,0 +1,35 @@
+#include "platform/AnsiCodePage.h"
+
+#include <windows.h>
+
+namespace v5 {
+
+void AnsiCodePage::Encode(std::wstring_view text, char* bytes) const {
+    const auto length = static_cast<int>(text.size());
+    if (WideCharToMultiByte(CP_ACP, 0, text.data(), length, bytes, length, nullptr, nullptr) == length) {
+        return;
+    }
+    // A code page in which some characters take several bytes: those become "?", so that the count holds.
+    for (const wchar_t c : text) {
+        char encoded[8];
+        *bytes++ =
+            WideCharToMultiByte(CP_ACP, 0, &c, 1, encoded, sizeof encoded, nullptr, nullptr) == 1 ? encoded[0] : '?';
+    }
+}
+
+std::string ToAnsi(std::wstring_view text) {
+    const auto length = static_cast<int>(text.size());
+    std::string bytes(
+        static_cast<size_t>(WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr)), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
+    return bytes;
+}
+
+std::wstring FromAnsi(std::string_view bytes) {
+    const auto length = static_cast<int>(bytes.size());
+    std::wstring text(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), static_cast<int>(text.size()));
+    return text;
+}
+
+}  // namespace v5

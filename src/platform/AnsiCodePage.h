@@ -1,0 +1,20 @@
+// The system's ANSI code page.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "log/LogPorts.h"
+
+namespace v5 {
+
+class AnsiCodePage : public AnsiEncoder {
+  public:
+    void Encode(std::wstring_view text, char* bytes) const override;
+};
+
+// Text in and out of the code page. A character that it lacks becomes a similar one or "?".
+std::string ToAnsi(std::wstring_view text);
+std::wstring FromAnsi(std::string_view bytes);
+
+}  // namespace v5
