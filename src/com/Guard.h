@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/AutomationError.h"
+#include "platform/SystemText.h"
 
 namespace v5 {
 
@@ -20,9 +21,6 @@ AutomationError CurrentError();
 // Throws AutomationError when a neighbour's call has failed, with the neighbour's own description where it left
 // one and the system's text for the status otherwise.
 void Check(HRESULT status);
-
-// The system's text for a Windows error or status code, without the line break at its end.
-std::wstring SystemText(HRESULT status);
 
 // Runs the work of a member that raises: S_OK, or the failure's status with error information.
 template <class Work>

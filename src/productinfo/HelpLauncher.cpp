@@ -38,7 +38,7 @@ std::wstring OpenOrExplain(InstallerQueries& installer, HelpViewer& viewer, Mess
 std::wstring OpenHelp(InstallerQueries& installer, HelpViewer& viewer, MessageSink* sink) {
     try {
         return OpenOrExplain(installer, viewer, sink);
-    } catch (const SystemFailure& failure) {
+    } catch (const AutomationError& failure) {
         return L"[STR-0171] " + std::to_wstring(failure.Number()) + L", " + failure.Description();
     }
 }

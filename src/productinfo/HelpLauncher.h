@@ -15,7 +15,7 @@ class HelpViewer {
 
     virtual bool FileExists(std::wstring_view path) const = 0;
 
-    // Opens the help file at its default topic and returns at once. Throws SystemFailure when the viewer itself is
+    // Opens the help file at its default topic and returns at once. Throws AutomationError when the viewer itself is
     // missing.
     virtual void Open(std::wstring_view path) = 0;
 };

@@ -6,12 +6,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/AutomationError.h"
 #include "base/MessageSink.h"
-#include "base/SystemFailure.h"
 
 namespace v5 {
 
-// Port: the Windows Installer. Every member throws SystemFailure when the installer is missing or refuses.
+// Port: the Windows Installer. Every member throws AutomationError when the installer is missing or refuses.
 class InstallerQueries {
   public:
     virtual ~InstallerQueries() = default;
@@ -28,12 +28,12 @@ class InstallerQueries {
 };
 
 // The first product that the installer relates to the upgrade code; empty when there is none, and then `sink` (null:
-// nobody listens) gets "<tag>: Cannot find installed product code for upgrade code '<code>'". Throws SystemFailure.
+// nobody listens) gets "<tag>: Cannot find installed product code for upgrade code '<code>'". Throws AutomationError.
 std::wstring FirstRelatedProduct(InstallerQueries& installer, MessageSink* sink, std::wstring_view tag,
                                  std::wstring_view upgradeCode);
 
 // Name and install date (as the installer keeps it, YYYYMMDD) of the first product related to the upgrade code; empty
-// with the message STR-0146 when there is none. Both throw SystemFailure.
+// with the message STR-0146 when there is none. Both throw AutomationError.
 std::wstring InstalledProductName(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode);
 std::wstring InstallDate(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode);
 

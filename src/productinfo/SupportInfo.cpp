@@ -64,7 +64,7 @@ template <typename Step>
 void Try(Step step) {
     try {
         step();
-    } catch (const SystemFailure&) {
+    } catch (const AutomationError&) {
         // The label keeps the text that it has.
     }
 }

@@ -49,7 +49,7 @@ class FakeInstaller : public InstallerQueries {
   private:
     static void FailIf(bool condition) {
         if (condition) {
-            throw SystemFailure(-2147352573, L"Member not found.");
+            throw AutomationError(0x80020003u, L"Member not found.");
         }
     }
 

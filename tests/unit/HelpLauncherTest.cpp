@@ -17,7 +17,7 @@ class FakeViewer : public HelpViewer {
     bool FileExists(std::wstring_view path) const override { return path == existing; }
     void Open(std::wstring_view path) override {
         if (missing) {
-            throw SystemFailure(126, L"Module not found.");
+            throw AutomationError(0x8007007Eu, L"Module not found.");
         }
         opened = path;
     }
@@ -83,7 +83,7 @@ TEST(HelpLauncher, MissingViewerIsAnUnexpectedFailure) {
     FakeViewer viewer;
     viewer.existing = kPath;
     viewer.missing = true;
-    EXPECT_EQ(OpenHelp(installer, viewer, nullptr), L"[STR-0171] 126, Module not found.");
+    EXPECT_EQ(OpenHelp(installer, viewer, nullptr), L"[STR-0171] -2147024770, Module not found.");
 }
 
 }  // namespace

@@ -1,0 +1,53 @@
+#include "platform/HtmlHelpViewer.h"
+
+#include <iterator>
+
+#include "base/AutomationError.h"
+#include "platform/SystemText.h"
+
+namespace v5 {
+namespace {
+
+using HtmlHelpFunction = HWND(WINAPI*)(HWND owner, LPCSTR file, UINT command, DWORD_PTR data);
+
+constexpr UINT kDisplayTopic = 0;  // HH_DISPLAY_TOPIC without a topic: the file's default one
+
+[[noreturn]] void ThrowLastError() {
+    const HRESULT status = HRESULT_FROM_WIN32(GetLastError());
+    throw AutomationError(static_cast<std::uint32_t>(status), SystemText(status));
+}
+
+// The viewer of the system folder, never one beside the program. It stays loaded, since its windows outlive the call.
+HtmlHelpFunction LoadHtmlHelp() {
+    wchar_t folder[MAX_PATH];
+    const UINT length = GetSystemDirectoryW(folder, static_cast<UINT>(std::size(folder)));
+    const std::wstring path = std::wstring(folder, length) + L"\\hhctrl.ocx";
+    const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const FARPROC function = library ? GetProcAddress(library, "HtmlHelpA") : nullptr;
+    if (!function) {
+        ThrowLastError();
+    }
+    return reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(function));
+}
+
+std::string ToAnsi(std::wstring_view text) {
+    const auto length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string ansi(static_cast<size_t>(size), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), length, ansi.data(), size, nullptr, nullptr);
+    return ansi;
+}
+
+}  // namespace
+
+bool HtmlHelpViewer::FileExists(std::wstring_view path) const {
+    const DWORD attributes = GetFileAttributesW(std::wstring(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+void HtmlHelpViewer::Open(std::wstring_view path) {
+    static const HtmlHelpFunction htmlHelp = LoadHtmlHelp();
+    htmlHelp(owner_, ToAnsi(path).c_str(), kDisplayTopic, 0);
+}
+
+}  // namespace v5

@@ -1,0 +1,91 @@
+#include "platform/LateBound.h"
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include "base/AutomationError.h"
+#include "platform/SystemText.h"
+
+namespace v5 {
+namespace {
+
+[[noreturn]] void Throw(HRESULT status) {
+    throw AutomationError(static_cast<std::uint32_t>(status), SystemText(status));
+}
+
+void ThrowIfFailed(HRESULT status) {
+    if (FAILED(status)) {
+        Throw(status);
+    }
+}
+
+std::wstring TakeText(BSTR text) {
+    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
+}
+
+// What a member raised: the object gives a number of its own (wCode) or a status (scode).
+[[noreturn]] void ThrowRaised(EXCEPINFO& raised) {
+    if (raised.pfnDeferredFillIn != nullptr) {
+        raised.pfnDeferredFillIn(&raised);
+    }
+    const std::wstring description = TakeText(raised.bstrDescription);
+    SysFreeString(raised.bstrSource);
+    SysFreeString(raised.bstrDescription);
+    SysFreeString(raised.bstrHelpFile);
+    if (raised.wCode != 0) {
+        throw AutomationError::RunTime(raised.wCode, description);
+    }
+    throw AutomationError(static_cast<std::uint32_t>(raised.scode),
+                          description.empty() ? SystemText(raised.scode) : description);
+}
+
+_variant_t ConvertedTo(VARTYPE type, const _variant_t& value) {
+    _variant_t converted;
+    ThrowIfFailed(VariantChangeType(&converted, const_cast<_variant_t*>(&value), VARIANT_ALPHABOOL, type));
+    return converted;
+}
+
+}  // namespace
+
+LateBound::LateBound(const wchar_t* progId) {
+    CLSID clsid{};
+    ThrowIfFailed(CLSIDFromProgID(progId, &clsid));
+    ThrowIfFailed(CoCreateInstance(clsid, nullptr, CLSCTX_ALL, IID_PPV_ARGS(&object_)));
+}
+
+LateBound::LateBound(const _variant_t& object) {
+    if (object.vt != VT_DISPATCH || object.pdispVal == nullptr) {
+        Throw(DISP_E_TYPEMISMATCH);
+    }
+    object_ = object.pdispVal;
+}
+
+_variant_t LateBound::Call(const wchar_t* member, std::initializer_list<_variant_t> arguments) const {
+    auto* name = const_cast<wchar_t*>(member);
+    DISPID id = DISPID_UNKNOWN;
+    ThrowIfFailed(object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
+
+    std::vector<VARIANT> reversed(arguments.size());  // IDispatch takes the last argument first; borrowed values
+    std::copy(arguments.begin(), arguments.end(), reversed.rbegin());
+    DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    _variant_t result;
+    EXCEPINFO raised{};
+    const HRESULT status = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                           &parameters, &result, &raised, nullptr);
+    if (status == DISP_E_EXCEPTION) {
+        ThrowRaised(raised);
+    }
+    ThrowIfFailed(status);
+    return result;
+}
+
+std::wstring LateBound::CallText(const wchar_t* member, std::initializer_list<_variant_t> arguments) const {
+    return TakeText(ConvertedTo(VT_BSTR, Call(member, arguments)).bstrVal);
+}
+
+long LateBound::CallLong(const wchar_t* member, std::initializer_list<_variant_t> arguments) const {
+    return ConvertedTo(VT_I4, Call(member, arguments)).lVal;
+}
+
+}  // namespace v5

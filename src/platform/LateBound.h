@@ -1,0 +1,34 @@
+// An object of another component that is known by its programmatic identifier and called by the names of its members.
+#pragma once
+
+#include <windows.h>
+
+#include <comdef.h>
+#include <wrl/client.h>
+
+#include <initializer_list>
+#include <string>
+
+namespace v5 {
+
+class LateBound {
+  public:
+    // A new object. Throws AutomationError when the component is not registered or cannot be created.
+    explicit LateBound(const wchar_t* progId);
+
+    // An object that a late-bound call has returned. Throws AutomationError (type mismatch) when `object` is none.
+    explicit LateBound(const _variant_t& object);
+
+    // Calls a method or reads a property, the arguments in the order of its declaration. Throws AutomationError with
+    // the number and description of the object's own error information where it gives one.
+    _variant_t Call(const wchar_t* member, std::initializer_list<_variant_t> arguments = {}) const;
+
+    // The same, the answer as text or as a whole number. Throws also when the answer cannot be converted.
+    std::wstring CallText(const wchar_t* member, std::initializer_list<_variant_t> arguments = {}) const;
+    long CallLong(const wchar_t* member, std::initializer_list<_variant_t> arguments = {}) const;
+
+  private:
+    Microsoft::WRL::ComPtr<IDispatch> object_;
+};
+
+}  // namespace v5
