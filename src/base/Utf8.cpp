@@ -1,0 +1,112 @@
+#include "base/Utf8.h"
+
+#include <optional>
+
+namespace v5 {
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+bool IsHighSurrogate(char32_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char32_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+char32_t Join(char32_t high, char32_t low) {
+    return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+}
+
+void AppendUtf8(char32_t code, std::string& out) {
+    const auto continuation = [&](int shift) { out += static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
+    if (code < 0x80) {
+        out += static_cast<char>(code);
+    } else if (code < 0x800) {
+        out += static_cast<char>(0xC0 | (code >> 6));
+        continuation(0);
+    } else if (code < 0x10000) {
+        out += static_cast<char>(0xE0 | (code >> 12));
+        continuation(6);
+        continuation(0);
+    } else {
+        out += static_cast<char>(0xF0 | (code >> 18));
+        continuation(12);
+        continuation(6);
+        continuation(0);
+    }
+}
+
+void AppendWide(char32_t code, std::wstring& out) {
+    if (sizeof(wchar_t) == 2 && code >= 0x10000) {
+        out += static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
+        out += static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+    } else {
+        out += static_cast<wchar_t>(code);
+    }
+}
+
+// Takes one character off the front of `bytes`.
+char32_t TakeUtf8(std::string_view& bytes) {
+    struct Form {
+        unsigned lead_mask, lead, minimum;
+        size_t length;
+    };
+    constexpr Form kForms[] = {
+        {0x80, 0x00, 0, 1}, {0xE0, 0xC0, 0x80, 2}, {0xF0, 0xE0, 0x800, 3}, {0xF8, 0xF0, 0x10000, 4}};
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    const auto decode = [&](const Form& form) -> std::optional<char32_t> {
+        if ((byte(0) & form.lead_mask) != form.lead || bytes.size() < form.length) {
+            return std::nullopt;
+        }
+        char32_t code = byte(0) & ~form.lead_mask;
+        for (size_t i = 1; i < form.length; ++i) {
+            if ((byte(i) & 0xC0) != 0x80) {
+                return std::nullopt;
+            }
+            code = (code << 6) | (byte(i) & 0x3F);
+        }
+        return code >= form.minimum && code <= 0x10FFFF ? std::optional<char32_t>(code) : std::nullopt;
+    };
+    for (const Form& form : kForms) {
+        if (const auto code = decode(form)) {
+            bytes.remove_prefix(form.length);
+            return *code;
+        }
+    }
+    bytes.remove_prefix(1);
+    return kReplacement;
+}
+
+}  // namespace
+
+std::wstring WideFromUtf8(std::string_view bytes) {
+    std::wstring text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        AppendWide(TakeUtf8(bytes), text);
+    }
+    return text;
+}
+
+std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
+    const size_t low_byte = order == ByteOrder::kLittleEndian ? 0 : 1;
+    const size_t count = bytes.size() / 2;
+    const auto unit = [&](size_t i) -> char32_t {
+        return static_cast<unsigned char>(bytes[2 * i + low_byte]) |
+               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - low_byte])) << 8);
+    };
+    std::string out;
+    out.reserve(count);
+    for (size_t i = 0; i < count; ++i) {
+        if (IsHighSurrogate(unit(i)) && i + 1 < count && IsLowSurrogate(unit(i + 1))) {
+            AppendUtf8(Join(unit(i), unit(i + 1)), out);
+            ++i;
+        } else {
+            AppendUtf8(unit(i), out);
+        }
+    }
+    return out;
+}
+
+}  // namespace v5

@@ -1,0 +1,38 @@
+#include "config/DahsFolders.h"
+
+#include "base/Text.h"
+
+namespace v5 {
+
+DahsFolders FoldersOf(const DahsEntry& entry, const SiteHost& host) {
+    DahsFolders folders;
+    folders.vantor = WithoutTrailingBackslash(entry.vantor_dir);
+    folders.system = WithoutTrailingBackslash(host.ExpandEnvironment(kSystemFolderReference));
+    folders.logs = WithoutTrailingBackslash(entry.logs_dir);
+    folders.mail_logs = folders.logs + L"\\MailLogs";
+    folders.custom_report_templates = folders.system + L"\\CustomReportTemplates";
+    folders.primary_backup = WithoutTrailingBackslash(entry.primary_backup_dir);
+    folders.secondary_backup = folders.vantor + L"\\SecondaryBackup";
+    folders.temp = folders.vantor + L"\\Temp";
+    if (!host.FolderExists(folders.temp)) {
+        folders.temp = host.TemporaryFolder();
+    }
+    return folders;
+}
+
+void CreateMissingFolders(const DahsFolders& folders, SiteHost& host, std::vector<std::wstring>& problems) {
+    // The primary backup folder is the site's own affair: often a share that is not always there.
+    for (const std::wstring* folder : {&folders.vantor, &folders.system, &folders.logs, &folders.mail_logs,
+                                       &folders.custom_report_templates, &folders.secondary_backup, &folders.temp}) {
+        if (folder->empty() || host.FolderExists(*folder)) {
+            continue;
+        }
+        const std::wstring reason = host.CreateFolder(*folder);
+        if (!reason.empty()) {
+            problems.push_back(L"Could not create folder '" + *folder + L"': " + reason);
+            return;
+        }
+    }
+}
+
+}  // namespace v5

@@ -1,0 +1,26 @@
+// The rules of one [DahsN] section: what each key means, its default, and which message is due.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "config/DahsEntryList.h"
+#include "config/IniFile.h"
+
+namespace v5 {
+
+inline constexpr std::int32_t kMaxDahsId = 99;
+
+// Whether entries whose connection strings are blank are kept. The values are published.
+enum class BlankConnections : std::int32_t { kIgnoreEntry = 0, kAllowEntry = 1 };
+
+// The sections that `ReadDahsEntries` asks the file for: Dahs1 to Dahs99 and AffinityMasks.
+const IniNames& SiteSections();
+
+// Adds the usable entries of a site file to `entries`, in ascending order of their identifiers, and every finding to
+// `problems`, where `path` names the file.
+void ReadDahsEntries(const IniFile& file, const std::wstring& path, BlankConnections option, DahsEntryList& entries,
+                     std::vector<std::wstring>& problems);
+
+}  // namespace v5

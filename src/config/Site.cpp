@@ -1,0 +1,275 @@
+#include "config/Site.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+#include "base/Text.h"
+#include "config/SiteFileSearch.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr size_t kMaxSiteIdLength = 10;  // characters of a site identifier that ChooseSite looks at
+
+std::wstring UpperHex(std::uint32_t value) {
+    std::wstring digits;
+    do {
+        digits.insert(digits.begin(), L"0123456789ABCDEF"[value & 0xF]);
+        value >>= 4;
+    } while (value != 0);
+    return digits;
+}
+
+const std::wstring& Word(bool value) {
+    static const std::wstring words[] = {L"False", L"True"};
+    return words[value ? 1 : 0];
+}
+
+template <typename Enumeration>
+std::wstring Number(Enumeration value) {
+    return std::to_wstring(static_cast<std::int32_t>(value));
+}
+
+}  // namespace
+
+std::wstring_view RedundantDasRoleText(RedundantDasRole role) {
+    switch (role) {
+        case RedundantDasRole::kStandalone:
+            return L"Standalone";
+        case RedundantDasRole::kPrimary:
+            return L"Primary";
+        case RedundantDasRole::kSecondary:
+            return L"Secondary";
+    }
+    return L"??";
+}
+
+bool CurrentDahs::MustUseReportsUrl() const {
+    const auto ostra =
+        connections.begin() + static_cast<std::ptrdiff_t>(Database::kOstra);  // the last: it may be blank
+    return !entry->reports_url.empty() &&
+           std::any_of(connections.begin(), ostra, [](const std::wstring& text) { return text.empty(); });
+}
+
+bool Site::Read(AppCategory category, bool noninteractive, bool dot_net, BlankConnections option) {
+    if (is_set_up_) {
+        Report(L"STR-017: this instance has already been set up");
+        return false;
+    }
+    is_set_up_ = true;
+    if (!Locate() || !Parse(option)) {
+        return false;
+    }
+    SelectFirst(noninteractive, dot_net);
+    SetAffinity(category);
+    CreateMissingFolders(current_.folders, host_, problems_);
+    return true;
+}
+
+bool Site::Locate() {
+    const std::wstring start = host_.ExpandEnvironment(kSystemFolderReference);
+    path_ = FindSiteFile(start, host_);
+    if (!path_.empty()) {
+        Report(L"STR-0183: found INI file '" + path_ + L"'");
+        return true;
+    }
+    Report(L"STR-0184: Could not find Vantor5.INI file in '" + start + L"' or parent folders");
+    const std::wstring library_folder = host_.LibraryFolder();
+    path_ = FindSiteFile(library_folder, host_);
+    if (!path_.empty()) {
+        Report(L"STR-094: found INI file '" + path_ + L"'");
+        return true;
+    }
+    Report(L"STR-018: Could not find Vantor5.INI file in '" + library_folder + L"' or parent folders");
+    return false;
+}
+
+bool Site::Parse(BlankConnections option) {
+    try {
+        std::string bytes;
+        const std::wstring reason = host_.ReadFile(path_, bytes);
+        if (!reason.empty()) {
+            ReportUnreadable(reason);
+            return false;
+        }
+        const IniFile file(std::move(bytes), SiteSections(),
+                           [this](std::string_view text) { return host_.DecodeAnsi(text); });
+        ReadDahsEntries(file, path_, option, *entries_, problems_);
+    } catch (const std::bad_alloc&) {
+        ReportUnreadable(L"it is too large");
+        return false;
+    }
+    has_entries_from_file_ = entries_->Count() > 0;
+    if (!has_entries_from_file_) {
+        Report(L"STR-031: no DAHS entries found in '" + path_ + L"'");
+    }
+    return has_entries_from_file_;
+}
+
+bool Site::SetupForced(const std::wstring& site_id) {
+    if (is_set_up_) {
+        Report(L"STR-0175: this instance has already been set up");
+        return false;
+    }
+    is_set_up_ = true;
+    Report(L"STR-0176: This instance can only be used for compile validation");
+    Report(L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI");
+    DahsEntry entry;
+    entry.dahs_id = kForcedDahsId;
+    entry.site_id = site_id;
+    entry.computer_name = local_computer_name_;
+    entry.description = L"For compile validation only";
+    entries_->Add(std::move(entry));
+    return SelectFirst(false, false);
+}
+
+bool Site::SelectFirst(bool noninteractive, bool dot_net) {
+    const DahsEntryPtr first = entries_->At(0);
+    if (first) {
+        Select(first, noninteractive, dot_net);
+    }
+    return first != nullptr;
+}
+
+void Site::Select(const DahsEntryPtr& entry, bool noninteractive, bool dot_net) {
+    CurrentDahs chosen;
+    chosen.entry = entry;
+    chosen.is_remote = IsRemote(*entry);
+    chosen.connections = entry->Connections(ConnectionFormFor(noninteractive, dot_net));
+    chosen.folders = FoldersOf(*entry, host_);
+    current_ = std::move(chosen);
+}
+
+bool Site::Choose(std::int32_t dahs_id, bool noninteractive, bool dot_net) {
+    if (dahs_id == 0) {
+        const bool chosen = SelectFirst(noninteractive, dot_net);
+        if (!chosen) {
+            Report(L"STR-029: no DAHS is defined");
+        }
+        return chosen;
+    }
+    const DahsEntryPtr entry = entries_->Find(dahs_id);
+    if (entry) {
+        Select(entry, noninteractive, dot_net);
+    }
+    return entry != nullptr;
+}
+
+bool Site::ChooseSite(std::wstring_view site_id, bool noninteractive, bool dot_net) {
+    const std::wstring site(Trim(ToUpper(site_id)).substr(0, kMaxSiteIdLength));
+    if (site.empty()) {
+        const bool chosen = SelectFirst(noninteractive, dot_net);
+        if (!chosen) {
+            Report(L"STR-163: no DAHS is defined");
+        }
+        return chosen;
+    }
+    for (const DahsEntryPtr& entry : *entries_) {
+        if (entry->site_id == site) {
+            Select(entry, noninteractive, dot_net);
+            return true;
+        }
+    }
+    Report(L"STR-164: no DAHS is defined for site ID '" + site + L"'");
+    return false;
+}
+
+RedundantDasIds Site::FindRedundantDasIds(std::wstring_view site_id, std::int32_t initial_das_id) const {
+    std::wstring site(site_id);
+    if (const DahsEntryPtr initial = initial_das_id != 0 ? entries_->Find(initial_das_id) : nullptr) {
+        site = initial->site_id;
+        if (initial->role == RedundantDasRole::kStandalone) {
+            return {initial_das_id, 0};
+        }
+    }
+    RedundantDasIds ids;
+    for (const DahsEntryPtr& entry : *entries_) {
+        if (!EqualsIgnoreCase(entry->site_id, site)) {
+            continue;
+        }
+        if (entry->role == RedundantDasRole::kStandalone) {
+            return {entry->dahs_id, 0};
+        }
+        (entry->role == RedundantDasRole::kPrimary ? ids.primary : ids.secondary) = entry->dahs_id;
+    }
+    if (ids.primary == 0) {
+        std::swap(ids.primary, ids.secondary);
+    }
+    return ids;
+}
+
+std::int32_t Site::FindLocalDahsId(bool prefer_primary) const {
+    for (const DahsEntryPtr& entry : *entries_) {
+        if (!IsRemote(*entry)) {
+            return prefer_primary && entry->role == RedundantDasRole::kSecondary
+                       ? FindRedundantDasIds(entry->site_id, 0).primary
+                       : entry->dahs_id;
+        }
+    }
+    return 0;
+}
+
+void Site::SetAffinity(AppCategory category) {
+    const auto index = static_cast<size_t>(category);
+    const DahsEntryPtr first = entries_->At(0);
+    const std::int32_t requested = index < kAppCategoryCount ? first->affinity_masks[index] : 0;
+    if (requested == 0) {
+        return;
+    }
+    const auto bits = static_cast<std::uint32_t>(requested);
+    const std::uint64_t usable = host_.SystemAffinityMask().value_or(0) & bits;
+    Report(usable != 0 && host_.SetProcessAffinityMask(usable)
+               ? L"STR-082: set process affinity mask = &H" + UpperHex(bits)
+               : L"STR-083: can't set affinity mask");
+}
+
+std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
+    const DahsEntry& dahs = *current_.entry;
+    const DahsFolders& folders = current_.folders;
+    const auto connection = [&](Database database) { return current_.connections[static_cast<size_t>(database)]; };
+    const std::pair<const wchar_t*, std::wstring> items[] = {
+        {L"ActualVantorINI=", path_},
+        {L"DahsEntries.Count=", std::to_wstring(entries_->Count())},
+        {L"DahsID=", std::to_wstring(dahs.dahs_id)},
+        {L"SiteID=", dahs.site_id},
+        {L"LanguageId=", dahs.language_id},  // spelled so, unlike the property
+        {L"DahsComputerName=", dahs.computer_name},
+        {L"DahsDescription=", dahs.description},
+        {L"LocalComputerName=", local_computer_name_},
+        {L"HDREnabled=", Word(dahs.hdr_enabled)},
+        {L"AutoOutputEnabled=", Word(dahs.AutoOutputEnabled())},
+        {L"AutoOutputEnabledEx=", Number(dahs.auto_output)},
+        {L"AutoOutputEnabledExRedundantDasTimeout=", std::to_wstring(dahs.auto_output_timeout)},
+        {L"RedundantDasRole=", Number(dahs.role)},
+        {L"RedundantDasSyncStagingEnabled=", Word(dahs.sync_staging_enabled)},
+        {L"RedundantDasSyncCompareEnabled=", Word(dahs.sync_compare_enabled)},
+        {L"RedundantDASSyncMergeEnabled=", Word(dahs.sync_merge_enabled)},
+        {L"DRCurrentHealthTimeouts=", dahs.dr_current_health_timeouts},
+        {L"ExtraTraceMsgsEnabled=", Word(dahs.extra_trace_msgs_enabled)},
+        {L"LogFlushEnabled=", Word(dahs.log_flush_enabled)},
+        {L"VantorDir=", folders.vantor},
+        {L"VantorSystemDir=", folders.system},
+        {L"VantorLogsDir=", folders.logs},
+        {L"VantorCustomReportTemplatesDir=", folders.custom_report_templates},
+        {L"PrimaryBackupDir=", folders.primary_backup},
+        {L"SecondaryBackupDir=", folders.secondary_backup},
+        {L"TempDir=", folders.temp},
+        {L"SqlConnectionString_Alarms=", connection(Database::kAlarms)},
+        {L"SqlConnectionString_Config=", connection(Database::kConfig)},
+        {L"SqlConnectionString_Data=", connection(Database::kData)},
+        {L"SqlConnectionString_DataShortTerm=", connection(Database::kDataShortTerm)},
+        {L"SqlConnectionString_Realtime=", connection(Database::kRealtime)},
+        {L"SqlConnectionString_Ostra=", connection(Database::kOstra)},
+        {L"ReportsURL=", dahs.reports_url},
+    };
+    std::wstring text;
+    for (const auto& [label, value] : items) {
+        text.append(label).append(value) += L'\t';
+    }
+    text.append(static_cast<size_t>(std::max(extra, 0)), L'\t');
+    return Split(text, L'\t');
+}
+
+}  // namespace v5

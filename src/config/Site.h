@@ -1,0 +1,104 @@
+// The site as a program sees it: the entries of its site file, the DAHS that the program works against, and every
+// finding on the way.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "config/DahsEntryList.h"
+#include "config/DahsFolders.h"
+#include "config/DahsSection.h"
+#include "config/SiteHost.h"
+
+namespace v5 {
+
+// The current DAHS: a chosen entry with what follows from choosing it. Before any choice all is zero, False or empty.
+struct CurrentDahs {
+    DahsEntryPtr entry = std::make_shared<const DahsEntry>();
+    bool is_remote = false;
+    ConnectionStrings connections;  // in the form that fits the process
+    DahsFolders folders;
+
+    std::wstring PadepReportDir() const { return folders.vantor + L"\\PADEP Reports"; }
+
+    // Whether the DAHS is to be reached through its reports web address, for want of a connection string.
+    bool MustUseReportsUrl() const;
+};
+
+// The identifiers of the DASes that serve one site; 0 where there is none.
+struct RedundantDasIds {
+    std::int32_t primary = 0;
+    std::int32_t secondary = 0;
+};
+
+// "Standalone", "Primary" or "Secondary", or "??" for a value that is no role.
+std::wstring_view RedundantDasRoleText(RedundantDasRole role);
+
+class Site {
+  public:
+    static constexpr std::int32_t kForcedDahsId = 888;  // of the only entry of SetupForced
+
+    // `host` must outlive this object.
+    explicit Site(SiteHost& host) : host_(host), local_computer_name_(host.LocalComputerName()) {}
+
+    // Finds and reads the site file, makes its first entry the current DAHS, pins the process to the processors listed
+    // for `category` (values that are no category: none) and creates missing folders. False when there is no current
+    // DAHS for it; the reasons stand in `Problems`. Works once for each object.
+    bool Read(AppCategory category, bool noninteractive, bool dot_net, BlankConnections option);
+
+    // Goes without a site file, for tools that only need an object to compile against: one entry with defaults.
+    bool SetupForced(const std::wstring& site_id);
+
+    // Makes another entry the current DAHS: by its identifier (0: the first entry), or the first entry of a site
+    // (empty: of any). False when there is none; the current DAHS is then unchanged.
+    bool Choose(std::int32_t dahs_id, bool noninteractive, bool dot_net);
+    bool ChooseSite(std::wstring_view site_id, bool noninteractive, bool dot_net);
+
+    // The primary and the secondary DAS of a site, or, where `initial_das_id` is that of an entry, of its site. Case is
+    // ignored. A standalone DAS counts as primary, and so does a secondary without a primary.
+    RedundantDasIds FindRedundantDasIds(std::wstring_view site_id, std::int32_t initial_das_id) const;
+
+    // The identifier of the first DAHS on this computer, or of its primary where it is a secondary and the primary is
+    // preferred; 0 when there is none.
+    std::int32_t FindLocalDahsId(bool prefer_primary) const;
+
+    // All current settings as "name=value" texts, then `extra` + 1 empty ones. Values with tabs split into several.
+    std::vector<std::wstring> InfoTexts(std::int32_t extra) const;
+
+    const std::vector<std::wstring>& Problems() const { return problems_; }
+    const std::wstring& FilePath() const { return path_; }
+    const std::shared_ptr<DahsEntryList>& Entries() const { return entries_; }
+    const CurrentDahs& Current() const { return current_; }
+    const std::wstring& LocalComputerName() const { return local_computer_name_; }
+
+    // Whether reading found at least one usable entry.
+    bool HasEntriesFromFile() const { return has_entries_from_file_; }
+
+    bool IsRemote(const DahsEntry& entry) const { return !host_.IsLocalComputer(entry.computer_name); }
+
+  private:
+    bool Locate();
+    bool Parse(BlankConnections option);
+    bool SelectFirst(bool noninteractive, bool dot_net);
+    void Select(const DahsEntryPtr& entry, bool noninteractive, bool dot_net);
+    void SetAffinity(AppCategory category);
+    void Report(std::wstring problem) { problems_.push_back(std::move(problem)); }
+    void ReportUnreadable(const std::wstring& reason) {
+        Report(L"Could not read INI file '" + path_ + L"': " + reason);
+    }
+
+    SiteHost& host_;
+    const std::wstring local_computer_name_;
+    bool is_set_up_ = false;
+    bool has_entries_from_file_ = false;
+    std::wstring path_;
+    std::vector<std::wstring> problems_;
+    std::shared_ptr<DahsEntryList> entries_ = std::make_shared<DahsEntryList>();
+    CurrentDahs current_;
+};
+
+}  // namespace v5

@@ -1,0 +1,50 @@
+// What reading a site needs from the machine.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace v5 {
+
+class SiteHost {
+  public:
+    virtual ~SiteHost() = default;
+
+    // `text` with every %NAME% of a defined environment variable replaced; references to undefined ones stay.
+    virtual std::wstring ExpandEnvironment(const std::wstring& text) const = 0;
+
+    // Whether the path names an existing folder, or an existing file that is no folder. Never fail.
+    virtual bool FolderExists(const std::wstring& path) const = 0;
+    virtual bool FileExists(const std::wstring& path) const = 0;
+
+    // Reads a whole file into `bytes`. Gives an empty text, or the reason why it cannot be read in the system's words.
+    virtual std::wstring ReadFile(const std::wstring& path, std::string& bytes) const = 0;
+
+    // Creates one folder, whose parent exists. Gives an empty text, or the reason in the system's words.
+    virtual std::wstring CreateFolder(const std::wstring& path) = 0;
+
+    // Text from bytes in the machine's ANSI code page.
+    virtual std::wstring DecodeAnsi(std::string_view bytes) const = 0;
+
+    // The folder that holds this library's own file, and the system's folder for temporary files; neither ends in a
+    // backslash.
+    virtual std::wstring LibraryFolder() const = 0;
+    virtual std::wstring TemporaryFolder() const = 0;
+
+    // The name of the computer that the process runs on.
+    virtual std::wstring LocalComputerName() const = 0;
+
+    // Whether `name` is that computer, by its short or its fully qualified name, without regard to case.
+    virtual bool IsLocalComputer(const std::wstring& name) const = 0;
+
+    // The processors of the machine that processes may use, one bit each; nullopt when the system does not tell.
+    virtual std::optional<std::uint64_t> SystemAffinityMask() const = 0;
+
+    // Pins this process to processors. False when the system refuses.
+    virtual bool SetProcessAffinityMask(std::uint64_t mask) = 0;
+};
+
+}  // namespace v5

@@ -1,0 +1,68 @@
+// A machine on which a site file lies, all in memory.
+#pragma once
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/Text.h"
+#include "config/SiteHost.h"
+
+namespace v5 {
+
+class FakeSiteHost : public SiteHost {
+  public:
+    std::wstring system_folder = L"C:\\Site";  // empty: the variable is not defined
+    std::set<std::wstring> folders = {L"C:\\", L"C:\\Site", L"C:\\Windows\\Temp"};
+    std::map<std::wstring, std::string> files;
+    std::set<std::wstring> unreadable;
+    std::wstring refused_folder;
+    std::optional<std::uint64_t> system_mask = 0xF;
+    bool affinity_refused = false;
+    std::uint64_t affinity_set = 0;
+    std::vector<std::wstring> created;
+
+    std::wstring ExpandEnvironment(const std::wstring& text) const override {
+        return system_folder.empty() ? text : ReplaceAll(text, L"%VANTOR5_SYSTEM_FOLDER%", system_folder);
+    }
+    bool FolderExists(const std::wstring& path) const override { return folders.count(path) != 0; }
+    bool FileExists(const std::wstring& path) const override { return files.count(path) != 0; }
+    std::wstring ReadFile(const std::wstring& path, std::string& bytes) const override {
+        if (unreadable.count(path) != 0) {
+            return L"Access is denied.";
+        }
+        bytes = files.at(path);
+        return {};
+    }
+    std::wstring CreateFolder(const std::wstring& path) override {
+        if (path == refused_folder) {
+            return L"Access is denied.";
+        }
+        created.push_back(path);
+        folders.insert(path);
+        return {};
+    }
+    // Windows-1252 as far as the tests need it.
+    std::wstring DecodeAnsi(std::string_view bytes) const override {
+        std::wstring text;
+        for (const char c : bytes) {
+            const auto code = static_cast<unsigned char>(c);
+            text += code == 150 ? L'\u2013' : code == 151 ? L'\u2014' : static_cast<wchar_t>(code);
+        }
+        return text;
+    }
+    std::wstring LibraryFolder() const override { return L"C:\\Program\\Bin"; }
+    std::wstring TemporaryFolder() const override { return L"C:\\Windows\\Temp"; }
+    std::wstring LocalComputerName() const override { return L"DAS1"; }
+    bool IsLocalComputer(const std::wstring& name) const override { return EqualsIgnoreCase(name, L"das1"); }
+    std::optional<std::uint64_t> SystemAffinityMask() const override { return system_mask; }
+    bool SetProcessAffinityMask(std::uint64_t mask) override {
+        affinity_set = mask;
+        return !affinity_refused;
+    }
+};
+
+}  // namespace v5

@@ -1,0 +1,128 @@
+#include "config/IniFile.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+
+namespace v5 {
+
+namespace {
+
+constexpr std::array<std::string_view, 2> kSections = {"Dahs1", "Dahs2"};
+constexpr std::array<std::string_view, 2> kKeys = {"SiteID", "HDR"};
+
+// The value of key SiteID in section Dahs1.
+std::wstring SiteIdIn(std::string bytes) {
+    const IniNames sections(kSections);
+    const IniNames keys(kKeys);
+    const IniFile file(std::move(bytes), sections,
+                       [](std::string_view text) { return L"ansi" + std::to_wstring(text.size()); });
+    std::array<std::string_view, 2> values;
+    file.ReadSection(0, keys, values);
+    return file.Decode(values[0]);
+}
+
+std::string Utf16(std::u16string_view text, bool big_endian) {
+    std::string bytes;
+    const std::u16string marked = u"\uFEFF" + std::u16string(text);
+    for (const char16_t unit : marked) {
+        const char high = static_cast<char>(unit >> 8);
+        const char low = static_cast<char>(unit & 0xFF);
+        bytes += big_endian ? high : low;
+        bytes += big_endian ? low : high;
+    }
+    return bytes;
+}
+
+}  // namespace
+
+TEST(IniFile, ProfileRules) {
+    struct Case {
+        const char* name;
+        std::string bytes;
+        const wchar_t* value;
+    };
+    using std::string_literals::operator""s;
+    const Case cases[] = {
+        {"plain", "[Dahs1]\r\nSiteID=AB\r\n", L"AB"},
+        {"no last line end", "[Dahs1]\nSiteID=AB", L"AB"},
+        {"case of names", "[dAHS1]\nsITEid=AB\n", L"AB"},
+        {"blanks around names and values", "  [ Dahs1\t] \n \tSiteID  =\t AB \n", L"AB"},
+        {"text after the header", "[Dahs1] ; first\nSiteID=AB\n", L"AB"},
+        {"inner blanks and equals signs", "[Dahs1]\nSiteID=A  B=C;D\n", L"A  B=C;D"},
+        {"double quotes", "[Dahs1]\nSiteID=\" AB \"\n", L" AB "},
+        {"single quotes", "[Dahs1]\nSiteID='AB'\n", L"AB"},
+        {"quotes that do not match", "[Dahs1]\nSiteID='AB\"\n", L"'AB\""},
+        {"one quote", "[Dahs1]\nSiteID=\"\n", L"\""},
+        {"only one pair of quotes", "[Dahs1]\nSiteID=''AB''\n", L"'AB'"},
+        {"comment", "[Dahs1]\n;SiteID=AB\n ; SiteID=AB\nSiteID=CD\n", L"CD"},
+        {"first key wins", "[Dahs1]\nSiteID=AB\nSiteID=CD\n", L"AB"},
+        {"a blank first key wins too", "[Dahs1]\nSiteID=\nSiteID=CD\n", L""},
+        {"first section wins", "[Dahs1]\nHDR=1\n[Dahs2]\n[Dahs1]\nSiteID=CD\n", L""},
+        {"other sections", "[Dahs]\nSiteID=X\n[Dahs11]\nSiteID=Y\n[Dahs1]\nSiteID=AB\n", L"AB"},
+        {"no section yet", "SiteID=X\n[Dahs2]\nSiteID=Y\n", L""},
+        {"no equals sign", "[Dahs1]\nSiteID\nSiteID AB\n", L""},
+        {"header without end", "[Dahs1\nSiteID=X\n", L""},
+        {"header ends at the last bracket", "[Dahs1]]\nSiteID=X\n", L""},
+        {"CR alone", "[Dahs1]\rSiteID=AB\rHDR=1", L"AB"},
+        {"old end-of-file mark", "[Dahs1]\r\nSiteID=AB\r\n\x1A", L"AB"},
+        {"NUL ends a value", "[Dahs1]\nSiteID=A\0B\n"s, L"A"},
+        {"NULs elsewhere", "\0\0\n[\0]\n[Dahs1]\n\0=\0\nSiteID=AB\n"s, L"AB"},
+        {"empty", "", L""},
+        {"nothing but marks", "[]\n=\n[\n]\n;\n'\n\"", L""},
+        {"ANSI", "[Dahs1]\nSiteID=\xE9\xE8\n", L"ansi2"},
+        {"UTF-8", "\xEF\xBB\xBF[Dahs1]\nSiteID=\xC3\xA9\xE2\x82\xAC\n", L"\u00E9\u20AC"},
+        {"UTF-8 that is none", "\xEF\xBB\xBF[Dahs1]\nSiteID=a\xC3(\xFF\xE2\x82\n", L"a\uFFFD(\uFFFD\uFFFD\uFFFD"},
+        {"UTF-16", Utf16(u"[Dahs1]\r\nSiteID=\u0416\u20AC", false), L"\u0416\u20AC"},
+        {"UTF-16, big end first", Utf16(u"[Dahs1]\r\nSiteID=\u0416\u20AC", true), L"\u0416\u20AC"},
+        {"UTF-16, odd length", Utf16(u"[Dahs1]\r\nSiteID=AB", false) + "\n", L"AB"},
+        {"UTF-16 beyond the basic plane", Utf16(u"[Dahs1]\r\nSiteID=\U0001F3ED", false), L"\U0001F3ED"},
+        {"UTF-16, half a pair",
+         Utf16(u"[Dahs1]\r\nSiteID=\xD83C"
+               u"A",
+               false),
+         L"\xD83C"
+         L"A"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(SiteIdIn(c.bytes), c.value) << c.name;
+    }
+}
+
+TEST(IniFile, NamesAreFoundWithoutRegardToCaseAndToNothingElse) {
+    constexpr std::array<std::string_view, 4> kNames = {"SQLData", "SQLData.NET", "a@b[c", "x"};
+    const IniNames names(kNames);
+    EXPECT_EQ(names.Find("sqldata"), 0u);
+    EXPECT_EQ(names.Find("SQLDATA.net"), 1u);
+    EXPECT_EQ(names.Find("A@B[C"), 2u);
+    for (const char* other : {"a`b[c", "a@b{c", "SQLDat", "SQLDataX", "", "SQLData.NE\x14"}) {
+        EXPECT_EQ(names.Find(other), IniNames::kNone) << other;
+    }
+}
+
+// Files of random marks, and long ones of a single kind, are read in a time that grows with their length alone.
+TEST(IniFile, NoiseIsHarmless) {
+    std::mt19937 random(5);
+    using std::string_view_literals::operator""sv;
+    constexpr std::string_view marks = "[]=;'\"\r\n \tDahs1SiteID\0\xEF\xBB\xBF\xFF\xFE"sv;
+    for (int round = 0; round < 500; ++round) {
+        std::string bytes(random() % 200, ' ');
+        for (char& c : bytes) {
+            c = marks[random() % marks.size()];
+        }
+        SiteIdIn("[Dahs1]\n" + bytes);
+        SiteIdIn("\xFF\xFE" + bytes);
+    }
+    constexpr size_t kLong = 500'000;
+    for (const std::string unit :
+         {"[", "[Dahs1]\n", "[x]\r\n", "=", "SiteID=\n", " ", "\r", "\n", "\"", "]", "a=b\n"}) {
+        std::string bytes = "[Dahs1]\nSiteID=AB\n";
+        while (bytes.size() < kLong) {
+            bytes += unit;
+        }
+        EXPECT_EQ(SiteIdIn(std::move(bytes)), L"AB") << unit;
+    }
+}
+
+}  // namespace v5
