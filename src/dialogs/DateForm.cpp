@@ -1,0 +1,363 @@
+// The window of the date dialog.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "base/Clock.h"
+#include "dialogs/DayPainter.h"
+#include "dialogs/Dialogs.h"
+#include "dialogs/ModalForm.h"
+#include "dialogs/TimeFieldControls.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr int kMonthLabelId = 100;
+constexpr int kMonthId = 101;
+constexpr int kYearLabelId = 102;
+constexpr int kYearId = 103;
+constexpr int kYearUpDownId = 104;
+constexpr int kPreviousMonthId = 105;
+constexpr int kNextMonthId = 106;
+constexpr int kDayGroupId = 107;
+constexpr int kTimeGroupId = 108;
+constexpr int kNoDateId = 109;
+constexpr int kFirstHeadingId = 300;
+constexpr int kFirstDayId = 400;  // the day buttons, one for each cell of the grid
+
+constexpr int DayId(int cell) {
+    return kFirstDayId + cell;
+}
+bool IsDayId(int id) {
+    return id >= kFirstDayId && id < kFirstDayId + MonthGrid::kCells;
+}
+
+// Sizes in dialog units.
+constexpr int kCellWidth = 22;
+constexpr int kCellHeight = 14;
+constexpr int kGroupMargin = 7;  // between a group box and what it holds
+constexpr int kGroupTop = 11;    // the same at the top, below the group's name
+constexpr int kContentWidth = MonthGrid::kDaysPerWeek * kCellWidth + 2 * kGroupMargin;
+constexpr int kArrowWidth = 16;
+constexpr int kYearWidth = 44;
+constexpr int kMonthWidth = kContentWidth - 2 * kArrowWidth - kYearWidth - 3 * units::kGap;
+
+// Arrow keys of the day grid, and the days or months that they move.
+constexpr struct {
+    WPARAM key;
+    int days;
+    int months;
+} kGridKeys[] = {
+    {VK_LEFT, -1, 0},  {VK_RIGHT, 1, 0}, {VK_UP, -MonthGrid::kDaysPerWeek, 0}, {VK_DOWN, MonthGrid::kDaysPerWeek, 0},
+    {VK_PRIOR, 0, -1}, {VK_NEXT, 0, 1},
+};
+
+class DateForm final : public ModalForm {
+  public:
+    DateForm(const DateDialogSettings& settings, const CivilDateTime& now)
+        : ModalForm(settings.title), model_(settings, now) {
+        time_.SetVisible(model_.ShowsTime(), model_.ShowsMinutes());
+    }
+
+    double Result() const { return accepted_ ? model_.Answer() : kDateCancelled; }
+
+  protected:
+    void CreateControls() override {
+        AddControls(kMonthControls);
+        UDACCEL steps{0, 1};
+        SendMessageW(Control(kYearUpDownId), UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
+        SendMessageW(Control(kYearId), EM_LIMITTEXT, 4, 0);
+        for (const std::wstring_view name : kMonthNames) {
+            SendMessageW(Control(kMonthId), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.data()));
+        }
+        AddControl({kDayGroupId, WC_BUTTONW, L"&Day", WS_GROUP | BS_GROUPBOX});
+        for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
+            AddControl({kFirstHeadingId + i, WC_STATICW, kWeekdayNames[i].data(), SS_CENTER});
+        }
+        for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+            const DWORD group = cell == 0 ? WS_GROUP : 0;
+            AddControl({DayId(cell), WC_BUTTONW, L"", group | BS_RADIOBUTTON | BS_PUSHLIKE});
+        }
+        AddControl({kTimeGroupId, WC_BUTTONW, L"Time", WS_GROUP | BS_GROUPBOX});
+        time_.Create();
+        AddControls(kClosingControls);
+        ShowControl(kTimeGroupId, model_.ShowsTime());
+        ShowControl(kNoDateId, model_.ShowsNoDate());
+        CheckDlgButton(Window(), kNoDateId, model_.NoDate() ? BST_CHECKED : BST_UNCHECKED);
+        ShowMonth();
+        ShowNoDate();
+    }
+
+    SIZE LayOut() override {
+        using namespace units;
+        boldFont_ = CreateMessageFont(Dpi(), true);
+        int top = LayOutMonthRow(kMargin);
+        top = LayOutGrid(top + kGroupGap);
+        if (model_.ShowsTime()) {
+            constexpr int kHeight = kGroupTop + TimeFieldControls::kHeight + kGroupMargin;
+            top += kGroupGap;
+            Place(kTimeGroupId, UnitRect{kMargin, top, kContentWidth, kHeight});
+            time_.LayOut(kMargin + kGroupMargin, top + kGroupTop);
+            top += kHeight;
+        }
+        if (model_.ShowsNoDate()) {
+            top += kGroupGap;
+            Place(kNoDateId, UnitRect{kMargin, top, kContentWidth, kCheckHeight});
+            top += kCheckHeight;
+        }
+        top += kGroupGap;
+        constexpr int kCancelLeft = kMargin + kContentWidth - kButtonWidth;
+        Place(IDOK, UnitRect{kCancelLeft - kGap - kButtonWidth, top, kButtonWidth, kButtonHeight});
+        Place(IDCANCEL, UnitRect{kCancelLeft, top, kButtonWidth, kButtonHeight});
+        ShowMonth();
+        return {UnitsX(kContentWidth + 2 * kMargin), UnitsY(top + kButtonHeight + kMargin)};
+    }
+
+    void OnOpening() override {
+        SetFocus(model_.NoDate() ? Control(kNoDateId) : Control(DayId(model_.SelectedCell())));
+    }
+
+    void OnCommand(int id, int notification) override {
+        if (time_.OnCommand(id, notification)) {
+            return;
+        }
+        if (IsDayId(id)) {
+            ChooseDay(id - kFirstDayId);
+            return;
+        }
+        switch (id) {
+            case kMonthId:
+                if (notification == CBN_SELCHANGE) {
+                    model_.ChooseMonth(static_cast<int>(SendMessageW(Control(kMonthId), CB_GETCURSEL, 0, 0)) + 1);
+                    ShowMonth();
+                }
+                break;
+            case kYearId:
+                OnYear(notification);
+                break;
+            case kPreviousMonthId:
+            case kNextMonthId:
+                model_.MoveMonths(id == kNextMonthId ? 1 : -1);
+                ShowMonth();
+                break;
+            case kNoDateId:
+                model_.SetNoDate(IsDlgButtonChecked(Window(), kNoDateId) == BST_CHECKED);
+                ShowNoDate();
+                break;
+            case IDOK:
+                accepted_ = true;
+                Close();
+                break;
+            case IDCANCEL:
+                Close();
+                break;
+            default:
+                break;
+        }
+    }
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override {
+        if (message != WM_NOTIFY) {
+            return std::nullopt;
+        }
+        const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
+        const int id = static_cast<int>(notice.idFrom);
+        if (notice.code == static_cast<UINT>(UDN_DELTAPOS) && id == kYearUpDownId) {
+            StepYear(reinterpret_cast<const NMUPDOWN&>(notice).iDelta > 0);
+            return TRUE;
+        }
+        if (notice.code == static_cast<UINT>(NM_CUSTOMDRAW)) {
+            return Paint(id, reinterpret_cast<const NMCUSTOMDRAW&>(notice));
+        }
+        return time_.OnNotify(notice);
+    }
+
+    bool OnQueuedMessage(const MSG& message) override {
+        if (message.message != WM_KEYDOWN || !IsDayId(GetDlgCtrlID(message.hwnd))) {
+            return false;
+        }
+        for (const auto& each : kGridKeys) {
+            if (each.key == message.wParam) {
+                if (each.months != 0) {
+                    model_.MoveMonths(each.months);
+                } else {
+                    model_.MoveDays(each.days);
+                }
+                ShowMonth();
+                SetFocus(Control(DayId(model_.SelectedCell())));
+                return true;
+            }
+        }
+        return false;
+    }
+
+  private:
+    static constexpr ControlSpec kMonthControls[] = {
+        {kPreviousMonthId, WC_BUTTONW, L"Previous month", WS_TABSTOP | BS_PUSHBUTTON},
+        {kMonthLabelId, WC_STATICW, L"&Month:"},
+        {kMonthId, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST},
+        {kYearLabelId, WC_STATICW, L"&Year:"},
+        {kYearId, WC_EDITW, L"", WS_TABSTOP | ES_CENTER | ES_NUMBER, WS_EX_CLIENTEDGE},
+        {kYearUpDownId, UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS},
+        {kNextMonthId, WC_BUTTONW, L"Next month", WS_TABSTOP | BS_PUSHBUTTON},
+    };
+    static constexpr ControlSpec kClosingControls[] = {
+        {kNoDateId, WC_BUTTONW, L"&No date", WS_GROUP | WS_TABSTOP | BS_AUTOCHECKBOX},
+        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+    };
+
+    int LayOutMonthRow(int top) {
+        using namespace units;
+        const int fields = top + kLabelHeight + 2;
+        int left = kMargin;
+        Place(kPreviousMonthId, UnitRect{left, fields, kArrowWidth, kFieldHeight});
+        left += kArrowWidth + kGap;
+        Place(kMonthLabelId, UnitRect{left, top, kMonthWidth, kLabelHeight});
+        PlaceMonthList(left, fields);
+        left += kMonthWidth + kGap;
+        Place(kYearLabelId, UnitRect{left, top, kYearWidth, kLabelHeight});
+        Place(kYearId, UnitRect{left, fields, kYearWidth, kFieldHeight});
+        SendMessageW(Control(kYearUpDownId), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(kYearId)), 0);
+        left += kYearWidth + kGap;
+        Place(kNextMonthId, UnitRect{left, fields, kArrowWidth, kFieldHeight});
+        return fields + kFieldHeight;
+    }
+
+    void PlaceMonthList(int left, int top) {
+        // A combo box is given the height of its opened list; that of its closed field follows from its font alone and
+        // is made that of its neighbours here.
+        constexpr int kListHeight = units::kFieldHeight + 12 * (units::kLabelHeight + 2);
+        const HWND list = Control(kMonthId);
+        Place(kMonthId, UnitRect{left, top, kMonthWidth, kListHeight});
+        RECT closed{};
+        GetWindowRect(list, &closed);
+        const LONG missing = UnitsY(top + units::kFieldHeight) - UnitsY(top) - (closed.bottom - closed.top);
+        const LRESULT height = SendMessageW(list, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
+        SendMessageW(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height + missing);
+    }
+
+    int LayOutGrid(int top) {
+        using namespace units;
+        constexpr int kWeeks = MonthGrid::kCells / MonthGrid::kDaysPerWeek;
+        constexpr int kHeadingHeight = kLabelHeight + 2;
+        constexpr int kHeight = kGroupTop + kHeadingHeight + kWeeks * kCellHeight + kGroupMargin;
+        Place(kDayGroupId, UnitRect{kMargin, top, kContentWidth, kHeight});
+        const int left = kMargin + kGroupMargin;
+        for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
+            Place(kFirstHeadingId + i, UnitRect{left + i * kCellWidth, top + kGroupTop, kCellWidth, kLabelHeight});
+        }
+        for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+            const int row = cell / MonthGrid::kDaysPerWeek;
+            const int column = cell % MonthGrid::kDaysPerWeek;
+            Place(DayId(cell), UnitRect{left + column * kCellWidth,
+                                        top + kGroupTop + kHeadingHeight + row * kCellHeight, kCellWidth, kCellHeight});
+        }
+        return top + kHeight;
+    }
+
+    // Shows the model's month, year and selected day.
+    void ShowMonth() {
+        showing_ = true;
+        SendMessageW(Control(kMonthId), CB_SETCURSEL, static_cast<WPARAM>(model_.Month() - 1), 0);
+        ShowYear();
+        for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+            ShowDay(cell);
+        }
+        showing_ = false;
+    }
+
+    void ShowYear() {
+        if (TextOf(kYearId) != model_.YearText()) {
+            SetTextOf(kYearId, model_.YearText());
+        }
+        const NumberRange range = model_.YearRange();
+        SendMessageW(Control(kYearUpDownId), UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
+        SendMessageW(Control(kYearUpDownId), UDM_SETPOS32, 0, _wtoi(model_.YearText().c_str()));
+    }
+
+    void ShowDay(int cell) {
+        const int day = model_.Grid().DayAt(cell);
+        const HWND button = Control(DayId(cell));
+        const bool selected = cell == model_.SelectedCell();
+        const HFONT font = model_.IsToday(cell) ? boldFont_.get() : Font();
+        if (day != 0) {
+            SetTextOf(DayId(cell), std::to_wstring(day));
+        }
+        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+        SendMessageW(button, BM_SETCHECK, selected ? BST_CHECKED : BST_UNCHECKED, 0);
+        // Only the selected day is a stop of the Tab key; the arrow keys move on from there.
+        const LONG_PTR style = GetWindowLongPtrW(button, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_TABSTOP);
+        SetWindowLongPtrW(button, GWL_STYLE, selected ? style | WS_TABSTOP : style);
+        ShowWindow(button, day != 0 ? SW_SHOWNA : SW_HIDE);
+        InvalidateRect(button, nullptr, TRUE);
+    }
+
+    void ChooseDay(int cell) {
+        if (cell != model_.SelectedCell()) {
+            model_.ChooseCell(cell);
+            ShowMonth();
+        }
+    }
+
+    void OnYear(int notification) {
+        if (notification == EN_CHANGE && !showing_) {
+            model_.SetYearText(TextOf(kYearId));
+            ShowMonth();
+        } else if (notification == EN_KILLFOCUS) {
+            model_.LeaveYear();
+            ShowMonth();
+        }
+    }
+
+    void StepYear(bool up) {
+        model_.StepYear(up);
+        ShowMonth();
+        SetFocus(Control(kYearId));
+        SendMessageW(Control(kYearId), EM_SETSEL, 0, -1);
+    }
+
+    // Without a date there is nothing to choose.
+    void ShowNoDate() {
+        const bool enabled = !model_.NoDate();
+        for (const ControlSpec& spec : kMonthControls) {
+            EnableControl(spec.id, enabled);
+        }
+        EnableControl(kDayGroupId, enabled);
+        for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
+            EnableControl(kFirstHeadingId + i, enabled);
+        }
+        for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+            EnableControl(DayId(cell), enabled);
+        }
+        EnableControl(kTimeGroupId, enabled);
+        time_.Enable(enabled);
+    }
+
+    std::optional<LRESULT> Paint(int id, const NMCUSTOMDRAW& draw) const {
+        if (IsDayId(id)) {
+            return PaintDay(draw, model_.IsToday(id - kFirstDayId), id - kFirstDayId == model_.SelectedCell());
+        }
+        if (id == kPreviousMonthId || id == kNextMonthId) {
+            return PaintArrow(draw, id == kNextMonthId);
+        }
+        return std::nullopt;
+    }
+
+    DateDialogModel model_;
+    TimeFieldControls time_{*this, model_.Time()};
+    FontHandle boldFont_;
+    bool showing_ = false;  // the controls change by our own hand, not the user's
+    bool accepted_ = false;
+};
+
+}  // namespace
+
+double ShowDateDialog(const DateDialogSettings& settings, const Clock& clock) {
+    DateForm form(settings, clock.LocalNow());
+    form.ShowModal();
+    return form.Result();
+}
+
+}  // namespace v5

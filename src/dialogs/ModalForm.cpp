@@ -1,0 +1,362 @@
+#include "dialogs/ModalForm.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "platform/CommonControls.h"
+#include "platform/Module.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr int kTwipsPerInch = 1440;
+constexpr int kUnitsPerCharWidth = 4;   // a dialog unit is a quarter of the average character width …
+constexpr int kUnitsPerCharHeight = 8;  // … and an eighth of the character height
+
+#ifndef WM_DPICHANGED
+constexpr UINT WM_DPICHANGED = 0x02E0;
+#endif
+
+// A dialog template without controls, font or texts: they come from code.
+struct EmptyTemplate {
+    DLGTEMPLATE header{WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME, 0, 0, 0, 0, 0, 0};
+    WORD menu = 0;
+    WORD windowClass = 0;
+    WORD title = 0;
+};
+
+// The caller's window while a form is shown: disabled, and given back enabled and with its focus.
+class PausedOwner {
+  public:
+    PausedOwner() : window_(GetActiveWindow()), focus_(GetFocus()) {}
+    ~PausedOwner() { Resume(); }
+    PausedOwner(const PausedOwner&) = delete;
+    PausedOwner& operator=(const PausedOwner&) = delete;
+
+    HWND Window() const { return window_; }
+
+    void Pause() { paused_ = window_ != nullptr && !EnableWindow(window_, FALSE); }
+
+    // Before the form's window goes, so that the system activates this one and not another program's.
+    void Resume() {
+        if (std::exchange(paused_, false)) {
+            EnableWindow(window_, TRUE);
+        }
+    }
+
+    void RestoreFocus() const {
+        if (GetActiveWindow() == window_ && IsWindow(focus_) && IsWindowVisible(focus_)) {
+            SetFocus(focus_);
+        }
+    }
+
+  private:
+    HWND window_;
+    HWND focus_;
+    bool paused_ = false;
+};
+
+RECT WorkArea(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return monitor.rcWork;
+}
+
+// The average character width, as the dialog manager works it out, and the height of a font.
+SIZE BaseUnits(HWND window, HFONT font) {
+    constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    const SIZE extent = MeasureText(window, font, kAlphabet);
+    return {(extent.cx / 26 + 1) / 2, extent.cy};
+}
+
+}  // namespace
+
+// One control whose messages a handler sees first.
+class ModalForm::ControlHook {
+  public:
+    ControlHook(ModalForm& form, HWND control, MessageHandler handler) : form_(form), handler_(std::move(handler)) {
+        SetWindowLongPtrW(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        previous_ = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlHook::WindowProc)));
+    }
+
+  private:
+    static LRESULT CALLBACK WindowProc(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
+        const auto* hook = reinterpret_cast<const ControlHook*>(GetWindowLongPtrW(control, GWLP_USERDATA));
+        try {
+            if (const auto answer = hook->handler_(message, wParam, lParam)) {
+                return *answer;
+            }
+        } catch (...) {
+            hook->form_.Fail();
+        }
+        return CallWindowProcW(hook->previous_, control, message, wParam, lParam);
+    }
+
+    ModalForm& form_;
+    MessageHandler handler_;
+    WNDPROC previous_;
+};
+
+ModalForm::ModalForm(std::wstring title) : title_(std::move(title)) {}
+
+ModalForm::~ModalForm() = default;
+
+void ModalForm::ShowModal() {
+    PausedOwner owner;
+    closed_ = false;
+    failure_ = nullptr;
+    try {
+        Create(owner.Window());
+        owner.Pause();
+        ShowWindow(window_, SW_SHOW);
+        RunMessageLoop();
+    } catch (...) {
+        Fail();
+    }
+    owner.Resume();
+    // Here and not in the destructor: controls that go send their last notifications to the derived class.
+    if (window_ != nullptr) {
+        DestroyWindow(window_);
+    }
+    hooks_.clear();
+    owner.RestoreFocus();
+    if (failure_) {
+        std::rethrow_exception(failure_);
+    }
+}
+
+void ModalForm::Create(HWND owner) {
+    const CommonControlsScope controls;
+    const EmptyTemplate layout;
+    CreateDialogIndirectParamW(ThisModule(), &layout.header, owner, &ModalForm::DialogProc,
+                               reinterpret_cast<LPARAM>(this));
+    if (window_ == nullptr) {
+        throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
+                                "cannot open a dialog window");
+    }
+    SetWindowTextW(window_, title_.c_str());
+    CentreOn(owner);  // on the display whose density counts
+    UseDpi(DpiOf(window_));
+    CreateControls();
+    Resize(LayOut());
+    CentreOn(owner);
+    SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
+    OnOpening();
+}
+
+void ModalForm::UseDpi(UINT dpi) {
+    dpi_ = dpi;
+    FontHandle font = CreateMessageFont(dpi);
+    for (HWND child = GetWindow(window_, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    }
+    font_ = std::move(font);
+    baseUnits_ = BaseUnits(window_, font_.get());
+}
+
+void ModalForm::Resize(SIZE client) const {
+    RECT outer{};
+    RECT inner{};
+    GetWindowRect(window_, &outer);
+    GetClientRect(window_, &inner);
+    const LONG frameWidth = outer.right - outer.left - inner.right;
+    const LONG frameHeight = outer.bottom - outer.top - inner.bottom;
+    SetWindowPos(window_, nullptr, 0, 0, client.cx + frameWidth, client.cy + frameHeight,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ModalForm::CentreOn(HWND owner) const {
+    const RECT work = WorkArea(owner);
+    RECT around = work;
+    if (owner != nullptr && IsWindowVisible(owner) && !IsIconic(owner)) {
+        GetWindowRect(owner, &around);
+    }
+    RECT form{};
+    GetWindowRect(window_, &form);
+    const LONG width = form.right - form.left;
+    const LONG height = form.bottom - form.top;
+    const LONG left = (around.left + around.right - width) / 2;
+    const LONG top = (around.top + around.bottom - height) / 2;
+    SetWindowPos(window_, nullptr, std::max(work.left, std::min(left, work.right - width)),
+                 std::max(work.top, std::min(top, work.bottom - height)), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ModalForm::RunMessageLoop() {
+    MSG message;
+    while (!closed_) {
+        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+        if (got <= 0) {
+            if (got == 0) {
+                PostQuitMessage(static_cast<int>(message.wParam));
+            }
+            return;
+        }
+        // Hooks of the client see messages of its thread that belong to no window, as in the system's own dialogs.
+        if (CallMsgFilterW(&message, MSGF_DIALOGBOX)) {
+            continue;
+        }
+        const bool ours = message.hwnd == window_ || IsChild(window_, message.hwnd);
+        try {
+            if (ours && OnQueuedMessage(message)) {
+                continue;
+            }
+        } catch (...) {
+            Fail();
+            continue;
+        }
+        if (!IsDialogMessageW(window_, &message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+}
+
+void ModalForm::Close() {
+    closed_ = true;
+    if (window_ != nullptr) {
+        // Wakes the message loop when it is another thread's sent message that closes the form.
+        PostMessageW(window_, WM_NULL, 0, 0);
+    }
+}
+
+void ModalForm::Fail() {
+    if (!failure_) {
+        failure_ = std::current_exception();
+    }
+    Close();
+}
+
+INT_PTR CALLBACK ModalForm::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        reinterpret_cast<ModalForm*>(lParam)->window_ = window;
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        return FALSE;  // the focus is set when there are controls
+    }
+    auto* form = reinterpret_cast<ModalForm*>(GetWindowLongPtrW(window, DWLP_USER));
+    return form != nullptr ? form->Handle(message, wParam, lParam) : FALSE;
+}
+
+INT_PTR ModalForm::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    try {
+        if (const auto answer = Answer(message, wParam, lParam)) {
+            // A dialog procedure returns brushes themselves, and other answers through the window.
+            if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) {
+                return *answer;
+            }
+            SetWindowLongPtrW(window_, DWLP_MSGRESULT, *answer);
+            return TRUE;
+        }
+    } catch (...) {
+        Fail();
+    }
+    if (message == WM_NCDESTROY) {
+        window_ = nullptr;
+        closed_ = true;
+    }
+    return FALSE;
+}
+
+std::optional<LRESULT> ModalForm::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            return 0;
+        case WM_DPICHANGED: {
+            const auto& place = *reinterpret_cast<const RECT*>(lParam);
+            UseDpi(HIWORD(wParam));
+            SetWindowPos(window_, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            Resize(LayOut());
+            InvalidateRect(window_, nullptr, TRUE);
+            return 0;
+        }
+        default:
+            return OnMessage(message, wParam, lParam);
+    }
+}
+
+std::optional<LRESULT> ModalForm::OnMessage(UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+
+bool ModalForm::OnQueuedMessage(const MSG&) {
+    return false;
+}
+
+HWND ModalForm::AddControl(const ControlSpec& spec) {
+    const HWND control =
+        CreateWindowExW(spec.extendedStyle, spec.windowClass, spec.text, WS_CHILD | WS_VISIBLE | spec.style, 0, 0, 0, 0,
+                        window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)), ThisModule(), nullptr);
+    if (control == nullptr) {
+        throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "cannot create a control");
+    }
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    return control;
+}
+
+void ModalForm::AddControls(std::span<const ControlSpec> specs) {
+    for (const ControlSpec& spec : specs) {
+        AddControl(spec);
+    }
+}
+
+void ModalForm::Place(int id, const RECT& pixels) const {
+    SetWindowPos(Control(id), nullptr, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ModalForm::Place(int id, const UnitRect& place) const {
+    // Edges are rounded, not sizes, so that edges at the same distance meet.
+    Place(id, RECT{UnitsX(place.left), UnitsY(place.top), UnitsX(place.left + place.width),
+                   UnitsY(place.top + place.height)});
+}
+
+int ModalForm::UnitsX(int units) const {
+    return MulDiv(units, baseUnits_.cx, kUnitsPerCharWidth);
+}
+int ModalForm::UnitsY(int units) const {
+    return MulDiv(units, baseUnits_.cy, kUnitsPerCharHeight);
+}
+int ModalForm::FromTwips(int twips) const {
+    return MulDiv(twips, static_cast<int>(dpi_), kTwipsPerInch);
+}
+int ModalForm::ToTwips(int pixels) const {
+    return MulDiv(pixels, kTwipsPerInch, static_cast<int>(dpi_));
+}
+
+SIZE ModalForm::Measure(std::wstring_view text) const {
+    return MeasureText(window_, font_.get(), text);
+}
+
+std::wstring ModalForm::TextOf(int id) const {
+    const HWND control = Control(id);
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)), L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()) + 1)));
+    return text;
+}
+
+void ModalForm::SetTextOf(int id, std::wstring_view text) const {
+    SetWindowTextW(Control(id), std::wstring(text).c_str());
+}
+
+void ModalForm::ShowControl(int id, bool visible) const {
+    ShowWindow(Control(id), visible ? SW_SHOW : SW_HIDE);
+}
+
+void ModalForm::EnableControl(int id, bool enabled) const {
+    EnableWindow(Control(id), enabled);
+}
+
+void ModalForm::HookControl(int id, MessageHandler handler) {
+    hooks_.push_back(std::make_unique<ControlHook>(*this, Control(id), std::move(handler)));
+}
+
+void ModalForm::DisableCloseBox() const {
+    EnableMenuItem(GetSystemMenu(window_, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
+}
+
+}  // namespace v5

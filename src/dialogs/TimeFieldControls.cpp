@@ -1,0 +1,196 @@
+#include "dialogs/TimeFieldControls.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+namespace v5 {
+
+namespace {
+
+constexpr TimePart kParts[] = {TimePart::Hour, TimePart::Minute, TimePart::AmPm};
+constexpr const wchar_t* kLabels[] = {L"&Hour:", L"M&inute:", L"&AM/PM:"};
+
+constexpr int kFieldWidth = 40;
+constexpr int kFieldGap = 10;
+static_assert(TimeFieldControls::kWidth == 3 * kFieldWidth + 2 * kFieldGap);
+
+const wchar_t* LabelOf(TimePart part) {
+    return kLabels[static_cast<int>(part)];
+}
+
+}  // namespace
+
+void TimeFieldControls::SetVisible(bool time, bool minutes) {
+    showsTime_ = time;
+    showsMinutes_ = minutes;
+}
+
+bool TimeFieldControls::IsShown(TimePart part) const {
+    switch (part) {
+        case TimePart::Minute:
+            return showsMinutes_;
+        case TimePart::AmPm:
+            return showsTime_ && !fields_.Use24Hour();
+        default:
+            return showsTime_;
+    }
+}
+
+void TimeFieldControls::Create() {
+    for (const TimePart part : kParts) {
+        form_.AddControl({LabelId(part), WC_STATICW, LabelOf(part)});
+        form_.AddControl({TextId(part), WC_EDITW, L"", WS_TABSTOP | ES_CENTER, WS_EX_CLIENTEDGE});
+        const HWND upDown =
+            form_.AddControl({UpDownId(part), UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_WRAP});
+        // One step at a time, however long the button is held.
+        UDACCEL steps{0, 1};
+        SendMessageW(upDown, UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
+        form_.HookControl(TextId(part), [this, part](UINT message, WPARAM wParam, LPARAM) {
+            return OnFieldMessage(part, message, wParam);
+        });
+    }
+    Refresh();
+}
+
+void TimeFieldControls::LayOut(int left, int top) {
+    for (const TimePart part : kParts) {
+        form_.Place(LabelId(part), UnitRect{left, top, kFieldWidth, units::kLabelHeight});
+        form_.Place(TextId(part), UnitRect{left, top + units::kLabelHeight + 2, kFieldWidth, units::kFieldHeight});
+        // A new buddy makes room for the up-down control at its right end.
+        SendMessageW(form_.Control(UpDownId(part)), UDM_SETBUDDY, reinterpret_cast<WPARAM>(form_.Control(TextId(part))),
+                     0);
+        if (part != TimePart::Minute || showsMinutes_) {
+            left += kFieldWidth + kFieldGap;
+        }
+    }
+}
+
+void TimeFieldControls::Refresh() {
+    for (const TimePart part : kParts) {
+        Show(part);
+        for (const int id : {LabelId(part), TextId(part), UpDownId(part)}) {
+            form_.ShowControl(id, IsShown(part));
+        }
+    }
+}
+
+void TimeFieldControls::Enable(bool enabled) {
+    for (const TimePart part : kParts) {
+        for (const int id : {LabelId(part), TextId(part), UpDownId(part)}) {
+            form_.EnableControl(id, enabled);
+        }
+    }
+}
+
+bool TimeFieldControls::OnCommand(int id, int notification) {
+    const auto* part =
+        std::find_if(std::begin(kParts), std::end(kParts), [id](TimePart each) { return TextId(each) == id; });
+    if (part == std::end(kParts)) {
+        return false;
+    }
+    if (notification == EN_CHANGE && !showing_) {
+        fields_.SetText(*part, form_.TextOf(id));
+    } else if (notification == EN_KILLFOCUS) {
+        fields_.Leave(*part);
+        Show(*part);
+    }
+    return true;
+}
+
+std::optional<LRESULT> TimeFieldControls::OnNotify(const NMHDR& notice) {
+    const auto* part = std::find_if(std::begin(kParts), std::end(kParts),
+                                    [&](TimePart each) { return UpDownId(each) == static_cast<int>(notice.idFrom); });
+    if (notice.code != static_cast<UINT>(UDN_DELTAPOS) || part == std::end(kParts)) {
+        return std::nullopt;
+    }
+    fields_.Step(*part, reinterpret_cast<const NMUPDOWN&>(notice).iDelta > 0);
+    for (const TimePart each : kParts) {
+        Show(each);
+    }
+    SetFocus(form_.Control(TextId(*part)));
+    Select(*part, 0, fields_.Text(*part).size());
+    return TRUE;  // the position is set already
+}
+
+void TimeFieldControls::LeaveAll() {
+    for (const TimePart part : kParts) {
+        fields_.Leave(part);
+        Show(part);
+    }
+}
+
+std::optional<LRESULT> TimeFieldControls::OnFieldMessage(TimePart part, UINT message, WPARAM wParam) {
+    switch (message) {
+        case WM_CHAR: {
+            const FieldText typed = fields_.Type(part, Read(part), static_cast<wchar_t>(wParam));
+            Show(part);
+            Select(part, typed.start, typed.end);
+            return 0;
+        }
+        case WM_KEYDOWN:
+            if (MoveCaretOut(part, wParam) || (wParam == VK_DELETE && part == TimePart::AmPm)) {
+                return 0;
+            }
+            return std::nullopt;
+        // No text gets in but by keys; the AM/PM text is not edited at all.
+        case WM_PASTE:
+        case WM_UNDO:
+        case EM_UNDO:
+            return 0;
+        case WM_CUT:
+        case WM_CLEAR:
+            return part == TimePart::AmPm ? std::optional<LRESULT>(0) : std::nullopt;
+        default:
+            return std::nullopt;
+    }
+}
+
+// The right arrow at the end of a field goes on to the next one, the left arrow at its start to the one before.
+bool TimeFieldControls::MoveCaretOut(TimePart part, WPARAM key) {
+    const FieldText field = Read(part);
+    const bool forward = key == VK_RIGHT && field.end == field.text.size();
+    const bool back = key == VK_LEFT && field.start == 0;
+    if (!forward && !back) {
+        return false;
+    }
+    const int step = forward ? 1 : -1;
+    for (int next = static_cast<int>(part) + step; next >= 0 && next < static_cast<int>(std::size(kParts));
+         next += step) {
+        const TimePart neighbour = kParts[next];
+        if (IsShown(neighbour)) {
+            SetFocus(form_.Control(TextId(neighbour)));
+            Select(neighbour, 0, fields_.Text(neighbour).size());
+            return true;
+        }
+    }
+    return false;
+}
+
+FieldText TimeFieldControls::Read(TimePart part) const {
+    DWORD start = 0;
+    DWORD end = 0;
+    SendMessageW(form_.Control(TextId(part)), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                 reinterpret_cast<LPARAM>(&end));
+    return {form_.TextOf(TextId(part)), start, end};
+}
+
+void TimeFieldControls::Show(TimePart part) {
+    showing_ = true;
+    if (form_.TextOf(TextId(part)) != fields_.Text(part)) {
+        form_.SetTextOf(TextId(part), fields_.Text(part));
+    }
+    const NumberRange range = fields_.Range(part);
+    const HWND upDown = form_.Control(UpDownId(part));
+    SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
+    SendMessageW(upDown, UDM_SETPOS32, 0, fields_.Position(part));
+    showing_ = false;
+}
+
+void TimeFieldControls::Select(TimePart part, size_t start, size_t end) const {
+    SendMessageW(form_.Control(TextId(part)), EM_SETSEL, start, static_cast<LPARAM>(end));
+}
+
+}  // namespace v5

@@ -1,0 +1,107 @@
+// The window of the time dialog.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "dialogs/Dialogs.h"
+#include "dialogs/ModalForm.h"
+#include "dialogs/TimeFieldControls.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr int k24HourId = 300;
+
+class TimeForm final : public ModalForm {
+  public:
+    explicit TimeForm(const TimeDialogSettings& settings)
+        : ModalForm(settings.title), model_(settings), allowsCancel_(settings.allowUserToCancel) {}
+
+    TimeDialogResult Result() const { return {model_.Answer(), cancelled_}; }
+
+  protected:
+    void CreateControls() override {
+        fields_.Create();
+        AddControls(kControls);
+        for (const int id : {k24HourId, IDOK, IDCANCEL}) {
+            SetTextOf(id, FilterCaption(TextOf(id)));
+        }
+        if (!allowsCancel_) {
+            ShowControl(IDCANCEL, false);
+            EnableControl(IDCANCEL, false);
+            DisableCloseBox();
+        }
+        ShowClock();
+    }
+
+    SIZE LayOut() override {
+        using namespace units;
+        constexpr int kWidth = TimeFieldControls::kWidth + 2 * kMargin;
+        int top = kMargin;
+        fields_.LayOut(kMargin, top);
+        top += TimeFieldControls::kHeight + kGroupGap;
+        Place(k24HourId, UnitRect{kMargin, top, TimeFieldControls::kWidth, kCheckHeight});
+        top += kCheckHeight + kGroupGap;
+        const int cancelLeft = kWidth - kMargin - kButtonWidth;
+        Place(IDCANCEL, UnitRect{cancelLeft, top, kButtonWidth, kButtonHeight});
+        Place(IDOK, UnitRect{allowsCancel_ ? cancelLeft - kGap - kButtonWidth : cancelLeft, top, kButtonWidth,
+                             kButtonHeight});
+        return {UnitsX(kWidth), UnitsY(top + kButtonHeight + kMargin)};
+    }
+
+    void OnCommand(int id, int notification) override {
+        if (fields_.OnCommand(id, notification)) {
+            return;
+        }
+        switch (id) {
+            case k24HourId:
+                model_.SetUse24Hour(IsDlgButtonChecked(Window(), k24HourId) == BST_CHECKED);
+                ShowClock();
+                break;
+            case IDOK:
+                fields_.LeaveAll();
+                cancelled_ = false;
+                Close();
+                break;
+            case IDCANCEL:
+                if (allowsCancel_) {
+                    Close();
+                }
+                break;
+            default:
+                break;
+        }
+    }
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override {
+        return message == WM_NOTIFY ? fields_.OnNotify(*reinterpret_cast<const NMHDR*>(lParam)) : std::nullopt;
+    }
+
+  private:
+    static constexpr ControlSpec kControls[] = {
+        {k24HourId, WC_BUTTONW, L"Use 24 hour format", WS_TABSTOP | BS_AUTOCHECKBOX},
+        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+    };
+
+    void ShowClock() {
+        CheckDlgButton(Window(), k24HourId, model_.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
+        fields_.Refresh();
+    }
+
+    TimeDialogModel model_;
+    bool allowsCancel_;
+    bool cancelled_ = true;  // until the user says OK
+    TimeFieldControls fields_{*this, model_.Time()};
+};
+
+}  // namespace
+
+TimeDialogResult ShowTimeDialog(const TimeDialogSettings& settings) {
+    TimeForm form(settings);
+    form.ShowModal();
+    return form.Result();
+}
+
+}  // namespace v5

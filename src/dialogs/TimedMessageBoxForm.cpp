@@ -1,0 +1,190 @@
+// The window of the timed message box.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "dialogs/Dialogs.h"
+#include "dialogs/ModalForm.h"
+#include "dialogs/PromptWrap.h"
+
+namespace v5 {
+
+namespace {
+
+// The buttons' identifiers are their results, 1 to 7.
+constexpr int kIconId = 100;
+constexpr int kPromptId = 101;
+constexpr UINT_PTR kTimer = 1;
+constexpr UINT kTickMilliseconds = 1000;
+
+int IdOf(MessageBoxResult result) {
+    return static_cast<int>(result);
+}
+
+// The system's icon for a message box icon; null for none.
+const wchar_t* SystemIcon(MessageBoxIcon icon) {
+    switch (icon) {
+        case MessageBoxIcon::Critical:
+            return IDI_ERROR;
+        case MessageBoxIcon::Question:
+            return IDI_QUESTION;
+        case MessageBoxIcon::Exclamation:
+            return IDI_WARNING;
+        case MessageBoxIcon::Information:
+            return IDI_INFORMATION;
+        default:
+            return nullptr;
+    }
+}
+
+struct IconDeleter {
+    void operator()(HICON icon) const { DestroyIcon(icon); }
+};
+using IconHandle = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
+
+class TimedMessageBoxForm final : public ModalForm {
+  public:
+    explicit TimedMessageBoxForm(const TimedMessageBoxSettings& settings)
+        : ModalForm(settings.title), prompt_(settings.prompt), model_(settings.style, settings.timeout) {}
+
+    MessageBoxResult Result() const { return result_; }
+
+  protected:
+    void CreateControls() override {
+        if (model_.Icon() != MessageBoxIcon::None) {
+            AddControl({kIconId, WC_STATICW, L"", SS_ICON});
+        }
+        AddControl({kPromptId, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
+        for (const MessageBoxResult button : model_.Buttons()) {
+            const DWORD kind = button == model_.DefaultButton() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+            const std::wstring caption(ButtonOf(button).caption);
+            AddControl({IdOf(button), WC_BUTTONW, caption.c_str(), WS_TABSTOP | kind});
+        }
+        if (model_.EscapeButton() == MessageBoxResult::None) {
+            DisableCloseBox();
+        }
+    }
+
+    SIZE LayOut() override {
+        const auto width = [this](std::wstring_view text) { return ToTwips(Measure(text).cx); };
+        const std::wstring wrapped = WrapPrompt(prompt_, kPromptLimit, width);
+        SetTextOf(kPromptId, wrapped);
+        const SIZE promptPixels = Measure(wrapped);
+        const TwipsSize prompt{ToTwips(promptPixels.cx), ToTwips(promptPixels.cy)};
+        const TwipsSize icon{kIconSize, kIconSize};
+        const TwipsSize button{ToTwips(UnitsX(units::kButtonWidth)), ToTwips(UnitsY(units::kButtonHeight))};
+        const MessageBoxLayout layout = LayOutMessageBox(model_, prompt, icon, button, HighestClient());
+        ShowIcon();
+        Place(kIconId, Pixels(layout.icon));
+        Place(kPromptId, Pixels(layout.prompt, promptPixels));
+        for (size_t i = 0; i < layout.buttons.size(); ++i) {
+            Place(IdOf(model_.Buttons()[i]), Pixels(layout.buttons[i]));
+        }
+        return {FromTwips(layout.client.width), FromTwips(layout.client.height)};
+    }
+
+    void OnOpening() override {
+        SendMessageW(Window(), DM_SETDEFID, static_cast<WPARAM>(IdOf(model_.DefaultButton())), 0);
+        SetFocus(Control(IdOf(model_.DefaultButton())));
+        SetForegroundWindow(Window());
+        if (model_.HasTimeout()) {
+            SetTimer(Window(), kTimer, kTickMilliseconds, nullptr);
+        }
+    }
+
+    void OnCommand(int id, int) override {
+        const bool isButton = id >= IdOf(MessageBoxResult::Ok) && id <= IdOf(MessageBoxResult::No);
+        if (isButton && Control(id) != nullptr) {
+            Press(static_cast<MessageBoxResult>(id));
+        } else if (id == IDCANCEL && model_.EscapeButton() != MessageBoxResult::None) {
+            Press(model_.EscapeButton());
+        }
+    }
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
+        if (message != WM_TIMER || wParam != kTimer) {
+            return std::nullopt;
+        }
+        if (model_.Tick()) {
+            Press(model_.DefaultButton());
+        }
+        return 0;
+    }
+
+    bool OnQueuedMessage(const MSG& message) override {
+        if (message.message != WM_CHAR) {
+            return false;
+        }
+        const MessageBoxResult button = TimedMessageBoxModel::ButtonForKey(static_cast<wchar_t>(message.wParam));
+        if (button == MessageBoxResult::None) {
+            return false;
+        }
+        Press(button);
+        return true;
+    }
+
+  private:
+    static constexpr int kIconSize = 480;  // 32 pixels at 96 dots per inch
+
+    void Press(MessageBoxResult button) {
+        KillTimer(Window(), kTimer);
+        result_ = button;
+        Close();
+    }
+
+    // Gives the icon the size that the display asks for.
+    void ShowIcon() {
+        if (const wchar_t* name = SystemIcon(model_.Icon())) {
+            const int size = FromTwips(kIconSize);
+            IconHandle icon(
+                static_cast<HICON>(CopyImage(LoadIconW(nullptr, name), IMAGE_ICON, size, size, LR_COPYFROMRESOURCE)));
+            SendMessageW(Control(kIconId), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
+            icon_ = std::move(icon);
+        }
+    }
+
+    RECT Pixels(const TwipsRect& twips) const {
+        return {FromTwips(twips.left), FromTwips(twips.top), FromTwips(twips.left + twips.width),
+                FromTwips(twips.top + twips.height)};
+    }
+
+    // The same for text, which must not lose its last pixel to rounding.
+    RECT Pixels(const TwipsRect& twips, SIZE measured) const {
+        RECT place = Pixels(twips);
+        place.right = place.left + measured.cx + 1;
+        return place;
+    }
+
+    // The highest client area, in twips, that leaves the whole window on its display.
+    int HighestClient() const {
+        MONITORINFO monitor{};
+        monitor.cbSize = sizeof monitor;
+        GetMonitorInfoW(MonitorFromWindow(Window(), MONITOR_DEFAULTTONEAREST), &monitor);
+        RECT outer{};
+        RECT inner{};
+        GetWindowRect(Window(), &outer);
+        GetClientRect(Window(), &inner);
+        const LONG frame = outer.bottom - outer.top - inner.bottom;
+        return ToTwips(monitor.rcWork.bottom - monitor.rcWork.top - frame);
+    }
+
+    std::wstring prompt_;
+    TimedMessageBoxModel model_;
+    IconHandle icon_;
+    MessageBoxResult result_ = MessageBoxResult::Cancel;  // unless a button says otherwise
+};
+
+}  // namespace
+
+MessageBoxResult ShowTimedMessageBox(const TimedMessageBoxSettings& settings) {
+    TimedMessageBoxForm form(settings);
+    constexpr UINT kIconBits = 0x70;
+    constexpr UINT kPlainBeep = 0xFFFFFFFF;
+    if (settings.beep && !MessageBeep(settings.style & kIconBits)) {
+        MessageBeep(kPlainBeep);
+    }
+    form.ShowModal();
+    return form.Result();
+}
+
+}  // namespace v5

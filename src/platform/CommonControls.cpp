@@ -1,0 +1,42 @@
+#include "platform/CommonControls.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "platform/Module.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr WORD kManifestResource = 2;  // ISOLATIONAWARE_MANIFEST_RESOURCE_ID: a library's manifest
+
+HANDLE CreateModuleContext() {
+    ACTCTXW request{};
+    request.cbSize = sizeof request;
+    request.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+    request.hModule = ThisModule();
+    request.lpResourceName = MAKEINTRESOURCEW(kManifestResource);
+    return CreateActCtxW(&request);
+}
+
+}  // namespace
+
+CommonControlsScope::CommonControlsScope() : context_(CreateModuleContext()) {
+    active_ = context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_) != FALSE;
+    const INITCOMMONCONTROLSEX classes{sizeof classes,
+                                       ICC_STANDARD_CLASSES | ICC_UPDOWN_CLASS | ICC_LISTVIEW_CLASSES | ICC_LINK_CLASS};
+    InitCommonControlsEx(&classes);
+}
+
+CommonControlsScope::~CommonControlsScope() {
+    if (active_) {
+        DeactivateActCtx(0, cookie_);
+    }
+    if (context_ != INVALID_HANDLE_VALUE) {
+        ReleaseActCtx(context_);
+    }
+}
+
+}  // namespace v5
