@@ -11,5 +11,12 @@ endif()
 if(WIN32)
   target_compile_definitions(v5warnings INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX
                              _WIN32_WINNT=0x0601 STRICT)
-  target_link_options(v5warnings INTERFACE -static)
+  # Hardening: checked copies, stack protector, address space layout randomisation (high-entropy on 64 bit), no
+  # executable data.
+  target_compile_options(v5warnings INTERFACE -fstack-protector-strong)
+  target_compile_definitions(v5warnings INTERFACE _FORTIFY_SOURCE=2)
+  target_link_options(v5warnings INTERFACE -static -fstack-protector-strong -Wl,--dynamicbase -Wl,--nxcompat)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    target_link_options(v5warnings INTERFACE -Wl,--high-entropy-va)
+  endif()
 endif()

@@ -72,7 +72,7 @@ CivilDateTime SecondsAfter(std::int64_t dayNumber, std::int64_t seconds) {
 
 CivilDateTime AddMonths(CivilDateTime time, std::int64_t count) {
     const std::int64_t months = time.year * std::int64_t{12} + time.month - 1 + count;
-    if (months < kMinYear * 12 || months >= (kMaxYear + 1) * 12) {
+    if (months < std::int64_t{kMinYear} * 12 || months >= std::int64_t{kMaxYear + 1} * 12) {
         throw std::out_of_range("date outside the years 100 to 9999");
     }
     time.year = static_cast<int>(months / 12);

@@ -11,16 +11,22 @@ bool Between(wchar_t c, unsigned first, unsigned last) {
     return code >= first && code <= last;
 }
 
-wchar_t Shift(wchar_t c, int distance) { return static_cast<wchar_t>(static_cast<int>(c) + distance); }
+wchar_t Shift(wchar_t c, int distance) {
+    return static_cast<wchar_t>(static_cast<int>(c) + distance);
+}
 
 // Blocks in which capital and small letter alternate. In the first kind the capital has the even code.
 bool InEvenCapitalPairs(wchar_t c) {
     return Between(c, 0x100, 0x12F) || Between(c, 0x132, 0x137) || Between(c, 0x14A, 0x177) ||
            Between(c, 0x460, 0x481) || Between(c, 0x48A, 0x4BF) || Between(c, 0x4D0, 0x52F);
 }
-bool InOddCapitalPairs(wchar_t c) { return Between(c, 0x139, 0x148) || Between(c, 0x179, 0x17E); }
+bool InOddCapitalPairs(wchar_t c) {
+    return Between(c, 0x139, 0x148) || Between(c, 0x179, 0x17E);
+}
 
-bool IsOdd(wchar_t c) { return (static_cast<unsigned>(c) & 1u) != 0; }
+bool IsOdd(wchar_t c) {
+    return (static_cast<unsigned>(c) & 1u) != 0;
+}
 
 }  // namespace
 
@@ -87,8 +93,7 @@ size_t FindIgnoreCase(std::wstring_view text, std::wstring_view what, size_t sta
     }
     const auto found = std::search(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), what.begin(),
                                    what.end(), [](wchar_t x, wchar_t y) { return ToUpper(x) == ToUpper(y); });
-    return found == text.end() && !what.empty() ? std::wstring_view::npos
-                                                : static_cast<size_t>(found - text.begin());
+    return found == text.end() && !what.empty() ? std::wstring_view::npos : static_cast<size_t>(found - text.begin());
 }
 
 std::wstring_view Trim(std::wstring_view text) {

@@ -118,7 +118,7 @@ class Argument {
             V_VT(&passed) = static_cast<VARTYPE>(parameter_->type | VT_BYREF);
             V_BYREF(&passed) = parameter_->type == VT_VARIANT ? static_cast<void*>(&value_) : &V_BYREF(&value_);
         } else {
-            std::memcpy(&passed, &value_, sizeof(passed));
+            passed = static_cast<const VARIANT&>(value_);  // a shallow copy: the argument stays the owner
         }
         return passed;
     }

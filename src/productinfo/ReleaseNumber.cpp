@@ -57,7 +57,7 @@ std::wstring ReleaseNumber(InstallerQueries& installer, MessageSink* sink, Relea
     if (!rule) {
         return {};
     }
-    const std::wstring name = ProductNameOrEmpty(installer, sink, rule->upgradeCode);
+    std::wstring name = ProductNameOrEmpty(installer, sink, rule->upgradeCode);
     if (name.empty()) {
         return {};
     }

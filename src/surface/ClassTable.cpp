@@ -13,7 +13,7 @@ constexpr ClassEntry Row(const wchar_t* description) {
     return {&__uuidof(CoClass), Implementation::kProgId, description, &Implementation::Create};
 }
 
-const ClassEntry kClasses[] = {
+constexpr ClassEntry kClasses[] = {
     Row<NimboErrorNumbers, ::NimboErrorNumbers>(L"V5Strings error numbers"),
 };
 
