@@ -16,6 +16,7 @@
 #include "com/DispatchTable.h"
 #include "com/Guard.h"
 #include "com/Values.h"
+#include "platform/Adopt.h"
 
 namespace v5 {
 
@@ -71,9 +72,7 @@ class DualInterface : public Interface {
 // constructor throws.
 template <class Class, class... Arguments>
 ComPtr<Class> MakeObject(Arguments&&... arguments) {
-    ComPtr<Class> object;
-    object.Attach(new Class(std::forward<Arguments>(arguments)...));
-    return object;
+    return Adopt(new Class(std::forward<Arguments>(arguments)...));
 }
 
 // `Self`      the class itself; it names its programmatic identifier in `static constexpr wchar_t kProgId[]`

@@ -9,6 +9,7 @@
 #include "com/Component.h"
 #include "com/Guard.h"
 #include "com/Values.h"
+#include "platform/Adopt.h"
 
 namespace v5 {
 
@@ -85,9 +86,7 @@ class Enumerator final : public IEnumVARIANT {
 }  // namespace
 
 ComPtr<IUnknown> NewEnumerator(std::vector<ComPtr<IDispatch>> objects) {
-    ComPtr<IUnknown> result;
-    result.Attach(new Enumerator(std::move(objects), 0));
-    return result;
+    return Adopt(new Enumerator(std::move(objects), 0));
 }
 
 }  // namespace v5

@@ -186,9 +186,7 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 }
 
 ComPtr<IEnumConnectionPoints> NewConnectionPointEnumerator(IConnectionPoint& point) {
-    ComPtr<IEnumConnectionPoints> result;
-    result.Attach(new PointEnumerator({ComPtr<IConnectionPoint>(&point)}, {}, 0));
-    return result;
+    return Adopt(new PointEnumerator({ComPtr<IConnectionPoint>(&point)}, {}, 0));
 }
 
 }  // namespace v5

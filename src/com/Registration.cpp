@@ -141,7 +141,6 @@ void WriteTypeLibrary(const ClassesKey& classes, ITypeLib& library, const TypeLi
     Check(library.GetDocumentation(MEMBERID_NIL, nullptr, &description, nullptr, nullptr));
     classes.Write(keys.versionKey, TextOf(description));
     classes.Write(keys.versionKey + L"\\FLAGS", L"0");
-    classes.Write(keys.versionKey + L"\\HELPDIR", ModuleFolder());
     classes.Write(keys.widthKey, ModulePath());
 }
 
@@ -203,6 +202,9 @@ void RemoveEverything(HKEY root) {
         classes.DeleteTree(keys.versionKey);
     }
     classes.DeleteWhenEmpty(keys.libraryKey);
+    for (const wchar_t* branch : {L"CLSID", L"Interface", L"TypeLib"}) {  // a user's own may have come with us
+        classes.DeleteWhenEmpty(branch);
+    }
 }
 
 }  // namespace

@@ -15,13 +15,21 @@ namespace v5::test {
 
 using Microsoft::WRL::ComPtr;
 
+constexpr UINT kNoArgument = static_cast<UINT>(-1);
+
 // What one late-bound call gave: the status, the returned value, and the error information when it failed.
 struct CallResult {
     HRESULT status = S_OK;
     _variant_t value;
     long errorNumber = 0;
     std::wstring errorSource, errorDescription;
-    UINT badArgument = static_cast<UINT>(-1);
+    UINT badArgument = kNoArgument;  // index of the refused argument, counted from the last one as IDispatch does
+};
+
+// An argument that is given by its parameter's name.
+struct NamedArgument {
+    const wchar_t* name;
+    _variant_t value;
 };
 
 // A new object by its programmatic identifier; null, with a test failure, when it cannot be created.
@@ -47,16 +55,21 @@ inline std::wstring Taken(BSTR text) {
     return result;
 }
 
-// Calls a member as a script engine would. `arguments` are in the order of the declaration.
-inline CallResult Invoke(IDispatch* object, DISPID id, WORD flags, std::vector<_variant_t> arguments) {
+// Calls a member as a script engine would. `arguments` are in the order of the declaration; `named` ones have their
+// identifiers in `names`.
+inline CallResult Invoke(IDispatch* object, DISPID id, WORD flags, const std::vector<_variant_t>& arguments,
+                         const std::vector<NamedArgument>& named = {}, std::vector<DISPID> names = {}) {
     CallResult result;
-    std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());  // shallow copies, owned by `arguments`
-    DISPID putName = DISPID_PROPERTYPUT;
-    DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    if ((flags & DISPATCH_PROPERTYPUT) != 0) {
-        parameters.rgdispidNamedArgs = &putName;
-        parameters.cNamedArgs = 1;
+    std::vector<VARIANT> passed;  // shallow copies: first the named arguments, then the others from last to first
+    for (const NamedArgument& argument : named) {
+        passed.push_back(argument.value);
     }
+    passed.insert(passed.end(), arguments.rbegin(), arguments.rend());
+    if ((flags & DISPATCH_PROPERTYPUT) != 0) {
+        names.push_back(DISPID_PROPERTYPUT);
+    }
+    DISPPARAMS parameters = {passed.data(), names.data(), static_cast<UINT>(passed.size()),
+                             static_cast<UINT>(names.size())};
     EXCEPINFO exception = {};
     result.status = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &result.value, &exception,
                                    &result.badArgument);
@@ -67,8 +80,19 @@ inline CallResult Invoke(IDispatch* object, DISPID id, WORD flags, std::vector<_
     return result;
 }
 
-inline CallResult Call(IDispatch* object, const wchar_t* method, std::vector<_variant_t> arguments = {}) {
-    return Invoke(object, IdOf(object, method), DISPATCH_METHOD, std::move(arguments));
+inline CallResult Call(IDispatch* object, const wchar_t* method, const std::vector<_variant_t>& arguments = {},
+                       const std::vector<NamedArgument>& named = {}) {
+    std::vector<LPOLESTR> names{const_cast<LPOLESTR>(method)};
+    for (const NamedArgument& argument : named) {
+        names.push_back(const_cast<LPOLESTR>(argument.name));
+    }
+    std::vector<DISPID> ids(names.size());
+    CallResult unknown;
+    unknown.status =
+        object->GetIDsOfNames(IID_NULL, names.data(), static_cast<UINT>(names.size()), LOCALE_USER_DEFAULT, ids.data());
+    return FAILED(unknown.status)
+               ? unknown
+               : Invoke(object, ids[0], DISPATCH_METHOD, arguments, named, {ids.begin() + 1, ids.end()});
 }
 
 inline _variant_t Get(IDispatch* object, const wchar_t* property) {

@@ -1,4 +1,5 @@
 // The DLL as a server: identity, lifetime, class objects.
+#include "V5Strings.h"
 #include "component/Client.h"
 
 namespace v5::test {
@@ -20,6 +21,98 @@ TEST(Server, ObjectsKeepTheRulesOfIdentityAndAggregation) {
     CLSID clsid;
     ASSERT_EQ(CLSIDFromProgID(L"V5Strings.NimboErrorNumbers", &clsid), S_OK);
     EXPECT_EQ(CoCreateInstance(clsid, first.Get(), CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&second)), CLASS_E_NOAGGREGATION);
+}
+
+namespace {
+
+// The DLL that serves the class, as a client's process has loaded it.
+HMODULE LoadedServer() {
+    return GetModuleHandleW(L"V5Strings.dll");
+}
+
+template <class Function>
+Function EntryPoint(const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(LoadedServer(), name)));
+}
+
+}  // namespace
+
+TEST(Server, MayBeUnloadedOnlyWhenNothingIsHeld) {
+    ComPtr<IDispatch> object = CreateByName(L"V5Strings.NimboErrorNumbers");
+    ASSERT_TRUE(object);
+    const auto canUnloadNow = EntryPoint<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow");
+    const auto getClassObject = EntryPoint<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    ASSERT_TRUE(canUnloadNow != nullptr && getClassObject != nullptr);
+    EXPECT_EQ(canUnloadNow(), S_FALSE) << "an object is held";
+    ComPtr<IProvideClassInfo> facet;
+    ASSERT_EQ(object.As(&facet), S_OK);
+    object.Reset();
+    EXPECT_EQ(canUnloadNow(), S_FALSE) << "an interface of an object is held";
+    facet.Reset();
+    EXPECT_EQ(canUnloadNow(), S_OK);
+
+    ComPtr<IClassFactory> factory;
+    ASSERT_EQ(getClassObject(__uuidof(NimboErrorNumbers), IID_PPV_ARGS(&factory)), S_OK);
+    EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+    EXPECT_EQ(canUnloadNow(), S_FALSE) << "the server is locked";
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
+    EXPECT_EQ(factory->LockServer(FALSE), S_OK);
+    EXPECT_EQ(canUnloadNow(), S_FALSE) << "an object is held";
+    object.Reset();
+    factory.Reset();
+    EXPECT_EQ(canUnloadNow(), S_OK);
+
+    // Nothing is left behind by what fails.
+    void* none = nullptr;
+    EXPECT_EQ(getClassObject(IID_IUnknown, IID_PPV_ARGS(&factory)), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(getClassObject(__uuidof(NimboErrorNumbers), IID_IStream, &none), E_NOINTERFACE);
+    EXPECT_EQ(getClassObject(__uuidof(NimboErrorNumbers), IID_IUnknown, nullptr), E_POINTER);
+    ASSERT_EQ(getClassObject(__uuidof(NimboErrorNumbers), IID_PPV_ARGS(&factory)), S_OK);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStream, &none), E_NOINTERFACE);
+    factory.Reset();
+    EXPECT_EQ(canUnloadNow(), S_OK);
+}
+
+// A class of the type library is whole or not there at all.
+TEST(Server, ServesEachPublishedClassWhollyOrNotAtAll) {
+    ComPtr<ITypeLib> library;
+    ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
+    int served = 0;
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> type, interfaceType;
+        TYPEATTR* attributes = nullptr;
+        BSTR name = nullptr;
+        HREFTYPE reference = 0;
+        library->GetTypeInfo(i, &type);
+        type->GetTypeAttr(&attributes);
+        const GUID clsid = attributes->guid;
+        const bool isClass = attributes->typekind == TKIND_COCLASS;
+        type->ReleaseTypeAttr(attributes);
+        if (!isClass) {
+            continue;
+        }
+        type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
+        const std::wstring progId = L"V5Strings." + Taken(name);
+        type->GetRefTypeOfImplType(0, &reference);
+        type->GetRefTypeInfo(reference, &interfaceType);
+        interfaceType->GetTypeAttr(&attributes);
+        const IID defaultInterface = attributes->guid;
+        interfaceType->ReleaseTypeAttr(attributes);
+
+        CLSID registered = CLSID_NULL;
+        ComPtr<IUnknown> object;
+        void* own = nullptr;
+        const bool isRegistered = CLSIDFromProgID(progId.c_str(), &registered) == S_OK;
+        const HRESULT status = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object));
+        EXPECT_EQ(status, isRegistered ? S_OK : REGDB_E_CLASSNOTREG) << progId;
+        if (status == S_OK) {
+            ++served;
+            EXPECT_EQ(registered, clsid) << progId;
+            EXPECT_EQ(object->QueryInterface(defaultInterface, &own), S_OK) << progId;
+            object->Release();
+        }
+    }
+    EXPECT_GE(served, 1);
 }
 
 }  // namespace v5::test

@@ -20,10 +20,10 @@
 
 namespace {
 
-constexpr std::uint32_t kMagic = 0x5446534D;            // "MSFT"
-constexpr std::uint32_t kHeaderSize = 0x54;             // followed by one more word when kHasHelpDll is set
-constexpr std::uint32_t kHasHelpDll = 0x100;            // in the header's flags
-constexpr std::uint32_t kTypeRecordSize = 0x64;         //
+constexpr std::uint32_t kMagic = 0x5446534D;  // "MSFT"
+constexpr std::uint32_t kHeaderSize = 0x54;   // followed by one more word when kHasHelpDll is set
+constexpr std::uint32_t kHasHelpDll = 0x100;  // in the header's flags
+constexpr std::uint32_t kTypeRecordSize = 0x64;
 constexpr std::uint32_t kFunctionHasDefaults = 0x1000;  // a table of defaults stands before the parameters
 constexpr std::uint32_t kOptional = 0x10;               // PARAMFLAG_FOPT
 constexpr std::uint32_t kHasDefault = 0x20;             // PARAMFLAG_FHASDEFAULT
@@ -34,18 +34,20 @@ enum Segment : std::uint32_t { Types = 0, Names = 7, Values = 11 };
 
 class TypeLibrary {
   public:
-    explicit TypeLibrary(std::vector<char> bytes) : _bytes(std::move(bytes)) {
-        if (Word(0) != kMagic)
+    explicit TypeLibrary(std::vector<char> bytes) : bytes_(std::move(bytes)) {
+        if (Word(0) != kMagic) {
             throw std::runtime_error("not a type library");
-        _segments = kHeaderSize + (Word(0x14) & kHasHelpDll ? 4 : 0) + 4 * TypeCount();
+        }
+        segments_ = kHeaderSize + (Word(0x14) & kHasHelpDll ? 4 : 0) + 4 * TypeCount();
     }
 
     // Offset of the record of the named interface.
     std::uint32_t FindType(std::string_view name) const {
         for (std::uint32_t i = 0; i < TypeCount(); ++i) {
             const auto type = SegmentStart(Types) + i * kTypeRecordSize;
-            if (NameAt(Word(type + 0x34)) == name)
+            if (NameAt(Word(type + 0x34)) == name) {
                 return type;
+            }
         }
         throw std::runtime_error("no such interface");
     }
@@ -57,86 +59,100 @@ class TypeLibrary {
         const auto identifiers = records + Word(records - 4);
         const auto names = identifiers + 4 * (functions + variables);
         const auto offsets = names + 4 * (functions + variables);
-        for (std::uint32_t i = 0; i < functions; ++i)
-            if (NameAt(Word(names + 4 * i)) == name)
+        for (std::uint32_t i = 0; i < functions; ++i) {
+            if (NameAt(Word(names + 4 * i)) == name) {
                 return records + Word(offsets + 4 * i);
+            }
+        }
         throw std::runtime_error("no such method");
     }
 
     void GiveEmptyTextDefault(std::uint32_t method, std::string_view parameterName) {
-        if ((Word(method + 0x10) & kFunctionHasDefaults) == 0)
+        if ((Word(method + 0x10) & kFunctionHasDefaults) == 0) {
             throw std::runtime_error("the method has no defaults");
+        }
         const auto count = Word(method + 0x14) & 0xFFFF;
         const auto parameters = method + (Word(method) & 0xFFFF) - 12 * count;
         const auto defaults = parameters - 4 * count;
         std::optional<std::uint32_t> emptyText, target;
         for (std::uint32_t i = 0; i < count; ++i) {
-            if (IsEmptyText(Word(defaults + 4 * i)))
+            if (IsEmptyText(Word(defaults + 4 * i))) {
                 emptyText = Word(defaults + 4 * i);
-            if (NameAt(Word(parameters + 12 * i + 4)) == parameterName)
+            }
+            if (NameAt(Word(parameters + 12 * i + 4)) == parameterName) {
                 target = i;
+            }
         }
-        if (!target)
+        if (!target) {
             throw std::runtime_error("no such parameter");
-        if (!emptyText)
+        }
+        if (!emptyText) {
             throw std::runtime_error("no other parameter of the method has an empty text as default");
+        }
         SetWord(defaults + 4 * *target, *emptyText);
         const auto flags = parameters + 12 * *target + 8;
         SetWord(flags, Word(flags) | kOptional | kHasDefault);
     }
 
-    const std::vector<char>& Bytes() const { return _bytes; }
+    const std::vector<char>& Bytes() const { return bytes_; }
 
   private:
     std::uint32_t TypeCount() const { return Word(0x20); }
-    std::uint32_t SegmentStart(Segment segment) const { return Word(_segments + 16 * segment); }
+    std::uint32_t SegmentStart(Segment segment) const { return Word(segments_ + 16 * segment); }
 
     bool IsEmptyText(std::uint32_t value) const {
-        if (value == kNoDefault || (value & kInlineValue) != 0)
+        if (value == kNoDefault || (value & kInlineValue) != 0) {
             return false;
+        }
         const auto entry = SegmentStart(Values) + value;  // 16-bit type, then 32-bit length, not aligned
         return (Word(entry) & 0xFFFF) == kText && Word(entry + 2) == 0;
     }
 
     // A name record: two words, a word whose low byte is the length, then the letters.
     std::string NameAt(std::uint32_t offset) const {
-        if (offset == kNoDefault)
+        if (offset == kNoDefault) {
             return {};
+        }
         const auto record = SegmentStart(Names) + offset;
         const auto length = Word(record + 8) & 0xFF;
-        if (record + 12 + length > _bytes.size())
+        if (record + 12 + length > bytes_.size()) {
             throw std::runtime_error("damaged type library");
-        return std::string(&_bytes[record + 12], length);
+        }
+        return std::string(&bytes_[record + 12], length);
     }
 
     std::uint32_t Word(std::uint32_t offset) const {  // build machine and file are both little-endian
         std::uint32_t value = 0;
-        if (offset + sizeof value > _bytes.size())
+        if (offset + sizeof value > bytes_.size()) {
             throw std::runtime_error("damaged type library");
-        std::memcpy(&value, &_bytes[offset], sizeof value);
+        }
+        std::memcpy(&value, &bytes_[offset], sizeof value);
         return value;
     }
-    void SetWord(std::uint32_t offset, std::uint32_t value) { std::memcpy(&_bytes.at(offset), &value, sizeof value); }
+    void SetWord(std::uint32_t offset, std::uint32_t value) { std::memcpy(&bytes_.at(offset), &value, sizeof value); }
 
-    std::vector<char> _bytes;
-    std::uint32_t _segments = 0;
+    std::vector<char> bytes_;
+    std::uint32_t segments_ = 0;
 };
 
 void Run(const std::string& path, const std::string& target) {
     const auto first = target.find('.'), second = target.find('.', first + 1);
-    if (second == std::string::npos)
+    if (second == std::string::npos) {
         throw std::runtime_error("the parameter is not given as INTERFACE.METHOD.PARAMETER");
+    }
     std::ifstream in(path, std::ios::binary);
-    if (!in)
+    if (!in) {
         throw std::runtime_error("cannot be read");
+    }
     TypeLibrary library({std::istreambuf_iterator<char>(in), {}});
     const auto type = library.FindType(target.substr(0, first));
     const auto method = library.FindMethod(type, target.substr(first + 1, second - first - 1));
     library.GiveEmptyTextDefault(method, target.substr(second + 1));
     std::ofstream out(path, std::ios::binary);
     out.write(library.Bytes().data(), static_cast<std::streamsize>(library.Bytes().size()));
-    if (!out.flush())
+    if (!out.flush()) {
         throw std::runtime_error("cannot be written");
+    }
 }
 
 }  // namespace

@@ -1,0 +1,201 @@
+// Registration and back, for the machine and for one user, by regsvr32 as an installer runs it.
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "V5Strings.h"
+
+namespace v5::test {
+
+namespace {
+
+// ---- The registry ----------------------------------------------------------------------------------------------
+
+// "key\value" to data, keys included, in upper case as far as names go.
+using Snapshot = std::map<std::wstring, std::wstring>;
+
+void AddValues(HKEY key, const std::wstring& path, Snapshot& snapshot) {
+    wchar_t name[512];
+    std::vector<BYTE> data(64 * 1024);
+    for (DWORD i = 0;; ++i) {
+        DWORD nameLength = static_cast<DWORD>(std::size(name)), size = static_cast<DWORD>(data.size()), type = 0;
+        if (RegEnumValueW(key, i, name, &nameLength, nullptr, &type, data.data(), &size) != ERROR_SUCCESS) {
+            return;
+        }
+        snapshot[path + L'\\' + name + L'='] =
+            std::to_wstring(type) + L':' + std::wstring(data.begin(), data.begin() + size);
+    }
+}
+
+void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, REGSAM view, Snapshot& snapshot) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) {
+        return;
+    }
+    snapshot[path] = L"key";
+    AddValues(key, path, snapshot);
+    wchar_t child[256];
+    for (DWORD i = 0; RegEnumKeyW(key, i, child, 256) == ERROR_SUCCESS; ++i) {
+        AddKey(key, child, path + L'\\' + child, 0, snapshot);
+    }
+    RegCloseKey(key);
+}
+
+// Everything below the classes of the machine and of the current user, in the 64-bit view, which shows both.
+Snapshot TakeSnapshot() {
+    Snapshot snapshot;
+    AddKey(HKEY_LOCAL_MACHINE, L"Software\\Classes", L"machine", KEY_WOW64_64KEY, snapshot);
+    AddKey(HKEY_CURRENT_USER, L"Software\\Classes", L"user", KEY_WOW64_64KEY, snapshot);
+    return snapshot;
+}
+
+void ExpectSame(const Snapshot& before, const Snapshot& after) {
+    for (const auto& [path, data] : before) {
+        const auto found = after.find(path);
+        EXPECT_TRUE(found != after.end() && found->second == data) << "lost or changed: " << path;
+    }
+    for (const auto& [path, data] : after) {
+        EXPECT_EQ(before.count(path), 1U) << "left behind: " << path << " = " << data;
+    }
+}
+
+std::wstring Read(HKEY root, const std::wstring& path, const wchar_t* value = nullptr) {
+    wchar_t text[MAX_PATH] = L"";
+    DWORD size = sizeof(text);
+    RegGetValueW(root, (L"Software\\Classes\\" + path).c_str(), value, RRF_RT_REG_SZ, nullptr, text, &size);
+    return text;
+}
+bool Write(const std::wstring& path, const wchar_t* text) {
+    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), nullptr, REG_SZ, text,
+                           static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
+}
+
+std::wstring Braced(REFGUID guid) {
+    wchar_t text[39];
+    StringFromGUID2(guid, text, 39);
+    return text;
+}
+
+// ---- regsvr32 --------------------------------------------------------------------------------------------------
+
+#ifdef _WIN64
+constexpr bool kIs64 = true;
+#else
+constexpr bool kIs64 = false;
+#endif
+
+// The build of either width, with the regsvr32 of its width.
+struct Server {
+    explicit Server(bool is64)
+        : library(is64 ? L"build\\win64\\V5Strings.dll" : L"build\\win32\\V5Strings.dll"),
+          tool(std::wstring(L"C:\\windows\\") +
+               (is64 == kIs64 ? L"system32"
+                : is64        ? L"sysnative"
+                              : L"syswow64") +
+               L"\\regsvr32.exe") {
+        wchar_t full[MAX_PATH];
+        library.assign(full, GetFullPathNameW(library.c_str(), MAX_PATH, full, nullptr));
+    }
+
+    // Exit code of `regsvr32 /s OPTIONS library`; -1 when it cannot be run.
+    DWORD Run(const std::wstring& options) const {
+        std::wstring line = L'"' + tool + L"\" /s " + options + L" \"" + library + L'"';
+        STARTUPINFOW startup{};
+        startup.cb = sizeof(startup);
+        PROCESS_INFORMATION process{};
+        DWORD code = static_cast<DWORD>(-1);
+        if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process) !=
+            0) {
+            WaitForSingleObject(process.hProcess, INFINITE);
+            GetExitCodeProcess(process.hProcess, &code);
+            CloseHandle(process.hProcess);
+            CloseHandle(process.hThread);
+        }
+        return code;
+    }
+
+    std::wstring library, tool;
+};
+
+constexpr wchar_t kForUser[] = L"/n /i:user";
+
+// Starts each test without any registration, and puts the machine's registration back afterwards.
+class RegistrationTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        otherWasRegistered_ = other_.Run(L"/u") == 0;
+        ASSERT_EQ(own_.Run(L"/u"), 0U) << "run the tests in the project's folder";
+        own_.Run(std::wstring(L"/u ") + kForUser);
+    }
+    void TearDown() override {
+        EXPECT_EQ(own_.Run(L""), 0U);
+        EXPECT_TRUE(!otherWasRegistered_ || other_.Run(L"") == 0);
+    }
+
+    Server own_{kIs64}, other_{!kIs64};
+    bool otherWasRegistered_ = false;
+};
+
+TEST_F(RegistrationTest, LeavesNoTraceBehind) {
+    const Snapshot before = TakeSnapshot();
+    ASSERT_GT(before.size(), 1000U) << "the registry cannot be read";
+    for (const wchar_t* options : {L"", kForUser}) {
+        SCOPED_TRACE(options);
+        EXPECT_EQ(own_.Run(options), 0U);
+        EXPECT_EQ(own_.Run(options), 0U) << "registering again must do no harm";
+        EXPECT_EQ(own_.Run(std::wstring(L"/u ") + options), 0U);
+        ExpectSame(before, TakeSnapshot());
+        EXPECT_EQ(own_.Run(std::wstring(L"/u ") + options), 0U) << "removing what is not there must do no harm";
+    }
+}
+
+// The other width shares keys with this one, and the message sink's interface belongs to the messages component.
+TEST_F(RegistrationTest, LeavesTheNeighboursAlone) {
+    const std::wstring key = L"Interface\\" + Braced(__uuidof(IRaiseMsg));
+    const std::wstring foreign = L"{7B44AE30-5A0E-4B30-9A59-0C4E2A77E6D1}";
+    const bool otherRuns = other_.Run(L"") == 0;
+    ASSERT_TRUE(Write(key, L"IRaiseMsg") && Write(key + L"\\TypeLib", foreign.c_str()));
+    const Snapshot before = TakeSnapshot();
+    EXPECT_EQ(own_.Run(L""), 0U);
+    EXPECT_EQ(Read(HKEY_LOCAL_MACHINE, key + L"\\TypeLib"), foreign);
+    EXPECT_EQ(own_.Run(L"/u"), 0U);
+    ExpectSame(before, TakeSnapshot());
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + key).c_str());
+    EXPECT_TRUE(!otherRuns || other_.Run(L"/u") == 0);
+}
+
+// What clients, compilers and the marshaller look up. (That clients find it is shown by all other tests, for the
+// machine; Wine does not look for a user's classes.)
+TEST_F(RegistrationTest, WritesWhatClientsLookUp) {
+    struct Case {
+        const wchar_t* options;
+        HKEY root;
+    };
+    const std::wstring clsid = L"CLSID\\" + Braced(__uuidof(NimboErrorNumbers));
+    const std::wstring iface = L"Interface\\" + Braced(__uuidof(_NimboErrorNumbers));
+    const std::wstring library = Braced(LIBID_V5Strings);
+    for (const Case& c : {Case{L"", HKEY_LOCAL_MACHINE}, Case{kForUser, HKEY_CURRENT_USER}}) {
+        ASSERT_EQ(own_.Run(c.options), 0U);
+        EXPECT_EQ(Read(c.root, L"V5Strings.NimboErrorNumbers\\CLSID"), Braced(__uuidof(NimboErrorNumbers)));
+        EXPECT_EQ(Read(c.root, clsid + L"\\InprocServer32"), own_.library);
+        EXPECT_EQ(Read(c.root, clsid + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+        EXPECT_EQ(Read(c.root, clsid + L"\\ProgID"), L"V5Strings.NimboErrorNumbers");
+        EXPECT_EQ(Read(c.root, clsid + L"\\TypeLib"), library);
+        EXPECT_EQ(Read(c.root, iface), L"_NimboErrorNumbers");
+        EXPECT_EQ(Read(c.root, iface + L"\\TypeLib"), library);
+        EXPECT_EQ(Read(c.root, iface + L"\\ProxyStubClsid32"), L"{00020424-0000-0000-C000-000000000046}");
+        EXPECT_EQ(Read(c.root, L"TypeLib\\" + library + (kIs64 ? L"\\1.0\\0\\win64" : L"\\1.0\\0\\win32")),
+                  own_.library);
+        const HKEY elsewhere = c.root == HKEY_LOCAL_MACHINE ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+        EXPECT_EQ(Read(elsewhere, clsid + L"\\InprocServer32"), L"") << "written where it was not asked for";
+        EXPECT_EQ(own_.Run(std::wstring(L"/u ") + c.options), 0U);
+    }
+}
+
+}  // namespace
+
+}  // namespace v5::test
