@@ -1,0 +1,242 @@
+#include "config/DahsChooserForm.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+#include "config/DahsChooser.h"
+#include "config/Site.h"
+#include "dialogs/Dialogs.h"
+#include "dialogs/ModalForm.h"
+#include "platform/Module.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr wchar_t kTitle[] = L"Choose DAHS";
+constexpr int kListId = 100;
+constexpr WORD kDahsIcon = 199;  // the product's plain icon
+constexpr COLORREF kGrey = RGB(192, 192, 192);
+
+// The list shows between these numbers of rows without scrolling, and is between these numbers of dialog units wide.
+constexpr int kFewestRows = 5;
+constexpr int kMostRows = 15;
+constexpr int kNarrowest = 160;
+constexpr int kWidest = 320;
+
+constexpr std::uint32_t kExclamation = 0x30;
+
+void Report(const std::wstring& message) {
+    TimedMessageBoxSettings settings;
+    settings.title = kTitle;
+    settings.prompt = message;
+    settings.style = kExclamation;
+    ShowTimedMessageBox(settings);
+}
+
+struct ImageListDeleter {
+    void operator()(HIMAGELIST images) const { ImageList_Destroy(images); }
+};
+using ImageListHandle = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDeleter>;
+
+// The list's one image, "DAHS", in the size of the display's small icons.
+ImageListHandle CreateImages(int size) {
+    ImageListHandle images(ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 1, 0));
+    const auto icon =
+        static_cast<HICON>(LoadImageW(ThisModule(), MAKEINTRESOURCEW(kDahsIcon), IMAGE_ICON, size, size, 0));
+    if (icon != nullptr) {
+        ImageList_AddIcon(images.get(), icon);
+        DestroyIcon(icon);
+    }
+    return images;
+}
+
+class DahsChooserForm final : public ModalForm {
+  public:
+    DahsChooserForm(const DahsChooser& chooser, std::int32_t initial_dahs_id)
+        : ModalForm(kTitle), chooser_(chooser), selected_(chooser.RowOf(initial_dahs_id)) {
+        if (!selected_) {
+            selected_ = chooser.FirstChoice();
+        }
+    }
+
+    DahsChoice Result() const { return {cancelled_, selected_ ? chooser_.Rows()[*selected_].dahs_id : 0}; }
+
+  protected:
+    void CreateControls() override {
+        AddControls(kControls);
+        SendMessageW(List(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT;
+        column.pszText = const_cast<wchar_t*>(L"DAHS");
+        SendMessageW(List(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+        for (size_t row = 0; row < chooser_.Rows().size(); ++row) {
+            LVITEMW item{};
+            item.mask = LVIF_TEXT | LVIF_IMAGE;
+            item.iItem = static_cast<int>(row);
+            item.pszText = const_cast<wchar_t*>(chooser_.Rows()[row].text.c_str());
+            SendMessageW(List(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        }
+    }
+
+    SIZE LayOut() override {
+        using namespace units;
+        images_ = CreateImages(FromTwips(kSmallIcon));
+        SendMessageW(List(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.get()));
+        Place(kListId, UnitRect{kMargin, kMargin, kNarrowest, kNarrowest});  // its heading gets its height
+        const RECT list = ListPlace();
+        Place(kListId, list);
+        FitColumn();
+        const int top = list.bottom + UnitsY(kGroupGap);
+        const int width = UnitsX(kButtonWidth);
+        const int bottom = top + UnitsY(kButtonHeight);
+        const int ok = list.right - 2 * width - UnitsX(kGap);
+        Place(IDOK, RECT{ok, top, ok + width, bottom});
+        Place(IDCANCEL, RECT{list.right - width, top, list.right, bottom});
+        return {list.right + UnitsX(kMargin), bottom + UnitsY(kMargin)};
+    }
+
+    void OnOpening() override {
+        SetFocus(List());
+        if (selected_) {
+            Select(*selected_);
+        }
+    }
+
+    void OnCommand(int id, int) override {
+        if (id == IDOK) {
+            Accept();
+        } else if (id == IDCANCEL) {
+            Close();
+        }
+    }
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override {
+        if (message != WM_NOTIFY || reinterpret_cast<const NMHDR*>(lParam)->idFrom != kListId) {
+            return std::nullopt;
+        }
+        switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
+            case static_cast<UINT>(NM_DBLCLK):
+                if (reinterpret_cast<const NMITEMACTIVATE*>(lParam)->iItem >= 0) {
+                    Accept();
+                }
+                return 0;
+            case static_cast<UINT>(NM_CUSTOMDRAW):
+                return Paint(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
+            default:
+                return std::nullopt;
+        }
+    }
+
+  private:
+    static constexpr int kSmallIcon = 240;  // twips: 16 pixels at 96 dots per inch
+    static constexpr ControlSpec kControls[] = {
+        {kListId, WC_LISTVIEWW, L"DAHS", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+         WS_EX_CLIENTEDGE},
+        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+    };
+
+    HWND List() const { return Control(kListId); }
+
+    // As wide as the widest row and as high as all rows, within limits.
+    RECT ListPlace() const {
+        LONG width = 0;
+        for (const DahsChooserRow& row : chooser_.Rows()) {
+            width = std::max(width, Measure(row.text).cx);
+        }
+        const int around = FromTwips(kSmallIcon) + GetSystemMetrics(SM_CXVSCROLL) + UnitsX(units::kMargin);
+        width = std::clamp<LONG>(width + around, UnitsX(kNarrowest), UnitsX(kWidest));
+        const int left = UnitsX(units::kMargin);
+        const int top = UnitsY(units::kMargin);
+        return {left, top, left + width, top + ListHeight()};
+    }
+
+    int ListHeight() const {
+        const auto header = reinterpret_cast<HWND>(SendMessageW(List(), LVM_GETHEADER, 0, 0));
+        RECT heading{};
+        GetWindowRect(header, &heading);
+        RECT row{LVIR_BOUNDS, 0, 0, Measure(L"X").cy};
+        SendMessageW(List(), LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+        const int rows = std::clamp(static_cast<int>(chooser_.Rows().size()), kFewestRows, kMostRows);
+        return heading.bottom - heading.top + rows * (row.bottom - row.top) + 2 * GetSystemMetrics(SM_CYEDGE);
+    }
+
+    void FitColumn() const {
+        RECT inside{};
+        GetClientRect(List(), &inside);
+        SendMessageW(List(), LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(inside.right, 0));
+    }
+
+    void Select(size_t row) const {
+        LVITEMW item{};
+        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        item.state = item.stateMask;
+        SendMessageW(List(), LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+        SendMessageW(List(), LVM_ENSUREVISIBLE, row, FALSE);
+    }
+
+    std::optional<size_t> SelectedRow() const {
+        const LRESULT row = SendMessageW(List(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+        return row < 0 ? std::nullopt : std::optional(static_cast<size_t>(row));
+    }
+
+    void Accept() {
+        selected_ = SelectedRow();
+        if (!chooser_.Rows().empty() && !selected_) {
+            Report(L"Please choose a DAHS.");
+            SetFocus(List());
+            return;
+        }
+        cancelled_ = false;
+        Close();
+    }
+
+    LRESULT Paint(NMLVCUSTOMDRAW& draw) const {
+        if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+            return CDRF_NOTIFYITEMDRAW;
+        }
+        if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && chooser_.Rows()[draw.nmcd.dwItemSpec].is_secondary) {
+            draw.clrText = kGrey;
+        }
+        return CDRF_DODEFAULT;
+    }
+
+    const DahsChooser& chooser_;
+    std::optional<size_t> selected_;
+    ImageListHandle images_;
+    bool cancelled_ = true;  // until the user says OK
+};
+
+DahsChooser ReadChooser(const DahsChooserSettings& settings, SiteHost& host) {
+    Site site(host);
+    if (!site.Read(AppCategory::kNotApplicable, false, false, settings.blank_connections)) {
+        if (!site.Problems().empty()) {
+            Report(site.Problems().front());
+        }
+        return {};
+    }
+    DahsChooser chooser(*site.Entries(), settings.allow_secondary, settings.allow_remote,
+                        [&site](const DahsEntry& entry) { return site.IsRemote(entry); });
+    if (const std::wstring message = chooser.EmptyListMessage(); !message.empty()) {
+        Report(message);
+    }
+    return chooser;
+}
+
+}  // namespace
+
+DahsChoice ShowDahsChooser(const DahsChooserSettings& settings, SiteHost& host) {
+    const DahsChooser chooser = ReadChooser(settings, host);
+    DahsChooserForm form(chooser, settings.initial_dahs_id);
+    form.ShowModal();
+    return form.Result();
+}
+
+}  // namespace v5

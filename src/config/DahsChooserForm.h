@@ -1,0 +1,27 @@
+// The dialog in which the user picks a DAHS of the site.
+#pragma once
+
+#include <cstdint>
+
+#include "config/DahsSection.h"
+#include "config/SiteHost.h"
+
+namespace v5 {
+
+struct DahsChooserSettings {
+    BlankConnections blank_connections = BlankConnections::kIgnoreEntry;
+    bool allow_secondary = true;
+    bool allow_remote = true;
+    std::int32_t initial_dahs_id = 0;  // selected at first when it is offered
+};
+
+struct DahsChoice {
+    bool cancelled = true;
+    std::int32_t dahs_id = 0;  // of the selected row; 0 when none is
+};
+
+// Reads the site file through `host` as it is now and shows the dialog modally. A site that cannot be read, or has
+// no entry to offer, is first reported in a message box; the list is then empty.
+DahsChoice ShowDahsChooser(const DahsChooserSettings& settings, SiteHost& host);
+
+}  // namespace v5

@@ -1,0 +1,114 @@
+#include "security/PasswordForm.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <iterator>
+
+#include "dialogs/ModalForm.h"
+#include "dialogs/PromptWrap.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr int kMessageId = 100;
+constexpr int kPasswordId = 101;
+constexpr int kLongestPassword = 255;
+constexpr int kContentWidth = 190;  // dialog units
+
+class PasswordWindow final : public ModalForm {
+  public:
+    PasswordWindow(const std::wstring& title, const std::wstring& message) : ModalForm(title), message_(message) {}
+
+    std::optional<SecretText> TakePassword() { return std::move(password_); }
+
+  protected:
+    void CreateControls() override {
+        AddControls(kControls);
+        SendMessageW(Control(kPasswordId), EM_LIMITTEXT, kLongestPassword, 0);
+        HookControl(kPasswordId, [this](UINT message, WPARAM wParam, LPARAM) { return Guard(message, wParam); });
+    }
+
+    SIZE LayOut() override {
+        using namespace units;
+        const auto width = [this](std::wstring_view text) { return static_cast<int>(Measure(text).cx); };
+        const std::wstring wrapped = WrapPrompt(message_, UnitsX(kContentWidth), width);
+        SetTextOf(kMessageId, wrapped);
+        const int left = UnitsX(kMargin);
+        const int right = UnitsX(kMargin + kContentWidth);
+        int top = UnitsY(kMargin);
+        Place(kMessageId, RECT{left, top, right, top + Measure(wrapped).cy});
+        top += Measure(wrapped).cy + UnitsY(kGap);
+        Place(kPasswordId, RECT{left, top, right, top + UnitsY(kFieldHeight)});
+        top += UnitsY(kFieldHeight + kGroupGap);
+        const int button = UnitsX(kButtonWidth);
+        const int bottom = top + UnitsY(kButtonHeight);
+        const int cancel = right - button;
+        Place(IDCANCEL, RECT{cancel, top, right, bottom});
+        Place(IDOK, RECT{cancel - UnitsX(kGap) - button, top, cancel - UnitsX(kGap), bottom});
+        return {right + UnitsX(kMargin), bottom + UnitsY(kMargin)};
+    }
+
+    void OnOpening() override { SetFocus(Control(kPasswordId)); }
+
+    void OnCommand(int id, int) override {
+        if (id == IDOK) {
+            password_ = Read();
+            Close();
+        } else if (id == IDCANCEL) {
+            Close();
+        }
+    }
+
+  private:
+    static constexpr ControlSpec kControls[] = {
+        {kMessageId, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX},
+        {kPasswordId, WC_EDITW, L"", WS_TABSTOP | ES_PASSWORD | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE},
+        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+    };
+
+    // Keeps the text in the box: nobody but Read() gets it out, by the clipboard, by asking or by unmasking.
+    std::optional<LRESULT> Guard(UINT message, WPARAM wParam) const {
+        switch (message) {
+            case WM_COPY:
+            case WM_CUT:
+            case EM_GETLINE:
+                return 0;
+            case WM_GETTEXT:
+            case WM_GETTEXTLENGTH:
+                return reading_ ? std::nullopt : std::optional<LRESULT>(0);
+            case EM_SETPASSWORDCHAR:
+                return wParam == 0 ? std::optional<LRESULT>(0) : std::nullopt;
+            default:
+                return std::nullopt;
+        }
+    }
+
+    SecretText Read() {
+        wchar_t typed[kLongestPassword + 1];
+        reading_ = true;
+        const int length = GetWindowTextW(Control(kPasswordId), typed, static_cast<int>(std::size(typed)));
+        reading_ = false;
+        SecretText password(std::wstring_view(typed, static_cast<size_t>(length)));
+        Wipe(typed, std::size(typed));
+        SetTextOf(kPasswordId, L"");
+        return password;
+    }
+
+    const std::wstring& message_;
+    bool reading_ = false;
+    std::optional<SecretText> password_;  // until OK: cancelled
+};
+
+}  // namespace
+
+std::optional<SecretText> PasswordForm::Ask() {
+    PasswordWindow window(title_, message_);
+    window.ShowModal();
+    return window.TakePassword();
+}
+
+}  // namespace v5

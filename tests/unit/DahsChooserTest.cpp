@@ -1,0 +1,90 @@
+#include "config/DahsChooser.h"
+
+#include <gtest/gtest.h>
+
+namespace v5 {
+
+namespace {
+
+using enum RedundantDasRole;
+
+DahsEntryList Entries(std::initializer_list<DahsEntry> entries) {
+    DahsEntryList list;
+    for (const DahsEntry& entry : entries) {
+        list.Add(entry);
+    }
+    return list;
+}
+
+DahsEntry Entry(int id, RedundantDasRole role, const wchar_t* site, const wchar_t* description = L"",
+                const wchar_t* computer = L"near") {
+    DahsEntry entry;
+    entry.dahs_id = id;
+    entry.role = role;
+    entry.site_id = site;
+    entry.description = description;
+    entry.computer_name = computer;
+    return entry;
+}
+
+bool IsFar(const DahsEntry& entry) {
+    return entry.computer_name == L"far";
+}
+
+}  // namespace
+
+TEST(DahsChooser, RowsAndFirstChoice) {
+    const DahsEntryList entries = Entries({
+        Entry(3, kSecondary, L"NORTH", L"Stack 1"),
+        Entry(5, kPrimary, L"NORTH", L"Stack 1", L"far"),
+        Entry(7, kStandalone, L"SOUTH", L"South"),  // says no more than the site itself
+        Entry(99, kStandalone, L"WEST"),
+    });
+    const DahsChooser chooser(entries, true, true, IsFar);
+    const std::pair<int, const wchar_t*> rows[] = {
+        {3, L"NORTH - Stack 1 (secondary - use primary instead)"},
+        {5, L"NORTH - Stack 1 (primary)"},
+        {7, L"SOUTH"},
+        {99, L"WEST"},
+    };
+    ASSERT_EQ(chooser.Rows().size(), std::size(rows));
+    for (size_t i = 0; i < std::size(rows); ++i) {
+        EXPECT_EQ(chooser.Rows()[i].dahs_id, rows[i].first);
+        EXPECT_EQ(chooser.Rows()[i].text, rows[i].second);
+    }
+    EXPECT_EQ(chooser.FirstChoice(), 1u);
+    EXPECT_EQ(chooser.RowOf(99), 3u);
+    EXPECT_EQ(chooser.RowOf(4), std::nullopt);
+    EXPECT_EQ(DahsChooser(Entries({Entry(1, kSecondary, L"N")}), true, true, IsFar).FirstChoice(), std::nullopt);
+
+    const DahsChooser near(entries, false, false, IsFar);
+    ASSERT_EQ(near.Rows().size(), 2u);
+    EXPECT_EQ(near.Rows()[0].dahs_id, 7);
+    EXPECT_EQ(near.EmptyListMessage(), L"");  // some were left out, but there is a choice
+}
+
+TEST(DahsChooser, WhatAnEmptyListSays) {
+    const DahsEntry primary = Entry(1, kPrimary, L"N", L"", L"far");
+    const DahsEntry secondary = Entry(2, kSecondary, L"N");
+    const DahsEntry far_secondary = Entry(3, kSecondary, L"N", L"", L"far");
+    const struct {
+        DahsEntryList entries;
+        const wchar_t* message;
+    } cases[] = {
+        {Entries({}), L""},
+        {Entries({primary, secondary}),
+         L"No DAHS entries are available to choose from. 1 secondary DASes cannot be included in the list. "
+         L"1 remote DASes cannot be included in the list."},
+        {Entries({far_secondary, secondary}),  // one entry is refused for both reasons
+         L"No DAHS entries are available to choose from. 2 secondary DASes cannot be included in the list. "
+         L"1 remote DASes cannot be included in the list."},
+        {Entries({primary}),
+         L"No DAHS entries are available to choose from. 1 remote DASes cannot be included in the list."},
+    };
+    for (const auto& each : cases) {
+        EXPECT_EQ(DahsChooser(each.entries, false, false, IsFar).EmptyListMessage(), each.message);
+    }
+    EXPECT_EQ(DahsChooser().EmptyListMessage(), L"");
+}
+
+}  // namespace v5
