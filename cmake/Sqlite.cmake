@@ -1,9 +1,10 @@
 # Target `sqlite`: the database engine of the devkit, compiled from the source that `./dev` sets up
 # (tools/setup/sqlite.sh). Without that source there is no such target, and what needs it is left out.
 set(V5_SQLITE_DIR "${CMAKE_SOURCE_DIR}/build/downloads/sqlite" CACHE PATH "Folder of sqlite3.c and sqlite3.h")
-if(EXISTS "${V5_SQLITE_DIR}/sqlite3.c")
+file(GLOB sqlite_source CONFIGURE_DEPENDS "${V5_SQLITE_DIR}/sqlite3.c")
+if(sqlite_source)
   enable_language(C)
-  add_library(sqlite STATIC "${V5_SQLITE_DIR}/sqlite3.c")
+  add_library(sqlite STATIC ${sqlite_source})
   target_include_directories(sqlite SYSTEM PUBLIC "${V5_SQLITE_DIR}")
   # The options that SQLite's own "Recommended Compile-time Options" names and that the devkit can live with.
   target_compile_definitions(sqlite PRIVATE

@@ -17,7 +17,7 @@ namespace {
 
 class Enumerator final : public IEnumVARIANT {
   public:
-    Enumerator(std::vector<ComPtr<IDispatch>> objects, size_t next) : objects_(std::move(objects)), next_(next) {
+    Enumerator(std::vector<_variant_t> items, size_t next) : items_(std::move(items)), next_(next) {
         AddComponentUse();
     }
     Enumerator(const Enumerator&) = delete;
@@ -48,18 +48,23 @@ class Enumerator final : public IEnumVARIANT {
         if (items == nullptr || (fetched == nullptr && wanted != 1)) {
             return E_POINTER;
         }
-        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, objects_.size() - next_));
+        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, items_.size() - next_));
         for (ULONG i = 0; i < given; ++i) {
-            V_VT(&items[i]) = VT_DISPATCH;
-            objects_[next_++].CopyTo(&V_DISPATCH(&items[i]));
+            VariantInit(&items[i]);
+            const HRESULT status = VariantCopy(&items[i], &items_[next_ + i]);
+            if (FAILED(status)) {
+                std::for_each(items, items + i, [](VARIANT& item) { VariantClear(&item); });
+                return status;
+            }
         }
+        next_ += given;
         if (fetched != nullptr) {
             *fetched = given;
         }
         return given == wanted ? S_OK : S_FALSE;
     }
     STDMETHODIMP Skip(ULONG count) override {
-        const size_t skipped = std::min<size_t>(count, objects_.size() - next_);
+        const size_t skipped = std::min<size_t>(count, items_.size() - next_);
         next_ += skipped;
         return skipped == count ? S_OK : S_FALSE;
     }
@@ -72,21 +77,29 @@ class Enumerator final : public IEnumVARIANT {
             return E_POINTER;
         }
         *copy = nullptr;
-        return Guarded(IID_NULL, L"", [&] { *copy = new Enumerator(objects_, next_); });
+        return Guarded(IID_NULL, L"", [&] { *copy = new Enumerator(items_, next_); });
     }
 
   private:
     virtual ~Enumerator() { ReleaseComponentUse(); }
 
-    std::vector<ComPtr<IDispatch>> objects_;
+    std::vector<_variant_t> items_;
     size_t next_;
     std::atomic<ULONG> references_ = 1;
 };
 
 }  // namespace
 
-ComPtr<IUnknown> NewEnumerator(std::vector<ComPtr<IDispatch>> objects) {
-    return Adopt(new Enumerator(std::move(objects), 0));
+ComPtr<IUnknown> NewEnumerator(std::vector<_variant_t> items) {
+    return Adopt(new Enumerator(std::move(items), 0));
+}
+
+ComPtr<IUnknown> NewEnumerator(const std::vector<ComPtr<IDispatch>>& objects) {
+    std::vector<_variant_t> items;
+    for (const ComPtr<IDispatch>& object : objects) {
+        items.emplace_back(object.Get());
+    }
+    return NewEnumerator(std::move(items));
 }
 
 }  // namespace v5

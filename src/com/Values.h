@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <comutil.h>
 #include <oleauto.h>
 #include <wrl/client.h>
 
@@ -27,6 +28,14 @@ inline bool ToBool(VARIANT_BOOL value) {
 
 // A new BSTR that the caller owns, never null. Throws std::bad_alloc.
 BSTR NewBstr(std::wstring_view text);
+
+// A text as a VARIANT. Throws std::bad_alloc.
+inline _variant_t TextVariant(std::wstring_view text) {
+    _variant_t result;
+    V_BSTR(&result) = NewBstr(text);
+    V_VT(&result) = VT_BSTR;
+    return result;
+}
 
 // A new zero-based array of texts (VT_ARRAY|VT_BSTR) that the caller owns. Throws std::bad_alloc.
 VARIANT NewTextArray(const std::vector<std::wstring>& texts);

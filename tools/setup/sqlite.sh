@@ -4,11 +4,16 @@
 sqlite_package=better-sqlite3@12.4.1    # carries SQLite 3.50.4
 sqlite_package_sha256=14398acbf00d1e8fe0a2753df7d4f15c13138e4b874f4e6e96791f65b4536d0d
 
+# sqlite_is_set_up ROOT: whether the source is there, from the package above.
+sqlite_is_set_up() {
+  [ "$(cat "$1/build/downloads/sqlite/package.txt" 2>/dev/null)" = "$sqlite_package_sha256" ]
+}
+
 # setup_sqlite ROOT: leaves sqlite3.c and sqlite3.h in ROOT/build/downloads/sqlite. Does nothing when they are there
 # from the same package. On failure says why in one sentence and returns 1, with nothing half unpacked.
 setup_sqlite() {
   local folder="$1/build/downloads/sqlite" scratch
-  [ "$(cat "$folder/package.txt" 2>/dev/null)" = "$sqlite_package_sha256" ] && return 0
+  sqlite_is_set_up "$1" && return 0
   scratch=$(mktemp -d) || return 1
   if _fetch_sqlite "$scratch"; then
     mkdir -p "$folder" && cp "$scratch"/package/deps/sqlite3/sqlite3.[ch] "$folder" &&

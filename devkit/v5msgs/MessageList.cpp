@@ -1,0 +1,48 @@
+#include "v5msgs/MessageList.h"
+
+#include "com/Enumerator.h"
+
+namespace v5::devkit {
+
+STDMETHODIMP MessageList::get_Item(long index, BSTR* description) {
+    return Return(description, [&] { return At(index).text; });
+}
+
+STDMETHODIMP MessageList::get_Type(long index, long* type) {
+    return Return(type, [&] { return At(index).type; });
+}
+
+STDMETHODIMP MessageList::get_Count(long* count) {
+    return Return(count, [&] { return static_cast<std::int32_t>(messages_.size()); });
+}
+
+STDMETHODIMP MessageList::Clear() {
+    return Do([&] { messages_.clear(); });
+}
+
+STDMETHODIMP MessageList::RaiseMsg(long type, BSTR description) {
+    return Do([&] { messages_.push_back({static_cast<std::int32_t>(type), std::wstring(View(description))}); });
+}
+
+STDMETHODIMP MessageList::get__NewEnum(IUnknown** enumerator) {
+    return Return(enumerator, [&] {
+        std::vector<_variant_t> texts;
+        for (const Message& message : messages_) {
+            texts.push_back(TextVariant(message.text));
+        }
+        return NewEnumerator(std::move(texts));
+    });
+}
+
+void* MessageList::FindMore(REFIID iid) {
+    return iid == __uuidof(IRaiseMsg) ? static_cast<IRaiseMsg*>(&sink_) : nullptr;
+}
+
+const MessageList::Message& MessageList::At(long index) const {
+    if (index < 0 || static_cast<size_t>(index) >= messages_.size()) {
+        throw AutomationError::RunTime(9, L"Subscript out of range");
+    }
+    return messages_[static_cast<size_t>(index)];
+}
+
+}  // namespace v5::devkit
