@@ -8,6 +8,12 @@ if(V5_SANITIZE)
                          -fno-omit-frame-pointer)
   target_link_options(v5warnings INTERFACE -fsanitize=address,undefined)
 endif()
+if(V5_FUZZ)
+  # clang counts sign changes among the conversions, which GCC does not.
+  target_compile_options(v5warnings INTERFACE -Wno-sign-conversion -fsanitize=fuzzer-no-link,address,undefined
+                         -fno-sanitize-recover=all)
+  target_link_options(v5warnings INTERFACE -fsanitize=address,undefined)
+endif()
 if(WIN32)
   target_compile_definitions(v5warnings INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX
                              _WIN32_WINNT=0x0601 STRICT)

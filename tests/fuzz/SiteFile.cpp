@@ -1,0 +1,66 @@
+// A site file of any bytes: read, judged, every entry chosen, everything rendered.
+#include <array>
+
+#include "config/Site.h"
+#include "fuzz/Fuzz.h"
+
+namespace v5::fuzz {
+
+namespace {
+
+// A machine on which the file lies in the first folder that is asked for.
+class OneFileHost final : public SiteHost {
+  public:
+    explicit OneFileHost(std::string bytes) : bytes_(std::move(bytes)) {}
+
+    std::wstring ExpandEnvironment(const std::wstring&) const override { return L"C:\\Vantor"; }
+    bool FolderExists(const std::wstring&) const override { return true; }
+    bool FileExists(const std::wstring&) const override { return true; }
+    std::wstring ReadFile(const std::wstring&, std::string& bytes) const override {
+        bytes = bytes_;
+        return {};
+    }
+    std::wstring CreateFolder(const std::wstring&) override { return L"refused"; }
+    std::wstring DecodeAnsi(std::string_view bytes) const override {
+        std::wstring text;
+        for (const char c : bytes) {
+            text += static_cast<wchar_t>(static_cast<unsigned char>(c));
+        }
+        return text;
+    }
+    std::wstring LibraryFolder() const override { return L"C:\\Library"; }
+    std::wstring TemporaryFolder() const override { return L"C:\\Temp"; }
+    std::wstring LocalComputerName() const override { return L"HERE"; }
+    bool IsLocalComputer(const std::wstring& name) const override { return name == L"HERE"; }
+    std::optional<std::uint64_t> SystemAffinityMask() const override { return 3; }
+    bool SetProcessAffinityMask(std::uint64_t) override { return true; }
+
+  private:
+    std::string bytes_;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+    Input input(data, size);
+    const auto options = input.Take<std::uint8_t>();
+    OneFileHost host(input.Bytes());
+    Site site(host);
+    const bool read = site.Read(static_cast<AppCategory>(options & 7), (options & 8) != 0, (options & 16) != 0,
+                                (options & 32) != 0 ? BlankConnections::kAllowEntry : BlankConnections::kIgnoreEntry);
+    Require(read == (site.Entries()->Count() > 0), "reading succeeds exactly when there is an entry");
+    std::int32_t last = 0;
+    for (const DahsEntryPtr& entry : *site.Entries()) {
+        Require(entry->dahs_id > last && entry->dahs_id <= 99, "entries come in ascending order, 1 to 99");
+        last = entry->dahs_id;
+        Require(!entry->site_id.empty() && !entry->computer_name.empty() && !entry->vantor_dir.empty(),
+                "a usable entry has a site, a computer and a folder");
+        Require(entry->auto_output_timeout >= 0, "the time-out is not negative");
+        Require(site.Choose(entry->dahs_id, false, true), "every entry can be chosen");
+        site.FindRedundantDasIds(entry->site_id, entry->dahs_id);
+        Require(site.InfoTexts(2).size() >= 36, "the information array has all its items");
+    }
+    return 0;
+}
+
+}  // namespace v5::fuzz
