@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "base/AutomationError.h"
 #include "log/LogHeader.h"
 
 namespace v5 {
@@ -105,6 +106,8 @@ void LogWriter::KeepFailure() noexcept {
     try {
         try {
             throw;
+        } catch (const AutomationError& error) {
+            error_ = std::to_wstring(error.Number()) + L", " + error.Description();
         } catch (const std::bad_alloc&) {
             error_ = L"7, Out of memory";
         } catch (...) {

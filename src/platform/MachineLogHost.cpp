@@ -7,6 +7,7 @@
 #include "platform/AnsiCodePage.h"
 #include "platform/Module.h"
 #include "platform/SystemInfo.h"
+#include "platform/WindowsInstaller.h"
 
 namespace v5 {
 
@@ -38,7 +39,8 @@ std::wstring MachineLogHost::LongDateAndTime(const CivilDateTime& time) const {
 }
 
 std::wstring MachineLogHost::ReleaseNumber(ReleaseKind kind) const {
-    return v5::ReleaseNumber(installer_, nullptr, kind);
+    WindowsInstaller installer;
+    return v5::ReleaseNumber(installer, nullptr, kind);
 }
 
 std::wstring MachineLogHost::ComputerName() const {

@@ -7,18 +7,12 @@ namespace v5 {
 
 class MachineLogHost : public LogHost {
   public:
-    // `installer` outlives the host.
-    explicit MachineLogHost(InstallerQueries& installer) : installer_(installer) {}
-
     std::wstring LibraryFolder() const override;
     std::wstring SystemErrorText(std::uint32_t code) const override;
     std::wstring LongDateAndTime(const CivilDateTime& time) const override;
     std::wstring ReleaseNumber(ReleaseKind kind) const override;
     std::wstring ComputerName() const override;
     std::wstring OperatingSystem() const override;
-
-  private:
-    InstallerQueries& installer_;
 };
 
 }  // namespace v5

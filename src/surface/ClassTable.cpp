@@ -1,6 +1,9 @@
 // The public classes of V5Strings.dll: what can be created, and what registration writes.
 #include "V5Strings.h"
 #include "com/Component.h"
+#include "footnotes/Footnote.h"
+#include "footnotes/FootnoteList.h"
+#include "log/LogFileClass.h"
 #include "surface/NimboErrorNumbers.h"
 
 namespace v5 {
@@ -14,6 +17,9 @@ constexpr ClassEntry Row(const wchar_t* description) {
 }
 
 constexpr ClassEntry kClasses[] = {
+    Row<Footnote, ::Footnote>(L"V5Strings footnote"),
+    Row<FootnoteList, ::FootnoteList>(L"V5Strings footnote list"),
+    Row<LogFileClass, ::LogFileClass>(L"V5Strings log file"),
     Row<NimboErrorNumbers, ::NimboErrorNumbers>(L"V5Strings error numbers"),
 };
 
