@@ -32,6 +32,10 @@ inline constexpr std::wstring_view kTrademarkNotice =
 inline constexpr std::wstring_view kSupportPhone = L"+1 (201) 555-0142";
 inline constexpr std::wstring_view kSupportEmail = L"support@nimbo.example";
 
-// Security: the scrambler's key and the two master values.
+// Security: the scrambler's key (6 characters) and the scrambled forms of the two master passwords (24 and 37 digits).
+// A new key needs new master values, and makes every stored alarm-reset password invalid.
+inline constexpr std::wstring_view kScramblerKey = L"m4&Zt!";
+inline constexpr std::wstring_view kMasterPassword24 = L"217219266416736471701530";
+inline constexpr std::wstring_view kMasterPassword37 = L"7375247431764762744452047361008241653";
 
 }  // namespace v5::product

@@ -1,0 +1,182 @@
+#include "platform/DbilDatabase.h"
+
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include "V5DBIL.h"
+#include "com/Guard.h"
+#include "platform/BstrText.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr long kOwnRows = 1;  // lookup rows of the site itself
+constexpr long kAll = -1;     // selectors of OpenSite
+constexpr wchar_t kLookupTable[] = L"V5LOOKUP";
+
+VARIANT_BOOL Flag(bool value) {
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+// Receives the component's events. It may outlive the database object for as long as the component holds it.
+class DbilEvents final : public IDispatch {
+  public:
+    explicit DbilEvents(MessageSink& messages) : messages_(&messages) {}
+    virtual ~DbilEvents() = default;
+
+    void Disconnect() { messages_ = nullptr; }
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (object == nullptr) {
+            return E_POINTER;
+        }
+        const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID__DatabaseInterfaceEvents;
+        *object = known ? this : nullptr;
+        if (!known) {
+            return E_NOINTERFACE;
+        }
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = --references_;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
+        *info = nullptr;
+        return DISP_E_BADINDEX;
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*) override {
+        constexpr DISPID kMessage = 1;
+        if (id != kMessage) {
+            return DISP_E_MEMBERNOTFOUND;
+        }
+        if (arguments->cArgs != 2) {
+            return DISP_E_BADPARAMCOUNT;
+        }
+        return GuardedQuietly([&] {
+            const _variant_t type(arguments->rgvarg[1]), text(arguments->rgvarg[0]);  // the last argument comes first
+            if (messages_ != nullptr) {
+                messages_->RaiseMessage(static_cast<long>(type), View(_bstr_t(text)));
+            }
+        });
+    }
+
+  private:
+    ULONG references_ = 1;
+    MessageSink* messages_;
+};
+
+class DbilDatabase : public SiteDatabase {
+  public:
+    explicit DbilDatabase(MessageSink& messages) {
+        Check(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&database_)));
+        ComPtr<IConnectionPointContainer> container;
+        Check(database_.As(&container));
+        Check(container->FindConnectionPoint(DIID__DatabaseInterfaceEvents, &events_));
+        listener_.Attach(new DbilEvents(messages));
+        Check(events_->Advise(listener_.Get(), &cookie_));
+    }
+    ~DbilDatabase() override {
+        listener_->Disconnect();
+        events_->Unadvise(cookie_);
+    }
+    DbilDatabase(const DbilDatabase&) = delete;
+    DbilDatabase& operator=(const DbilDatabase&) = delete;
+
+    bool SetApplicationName(std::wstring_view name) override {
+        return Succeeded([&](VARIANT_BOOL* done) { return database_->SetApplicationName(ToBstr(name), done); });
+    }
+    bool Initialise(const SiteConnection& connection) override {
+        const _bstr_t none(L"");
+        return Succeeded([&](VARIANT_BOOL* done) {
+            return database_->Initialise(ToBstr(connection.siteID), ToBstr(connection.languageID),
+                                         ToBstr(connection.configDatabase), ToBstr(connection.alarmsDatabase), none,
+                                         none, none, Flag(connection.isNoninteractive), 0, done);
+        });
+    }
+    bool OpenSite(std::wstring_view siteID) override {
+        return Succeeded(
+            [&](VARIANT_BOOL* done) { return database_->OpenSite(ToBstr(siteID), kAll, kAll, kAll, 0, 0, 0, done); });
+    }
+    void Close() override { Check(database_->Close()); }
+    void ForgetLogons(std::wstring_view siteID) override { Check(database_->ForgetLogons(ToBstr(siteID))); }
+
+    std::wstring ReadLookup(std::wstring_view siteID, std::wstring_view key) override {
+        BSTR value = nullptr;
+        Check(database_->ReadLookup(ToBstr(siteID), kOwnRows, _bstr_t(kLookupTable), ToBstr(key), &value));
+        return TakeText(value);
+    }
+    bool WriteLookup(std::wstring_view siteID, std::wstring_view key, std::wstring_view value) override {
+        return Succeeded([&](VARIANT_BOOL* done) {
+            return database_->WriteLookup(ToBstr(siteID), kOwnRows, _bstr_t(kLookupTable), ToBstr(key), ToBstr(value),
+                                          done);
+        });
+    }
+    bool WriteEvent(std::wstring_view siteID, const CivilDateTime& time, const EventRecord& record) override {
+        return Succeeded([&](VARIANT_BOOL* done) {
+            return database_->WriteEventLog(ToBstr(siteID), ToAutomationDate(time), ToBstr(record.text),
+                                            ToBstr(record.category), record.kind, _bstr_t(L""), ToBstr(record.tag),
+                                            done);
+        });
+    }
+
+    std::wstring CurrentUserName(std::wstring_view siteID) override {
+        BSTR name = nullptr;
+        Check(SiteInfo(siteID)->get_CurrentUserName(&name));
+        return TakeText(name);
+    }
+    std::wstring ConnectionString(std::wstring_view siteID) override {
+        BSTR text = nullptr;
+        Check(SiteInfo(siteID)->get_ConnectionString(&text));
+        return TakeText(text);
+    }
+    bool UsesWindowsAuthentication(std::wstring_view connectionString) override {
+        VARIANT_BOOL windows = VARIANT_FALSE;
+        Check(database_->UsesWindowsAuthentication(ToBstr(connectionString), &windows));
+        return ToBool(windows);
+    }
+    bool AllowsSqlLogins(std::wstring_view siteID) override {
+        VARIANT_BOOL allowed = VARIANT_FALSE;
+        Check(SiteInfo(siteID)->get_AllowsSqlLogins(&allowed));
+        return ToBool(allowed);
+    }
+
+  private:
+    // An operation that answers whether it succeeded: an error is as good as False.
+    template <class Operation>
+    static bool Succeeded(Operation&& operation) {
+        VARIANT_BOOL done = VARIANT_FALSE;
+        return SUCCEEDED(operation(&done)) && ToBool(done);
+    }
+
+    ComPtr<ISiteInfo> SiteInfo(std::wstring_view siteID) {
+        ComPtr<ISiteInfo> info;
+        Check(database_->get_SiteInfo(ToBstr(siteID), &info));
+        return info;
+    }
+
+    ComPtr<IDatabaseInterface> database_;
+    ComPtr<IConnectionPoint> events_;
+    ComPtr<DbilEvents> listener_;
+    DWORD cookie_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<SiteDatabase> NewDbilDatabase(MessageSink& messages) {
+    return std::make_unique<DbilDatabase>(messages);
+}
+
+}  // namespace v5

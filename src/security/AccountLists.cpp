@@ -1,0 +1,143 @@
+#include "security/AccountLists.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "base/Text.h"
+
+namespace v5 {
+
+struct AccountLists::ListOfLevel {
+    PrivilegeLevel level;
+    std::wstring_view element;
+    std::wstring_view path;
+    std::wstring_view auditText;
+};
+
+// In the order in which the lists are tested: the highest level first.
+const AccountLists::ListOfLevel AccountLists::kLists[] = {
+    {level::k3High, L"L3", L"/*/L3", L"Account list for Vantor Level 3 was changed by '$username$'"},
+    {level::k2, L"L2", L"/*/L2", L"Account list for Vantor Level 2 was changed by '$username$'"},
+    {level::k1, L"L1", L"/*/L1", L"Account list for Vantor Level 1 was changed by '$username$'"},
+};
+
+namespace {
+
+bool IsSid(std::wstring_view entry) {
+    return entry.starts_with(L"S-");
+}
+
+std::wstring ListForm(XmlDocument& xml, std::wstring_view path) {
+    std::wstring list;
+    for (const auto& element : xml.Select(path)) {
+        const std::wstring text = element->Text();
+        const std::wstring_view entry = TrimXml(text);
+        if (entry.empty()) {
+            continue;
+        }
+        if (!list.empty()) {
+            list += L',';
+        }
+        const std::wstring name = element->Attribute(L"name");
+        if (const std::wstring_view shown = TrimXml(name); !shown.empty()) {
+            list.append(shown).append(L" ");
+        }
+        list += IsSid(entry) ? L"[" + std::wstring(entry) + L"]" : std::wstring(entry);
+    }
+    return list;
+}
+
+std::wstring Quoted(std::wstring_view text) {
+    return L"\"" + std::wstring(text) + L"\"";
+}
+
+}  // namespace
+
+PrivilegeLevel AccountLists::UserLevel() {
+    PrivilegeLevel level = level::kNone;
+    site_.Guard([&] {
+        if (!site_.HasDatabase()) {
+            return;
+        }
+        const auto accounts = site_.Host().NewAccounts();
+        StoredDocument document;
+        site_.Guard([&] { document = site_.Read(kAccountsDocument, L"Can't parse XML [STR-0110]"); });
+        const bool sqlAuthentication = user_.IsSqlAuthenticationUsed();
+        if (document.xml) {
+            level = ListedLevel(*document.xml, sqlAuthentication, *accounts);
+        }
+        if (level < level::kOSAdmin && !sqlAuthentication && accounts->IsCurrentUserAnAdministrator()) {
+            level = level::kOSAdmin;
+        }
+    });
+    return level;
+}
+
+PrivilegeLevel AccountLists::ListedLevel(XmlDocument& xml, bool sqlAuthentication, Accounts& accounts) {
+    const std::wstring self = sqlAuthentication ? ToLower(user_.Name()) : ToUpper(accounts.CurrentUserSid());
+    const auto isUser = [&](const std::unique_ptr<XmlElement>& element) {
+        const std::wstring entry = ToUpper(TrimXml(element->Text()));
+        if (entry.empty() || IsSid(entry) == sqlAuthentication) {
+            return false;  // a SID counts with Windows authentication only, a login name with SQL authentication only
+        }
+        return sqlAuthentication ? ToLower(entry) == self : entry == self || accounts.IsCurrentUserMemberOfGroup(entry);
+    };
+    for (const ListOfLevel& list : kLists) {
+        const auto elements = xml.Select(list.path);
+        if (std::any_of(elements.begin(), elements.end(), isUser)) {
+            return list.level;
+        }
+    }
+    return level::kNone;
+}
+
+AccountListTexts AccountLists::Read() {
+    const StoredDocument document = site_.Read(kAccountsDocument, L"Can't parse XML [STR-0119]");
+    if (!document.xml) {
+        return {};
+    }
+    return {ListForm(*document.xml, L"/*/L1"), ListForm(*document.xml, L"/*/L2"), ListForm(*document.xml, L"/*/L3")};
+}
+
+void AccountLists::Replace(PrivilegeLevel level, std::wstring_view list) {
+    const auto* const row = std::find_if(std::begin(kLists), std::end(kLists),
+                                         [&](const ListOfLevel& candidate) { return candidate.level == level; });
+    if (row == std::end(kLists)) {
+        throw SecurityProblem(L"Invalid privilege level [STR-0124]");
+    }
+    const StoredDocument document = site_.ReadForChange(kAccountsDocument, L"Can't parse XML [STR-0126]");
+    XmlDocument& xml = *document.xml;
+    const std::wstring oldList = ListForm(xml, row->path);
+    for (const auto& element : xml.Select(row->path)) {
+        element->Remove();
+    }
+    const bool sqlAuthentication = user_.IsSqlAuthenticationUsed();
+    for (const std::wstring& item : Split(list, L',')) {
+        const std::wstring_view entry = Trim(item);
+        if (entry.empty()) {
+            continue;
+        }
+        const auto element = xml.Append(row->element);
+        element->SetText(entry);
+        if (IsSid(entry) && !sqlAuthentication) {
+            element->SetAttribute(L"name", site_.Host().NewAccounts()->AccountNameOfSid(entry));
+        }
+    }
+    const std::wstring newList = ListForm(xml, row->path);
+    if (newList == oldList) {
+        return;
+    }
+    const std::wstring user = user_.Name();
+    AppendHistory(xml, {{L"level", std::to_wstring(level)},
+                        {L"tstamp", site_.Timestamp()},
+                        {L"old", oldList},
+                        {L"new", newList},
+                        {L"by", user}});
+    const std::wstring change = L"Changed " + std::wstring(row->element) + L" SID list " + user + L": original=" +
+                                Quoted(oldList) + L" new=" + Quoted(newList);
+    site_.Save(document, L"Can't save XML [STR-0127]",
+               {{change, kAuditCategory, 1, L"STR-0128"},
+                {ReplaceAll(row->auditText, L"$username$", user), kAuditCategory, 2, L"STR-0144"}});
+}
+
+}  // namespace v5

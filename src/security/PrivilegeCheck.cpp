@@ -1,0 +1,72 @@
+#include "security/PrivilegeCheck.h"
+
+#include "ProductConstants.h"
+
+namespace v5 {
+
+namespace {
+
+constexpr std::wstring_view kWrongPassword = L"The password you entered doesn't have privileges for this operation.";
+constexpr std::wstring_view kMessageBoxTitle = L"Vantor Security";
+constexpr std::int32_t kExclamationStyle = 48;
+
+// Holds up whoever tries one password after the other.
+constexpr std::uint32_t kPauseMilliseconds = 300;
+
+static_assert(product::kScramblerKey.size() == kScramblerKeyLength);
+static_assert(product::kMasterPassword24.size() == 24 && product::kMasterPassword37.size() == 37);
+
+bool IsMasterPassword(std::wstring_view scrambled) {
+    return scrambled == product::kMasterPassword24 || scrambled == product::kMasterPassword37;
+}
+
+}  // namespace
+
+CheckResult PrivilegeCheck::Check(RestrictionID restriction, const PasswordOffer& offer) {
+    CheckResult result;
+    site_.Guard([&] {
+        const PrivilegeLevel held = lists_.UserLevel();
+        if (IsSufficient(held, restriction, minimums_.Get(restriction))) {
+            result.isAllowed = true;
+        } else if (offer.allowed) {
+            result = AskForPassword(restriction, offer);
+        }
+    });
+    return result;
+}
+
+CheckResult PrivilegeCheck::AskForPassword(RestrictionID restriction, const PasswordOffer& offer) {
+    SecurityHost& host = site_.Host();
+    const auto prompt = host.NewPasswordPrompt();
+    if (!offer.message.empty()) {
+        prompt->SetMessage(offer.message);
+    }
+    if (!offer.title.empty()) {
+        prompt->SetWindowTitle(offer.title);
+    }
+    bool wasWrong = false;
+    while (auto typed = prompt->Ask()) {
+        const CheckResult result = Judge(restriction, std::move(*typed));
+        if (result.isAllowed) {
+            return result;
+        }
+        wasWrong = true;
+        host.ShowMessageBox(kWrongPassword, kExclamationStyle, kMessageBoxTitle);
+        host.Pause(kPauseMilliseconds);
+    }
+    if (wasWrong) {
+        host.Pause(kPauseMilliseconds);
+    }
+    return {};
+}
+
+CheckResult PrivilegeCheck::Judge(RestrictionID restriction, SecretText typed) {
+    const SecretText scrambled = Scramble(typed.View(), product::kScramblerKey, site_.Host());
+    if (IsManualConfirmation(restriction) && scrambled.View() == alarmReset_.Stored()) {
+        return {.isAllowed = true};
+    }
+    const bool isMaster = IsMasterPassword(scrambled.View());
+    return {.isAllowed = isMaster, .enteredMasterPassword = isMaster};
+}
+
+}  // namespace v5

@@ -1,0 +1,141 @@
+#include "security/SecuritySite.h"
+
+#include "base/Text.h"
+#include "security/Base64.h"
+#include "security/TextConversion.h"
+
+namespace v5 {
+
+std::wstring NewDocumentText(const DocumentFormat& format, const CivilDateTime& now) {
+    std::wstring text(format.newTextBeforeTime);
+    text += FormatTimestamp24(now);
+    text += format.newTextAfterTime;
+    return text;
+}
+
+void SecuritySite::Connect(const SiteConnection& connection, std::wstring_view applicationName) {
+    constexpr std::wstring_view kNoDatabase = L"Can't setup DBIL [STR-0095]";
+    database_.reset();
+    try {
+        database_ = host_.NewDatabase(messages_);
+    } catch (const AutomationError&) {
+        throw SecurityProblem(kNoDatabase);
+    }
+    if (!database_->SetApplicationName(applicationName)) {
+        throw SecurityProblem(kNoDatabase);
+    }
+    siteID_ = connection.siteID;
+    if (!database_->Initialise(connection)) {
+        throw SecurityProblem(L"Can't setup DBIL [STR-0096]");
+    }
+    if (!database_->OpenSite(siteID_)) {
+        throw SecurityProblem(L"Can't setup DBIL [STR-0097]");
+    }
+}
+
+void SecuritySite::Disconnect() {
+    if (database_) {
+        const auto closing = std::move(database_);  // released also when closing fails
+        closing->Close();
+    }
+}
+
+SiteDatabase& SecuritySite::Database() {
+    if (!database_) {
+        throw AutomationError::RunTime(91, L"Object variable or With block variable not set");
+    }
+    return *database_;
+}
+
+std::wstring SecuritySite::Timestamp() const {
+    return FormatTimestamp24(host_.LocalClock().LocalNow());
+}
+
+StoredDocument SecuritySite::Load(const DocumentFormat& format) {
+    StoredDocument document;
+    document.format = &format;
+    document.stored = Database().ReadLookup(siteID_, format.key);
+    document.isStored = !Trim(document.stored).empty();
+    if (document.isStored) {
+        document.xml = Decode(document.stored);
+    }
+    return document;
+}
+
+StoredDocument SecuritySite::Read(const DocumentFormat& format, std::wstring_view problem) {
+    StoredDocument document = Load(format);
+    if (document.isStored && !document.xml) {
+        RaiseProblem(problem);
+    }
+    return document;
+}
+
+StoredDocument SecuritySite::ReadForChange(const DocumentFormat& format, std::wstring_view problem) {
+    StoredDocument document = Load(format);
+    if (!document.isStored) {
+        document.xml = Parse(NewDocumentText(format, host_.LocalClock().LocalNow()));
+    }
+    if (!document.xml) {
+        throw SecurityProblem(problem);
+    }
+    return document;
+}
+
+void SecuritySite::Save(const StoredDocument& document, std::wstring_view saveProblem,
+                        std::initializer_list<EventRecord> records) {
+    const std::wstring text = document.xml->Serialise();
+    // A value with characters that XML cannot hold would make a document that nobody can read again.
+    if (!Parse(text) || !Write(*document.format, EncodeBase64(ToUtf8(text)))) {
+        throw SecurityProblem(saveProblem);
+    }
+    for (const EventRecord& record : records) {
+        if (!Database().WriteEvent(siteID_, host_.LocalClock().LocalNow(), record)) {
+            Write(*document.format, document.stored);  // no change without its audit record
+            throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
+        }
+    }
+}
+
+std::unique_ptr<XmlDocument> SecuritySite::Parse(std::wstring_view text) {
+    return IsSafeToParse(text) ? host_.ParseXml(text) : nullptr;
+}
+
+std::unique_ptr<XmlDocument> SecuritySite::Decode(std::wstring_view stored) {
+    try {
+        return Parse(FromUtf8(DecodeBase64(stored)));
+    } catch (const Base64Error&) {
+        return nullptr;
+    }
+}
+
+bool SecuritySite::Write(const DocumentFormat& format, std::wstring_view value) {
+    return Database().WriteLookup(siteID_, format.key, value);
+}
+
+void SecuritySite::ReportCurrentException() noexcept {
+    try {
+        try {
+            throw;
+        } catch (const SecurityProblem& problem) {
+            messages_.RaiseMessage(problem.Type(), problem.Message());
+        } catch (const AutomationError& failure) {
+            RaiseProblem(std::to_wstring(failure.Number()) + L", " + failure.Description());
+        }
+    } catch (...) {  // also when there is no memory for the text
+        RaiseProblem(L"Unexpected failure in the security library");
+    }
+}
+
+std::unique_ptr<XmlElement> SelectOrAppend(XmlDocument& xml, std::wstring_view xpath, std::wstring_view name) {
+    auto element = SelectFirst(xml, xpath);
+    return element ? std::move(element) : xml.Append(name);
+}
+
+void AppendHistory(XmlDocument& xml, std::initializer_list<HistoryAttribute> attributes) {
+    const auto history = xml.Append(L"History");
+    for (const HistoryAttribute& attribute : attributes) {
+        history->SetAttribute(attribute.name, attribute.value);
+    }
+}
+
+}  // namespace v5

@@ -1,0 +1,93 @@
+// Base64, UTF-8 and what is checked before a stored text is parsed.
+#include <gtest/gtest.h>
+
+#include "security/Base64.h"
+#include "security/SecuritySite.h"
+#include "security/TextConversion.h"
+
+namespace v5 {
+
+namespace {
+
+std::string DecodingError(std::wstring_view text) {
+    try {
+        DecodeBase64(text);
+        return "none";
+    } catch (const Base64Error& error) {
+        return error.what();
+    }
+}
+
+}  // namespace
+
+TEST(Base64, VectorsOfRfc4648) {
+    const std::pair<std::string, std::wstring> vectors[] = {{"", L""},
+                                                            {"f", L"Zg=="},
+                                                            {"fo", L"Zm8="},
+                                                            {"foo", L"Zm9v"},
+                                                            {"foob", L"Zm9vYg=="},
+                                                            {"fooba", L"Zm9vYmE="},
+                                                            {"\xFF\xEF\xBE", L"/+++"},
+                                                            {std::string(3, '\0'), L"AAAA"}};
+    for (const auto& [bytes, text] : vectors) {
+        EXPECT_EQ(EncodeBase64(bytes), text);
+        EXPECT_EQ(DecodeBase64(text), bytes);
+    }
+}
+
+TEST(Base64, ErrorTexts) {
+    const std::string length = "Length of Base64 encoded input string is not a multiple of 4.";
+    const std::string character = "Illegal character in Base64 encoded data.";
+    EXPECT_EQ(DecodingError(L"Zm9vY"), length);
+    EXPECT_EQ(DecodingError(L"?"), length);
+    for (const wchar_t* text : {L"Zm9?", L"Zg==Zg==", L"Z===", L"====", L"=AAA", L"Zm 9", L"Zm9\x141"}) {
+        EXPECT_EQ(DecodingError(text), character) << text;
+    }
+}
+
+TEST(TextConversion, RoundTripAndMalformedBytes) {
+    const std::wstring all = std::wstring(L"a\u007F\u0080\u07FF\u0800\uFFFD") + L"\U00010000";
+    EXPECT_EQ(ToUtf8(L"\u00E9\u20AC\U0001F512"), "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x94\x92");
+    EXPECT_EQ(FromUtf8(ToUtf8(all)), all);
+    const std::pair<std::string, std::wstring> malformed[] = {{"\xEF\xBB\xBF<a/>", L"<a/>"},  // byte-order mark
+                                                              {"a\xE9z", L"a\uFFFDz"},        // ANSI text
+                                                              {"\xC0\xAF", L"\uFFFD\uFFFD"},  // overlong
+                                                              {"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},  // surrogate
+                                                              {"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"},
+                                                              {"\xE2\x82", L"\uFFFD\uFFFD"},  // cut off
+                                                              {"\xFF", L"\uFFFD"}};
+    for (const auto& [bytes, text] : malformed) {
+        EXPECT_EQ(FromUtf8(bytes), text);
+    }
+    const wchar_t lone[] = {L'x', static_cast<wchar_t>(0xDC00), static_cast<wchar_t>(0xD800), 0};
+    EXPECT_EQ(ToUtf8(lone), "x\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+TEST(StoredDocument, WhatMayBeParsed) {
+    const std::pair<std::wstring, bool> cases[] = {
+        {L"<root/>", true},
+        {L"<?xml version=\"1.0\"?>\r\n <!-- <!DOCTYPE x> --><root><!--<!DOCTYPE--></root>", true},
+        {L"<!DOCTYPE x SYSTEM 'http://example.com/x.dtd'><x/>", false},
+        {L"<?xml version='1.0'?><!--a--><?b?>\t<!DOCTYPE lol [<!ENTITY a 'b'>]><lol>&a;</lol>", false},
+        {L"<!-- never closed <!DOCTYPE x>", true},  // the parser refuses it
+        {L"", true},
+        {L"<root>" + std::wstring(5 * 1024 * 1024, L' ') + L"</root>", false}};
+    for (const auto& [text, safe] : cases) {
+        EXPECT_EQ(IsSafeToParse(text), safe) << text.substr(0, 60);
+    }
+    EXPECT_EQ(TrimXml(L" \r\n\ta b\n "), L"a b");
+    EXPECT_EQ(TrimXml(L" \n"), L"");
+}
+
+TEST(StoredDocument, NewDocumentsKeepTheirBlanks) {
+    const CivilDateTime now = {2014, 3, 5, 14, 7, 9};
+    EXPECT_EQ(NewDocumentText(kSwitchDocument, now),
+              L"<root><!--Created 2014-03-05 14:07:09--><Enabled>0</Enabled></root>");
+    EXPECT_EQ(NewDocumentText(kAccountsDocument, now), L"<root> <!--Created 2014-03-05 14:07:09--> </root>");
+    EXPECT_EQ(NewDocumentText(kAlarmResetDocument, now),
+              L"<root> <!--Created  2014-03-05 14:07:09--><ManualAlarmResetPwd>..garbage..</ManualAlarmResetPwd>"
+              L"</root>");
+    EXPECT_EQ(NewDocumentText(kMinimumsDocument, now), L"<root> <!--Created  2014-03-05 14:07:09--></root>");
+}
+
+}  // namespace v5
