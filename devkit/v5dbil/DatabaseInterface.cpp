@@ -65,7 +65,7 @@ STDMETHODIMP DatabaseInterface::Initialise(BSTR site, BSTR, BSTR config, BSTR al
         if (View(site).empty()) {
             throw DatabaseError(L"it has no identifier");
         }
-        sites_.insert_or_assign(Text(site), Site(Text(site), Text(config), Text(alarms)));
+        sites_.insert_or_assign(Text(site), Site(Text(site), Text(config), View(alarms)));
     });
 }
 

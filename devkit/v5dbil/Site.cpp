@@ -32,7 +32,7 @@ bool SqlLoginsAllowed(Database& database, std::wstring_view site) {
 
 }  // namespace
 
-Site::Site(std::wstring id, std::wstring config, std::wstring alarms)
+Site::Site(std::wstring id, std::wstring config, std::wstring_view alarms)
     : id_(std::move(id)), configString_(std::move(config)), configSettings_(ParseComplete(configString_)) {
     if (Trim(alarms).empty()) {
         return;

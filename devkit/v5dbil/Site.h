@@ -15,7 +15,7 @@ class Site {
   public:
     // An empty `alarms` says that the configuration database holds the event log too. Throws when `config` names no
     // database file.
-    Site(std::wstring id, std::wstring config, std::wstring alarms);
+    Site(std::wstring id, std::wstring config, std::wstring_view alarms);
 
     const std::wstring& Id() const { return id_; }
     const std::wstring& ConnectionString() const { return configString_; }

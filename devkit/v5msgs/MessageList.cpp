@@ -27,6 +27,7 @@ STDMETHODIMP MessageList::RaiseMsg(long type, BSTR description) {
 STDMETHODIMP MessageList::get__NewEnum(IUnknown** enumerator) {
     return Return(enumerator, [&] {
         std::vector<_variant_t> texts;
+        texts.reserve(messages_.size());
         for (const Message& message : messages_) {
             texts.push_back(TextVariant(message.text));
         }

@@ -58,7 +58,7 @@ bool IsMemberOf(PSID group) {
 
 std::wstring CurrentUserName() {
     wchar_t name[UNLEN + 1];
-    DWORD size = static_cast<DWORD>(std::size(name));
+    auto size = static_cast<DWORD>(std::size(name));
     CheckWindows(GetUserNameW(name, &size));
     return name;
 }
@@ -90,8 +90,8 @@ std::wstring AccountNameOf(const std::wstring& sid) {
     }
     wchar_t name[UNLEN + 1];
     wchar_t domain[DNLEN + UNLEN + 1];  // well-known groups have long "domains", e.g. of services
-    DWORD nameSize = static_cast<DWORD>(std::size(name));
-    DWORD domainSize = static_cast<DWORD>(std::size(domain));
+    auto nameSize = static_cast<DWORD>(std::size(name));
+    auto domainSize = static_cast<DWORD>(std::size(domain));
     SID_NAME_USE use = SidTypeUnknown;
     if (!LookupAccountSidW(nullptr, account.get(), name, &nameSize, domain, &domainSize, &use)) {
         if (GetLastError() == ERROR_NONE_MAPPED) {

@@ -96,6 +96,7 @@ ComPtr<IUnknown> NewEnumerator(std::vector<_variant_t> items) {
 
 ComPtr<IUnknown> NewEnumerator(const std::vector<ComPtr<IDispatch>>& objects) {
     std::vector<_variant_t> items;
+    items.reserve(objects.size());
     for (const ComPtr<IDispatch>& object : objects) {
         items.emplace_back(object.Get());
     }

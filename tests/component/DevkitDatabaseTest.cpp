@@ -6,6 +6,8 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <thread>
 
@@ -301,6 +303,14 @@ TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
     EXPECT_EQ(told(), L"DBIL: cannot initialise the site: the connection string names no data source");
     EXPECT_FALSE(Open(db.Get(), L"Data Source=" + missing + L";Integrated Security=SSPI"));
     EXPECT_EQ(told(), L"DBIL: cannot open the site: cannot log on to '" + missing + L"': unable to open database file");
+
+    const std::wstring noDatabase = path_ + L".alarms";
+    {
+        std::ofstream file(std::filesystem::path(noDatabase), std::ios::binary);
+        file << std::string(1024, 'x');
+    }
+    EXPECT_FALSE(Open(db.Get(), WindowsLogin(), L"Data Source=" + noDatabase + L";Integrated Security=SSPI"));
+    EXPECT_EQ(told(), L"DBIL: cannot open the site: cannot log on to '" + noDatabase + L"': file is not a database");
 
     BSTR value = nullptr;
     const wchar_t closed[] = L"DBIL: cannot read a lookup row: the site is not open";
