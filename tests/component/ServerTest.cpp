@@ -110,6 +110,8 @@ TEST(Server, ServesEachPublishedClassWhollyOrNotAtAll) {
             EXPECT_EQ(registered, clsid) << progId;
             EXPECT_EQ(object->QueryInterface(defaultInterface, &own), S_OK) << progId;
             object->Release();
+            object.Reset();
+            EXPECT_EQ(EntryPoint<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(), S_OK) << progId << " never ends";
         }
     }
     EXPECT_GE(served, 1);
