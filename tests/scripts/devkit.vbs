@@ -17,8 +17,8 @@ Set db = CreateObject("V5DBIL.DatabaseInterface")
 Expect "name", db.SetApplicationName("Script"), True
 Expect "initialise", db.Initialise("S1", "EN", "Data Source=" & path & ";User ID=jsmith", "", "", "", "", False, 0), True
 Expect "open", db.OpenSite("S1", -1, -1, -1, 0, 0, 0), True
-Expect "write", db.WriteLookup("S1", 1, "V5LOOKUP", "{K}", "it's " & ChrW(916)), True
-Expect "read", db.ReadLookup("S1", 1, "V5LOOKUP", "{K}"), "it's " & ChrW(916)
+Expect "write", db.WriteLookup("S1", 1, "V5LOOKUP", "{K}", "it's ""quoted"""), True
+Expect "read", db.ReadLookup("S1", 1, "V5LOOKUP", "{K}"), "it's ""quoted"""
 Expect "no record", IsEmpty(db.ReadEventLog("S1")), True
 Expect "log", db.WriteEventLog("S1", #2014-03-05 14:07:09#, "changed", "SECURITY", 1, "", "STR-0139"), True
 records = db.ReadEventLog("S1")
@@ -45,3 +45,4 @@ Expect "default member", list(1), "second"
 
 Expect "user is somebody", CreateObject("V5NetUtil.AccountInfo").GetCurrentUserName <> "", True
 If failures > 0 Then WScript.Quit 1
+WScript.Echo "passed"
