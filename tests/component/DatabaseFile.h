@@ -1,0 +1,55 @@
+// A database file of the devkit for one test, and another program that has it open.
+#pragma once
+
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <sqlite3.h>
+
+#include <string>
+
+namespace v5::test {
+
+// The name of a file that is not there yet; what has come to be there is deleted at the end.
+class DatabaseFile {
+  public:
+    DatabaseFile() {
+        wchar_t folder[MAX_PATH], file[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        GetTempFileNameW(folder, L"v5d", 0, file);
+        DeleteFileW(file);
+        path_ = file;
+    }
+    ~DatabaseFile() { DeleteFileW(path_.c_str()); }
+    DatabaseFile(const DatabaseFile&) = delete;
+    DatabaseFile& operator=(const DatabaseFile&) = delete;
+
+    const std::wstring& Path() const { return path_; }
+
+    // Connection strings for a Windows user and for a SQL login.
+    std::wstring WindowsLogin() const { return L"Data Source=" + path_ + L";Integrated Security=SSPI"; }
+    std::wstring SqlLogin(const std::wstring& user) const { return L"Data Source=" + path_ + L";User ID=" + user; }
+
+  private:
+    std::wstring path_;
+};
+
+// Another program's connection to the same file. After "BEGIN IMMEDIATE" nobody else can write, after "BEGIN EXCLUSIVE"
+// nobody else can read, until "COMMIT". With "Connect Timeout=0" in its connection string the component fails at once.
+class OtherProgram {
+  public:
+    explicit OtherProgram(const std::wstring& path) {
+        EXPECT_EQ(sqlite3_open16(path.c_str(), &connection_), SQLITE_OK);
+    }
+    ~OtherProgram() { sqlite3_close(connection_); }
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+    // The engine's result code: SQLITE_OK, SQLITE_CONSTRAINT …
+    int Execute(const char* sql) { return sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr); }
+
+  private:
+    sqlite3* connection_ = nullptr;
+};
+
+}  // namespace v5::test
