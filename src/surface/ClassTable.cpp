@@ -4,6 +4,7 @@
 #include "footnotes/Footnote.h"
 #include "footnotes/FootnoteList.h"
 #include "log/LogFileClass.h"
+#include "security/NimboSecurity.h"
 #include "surface/NimboErrorNumbers.h"
 
 namespace v5 {
@@ -21,6 +22,7 @@ constexpr ClassEntry kClasses[] = {
     Row<FootnoteList, ::FootnoteList>(L"V5Strings footnote list"),
     Row<LogFileClass, ::LogFileClass>(L"V5Strings log file"),
     Row<NimboErrorNumbers, ::NimboErrorNumbers>(L"V5Strings error numbers"),
+    Row<NimboSecurity, ::NimboSecurity>(L"V5Strings user security"),
 };
 
 }  // namespace

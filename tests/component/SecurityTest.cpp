@@ -1,0 +1,235 @@
+// NimboSecurity through its registration, on the devkit's database and the machine's own accounts. What the machine
+// cannot play (other accounts, faults) is tested in unit/.
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <comutil.h>
+
+#include <string>
+#include <vector>
+
+#include "V5DBIL.h"
+#include "V5Msgs.h"
+#include "V5Strings.h"
+#include "component/Client.h"
+#include "component/EventRecorder.h"
+
+namespace v5::test {
+
+namespace {
+
+constexpr wchar_t kSite[] = L"SITE1";
+
+class SecurityComponent : public testing::Test {
+  protected:
+    SecurityComponent() {
+        wchar_t folder[MAX_PATH], file[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        GetTempFileNameW(folder, L"v5s", 0, file);
+        DeleteFileW(file);
+        path_ = file;
+    }
+    ~SecurityComponent() override {
+        if (security_) {
+            Do(L"Teardown");
+        }
+        DeleteFileW(path_.c_str());
+    }
+
+    std::wstring WindowsLogin() const { return L"Data Source=" + path_ + L";Integrated Security=SSPI"; }
+    std::wstring SqlLogin(const std::wstring& user) const { return L"Data Source=" + path_ + L";User ID=" + user; }
+
+    // A new object, connected to the site.
+    bool Connect(const std::wstring& connectionString) {
+        security_ = CreateByName(L"V5Strings.NimboSecurity");
+        return static_cast<bool>(Do(L"Setup", {kSite, L"EN", connectionString.c_str(), L"", L"Component tests", true}));
+    }
+
+    // No member of the class raises.
+    _variant_t Do(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) {
+        const CallResult result = Call(security_.Get(), member, arguments);
+        EXPECT_EQ(result.status, S_OK) << member;
+        return result.value;
+    }
+    long Number(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) { return Do(member, arguments); }
+    bool True(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) {
+        return static_cast<bool>(Do(member, arguments));
+    }
+    long Status() { return Get(security_.Get(), L"SecurityEnabledStatus"); }
+
+    // "kind tag text" of every record in the site's event log.
+    std::vector<std::wstring> AuditTrail() {
+        ComPtr<IDatabaseInterface> database;
+        EXPECT_EQ(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&database)),
+                  S_OK);
+        VARIANT_BOOL done = VARIANT_FALSE;
+        const _bstr_t site(kSite), none(L""), login(WindowsLogin().c_str());
+        database->Initialise(site, none, login, none, none, none, none, VARIANT_TRUE, 0, &done);
+        database->OpenSite(site, -1, -1, -1, 0, 0, 0, &done);
+        _variant_t records;
+        EXPECT_EQ(database->ReadEventLog(site, 0, &records), S_OK);
+        std::vector<std::wstring> trail;
+        LONG last = -1;
+        if (V_VT(&records) != VT_EMPTY) {
+            SafeArrayGetUBound(V_ARRAY(&records), 1, &last);
+        }
+        for (LONG row = 0; row <= last; ++row) {
+            const auto field = [&](LONG column) {
+                LONG position[] = {row, column};
+                _variant_t value;
+                SafeArrayGetElement(V_ARRAY(&records), position, &value);
+                return std::wstring(static_cast<const wchar_t*>(_bstr_t(value)));
+            };
+            EXPECT_EQ(field(EventLogColumn_Category), L"SECURITY");
+            EXPECT_EQ(field(EventLogColumn_Source), L"");
+            trail.push_back(field(EventLogColumn_Kind) + L" " + field(EventLogColumn_Tag) + L" " +
+                            field(EventLogColumn_Text));
+        }
+        database->Close();
+        return trail;
+    }
+
+    std::wstring path_;
+    ComPtr<IDispatch> security_;
+};
+
+_variant_t ByReference(VARIANT& variable) {
+    _variant_t reference;
+    V_VT(&reference) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&reference) = &variable;
+    return reference;
+}
+
+}  // namespace
+
+TEST_F(SecurityComponent, AnAdministratorSetsUpAFreshSite) {
+    ASSERT_TRUE(Connect(WindowsLogin()));
+    const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    const auto info = CreateByName(L"V5NetUtil.AccountInfo");
+    const std::wstring user = Text(Call(info.Get(), L"GetCurrentUserName").value);
+    const std::wstring sid = Text(Call(info.Get(), L"GetCurrentUserSid").value);
+    ASSERT_TRUE(static_cast<bool>(Call(info.Get(), L"IsCurrentUserAnAdministrator").value));
+
+    EXPECT_EQ(Status(), Enabled_ByDefault);
+    EXPECT_EQ(Number(L"GetUserPrivilegeLevel"), PrivLevel_OSAdmin);
+    EXPECT_TRUE(True(L"CheckUserPrivilegeLevel", {301L, false}));
+    Do(L"EnableSecurity");
+    EXPECT_EQ(Status(), Enabled_Configured);
+    EXPECT_EQ(Number(L"GetMinPrivilegeLevelForRID", {301L}), 54);
+    EXPECT_FALSE(True(L"CheckUserPrivilegeLevel", {301L, false}));
+    EXPECT_TRUE(True(L"CheckUserPrivilegeLevel", {398L, false}));
+    EXPECT_TRUE(True(L"SetMinPrivilegeLevelForPID", {301L, 52L}));
+    EXPECT_TRUE(True(L"CheckUserPrivilegeLevel", {301L, false}));
+
+    EXPECT_TRUE(True(L"SetSidsForAllPrivilegeLevels", {L"", L"jsmith", sid.c_str(), false}));
+    EXPECT_EQ(Number(L"GetUserPrivilegeLevel"), PrivLevel_3High);
+    _variant_t level1, level2, level3;
+    EXPECT_TRUE(True(L"GetSidsForPrivilegeLevels", {ByReference(level1), ByReference(level2), ByReference(level3)}));
+    const std::wstring account = Text(Call(info.Get(), L"TranslateSidToAccountName", {sid.c_str()}).value);
+    const std::wstring listed = account + L" [" + sid + L"]";
+    EXPECT_EQ(Text(level1) + L"|" + Text(level2) + L"|" + Text(level3), L"|jsmith|" + listed);
+    EXPECT_TRUE(True(L"SetManualAlarmResetPwd", {L"1234567"}));
+    EXPECT_EQ(Text(Do(L"GetCurrentUserName")), user);
+    Do(L"ClearLogonMemory");
+    Do(L"DisableSecurity");
+
+    const std::wstring by = L"'" + user + L"'";
+    EXPECT_EQ(AuditTrail(), (std::vector<std::wstring>{
+                                L"2 STR-0105 Vantor security enabled by " + by,
+                                L"1 STR-0139 RID 301: min privilege level changed from '' to '52' by " + by + L" ",
+                                L"1 STR-0128 Changed L2 SID list " + user + L": original=\"\" new=\"jsmith\"",
+                                L"2 STR-0144 Account list for Vantor Level 2 was changed by " + by,
+                                L"1 STR-0128 Changed L3 SID list " + user + L": original=\"\" new=\"" + listed + L"\"",
+                                L"2 STR-0144 Account list for Vantor Level 3 was changed by " + by,
+                                L"2 STR-0117 Manual alarm reset password changed by " + by,
+                                L"2 STR-0105 Vantor security disabled by " + by}));
+    EXPECT_TRUE(events.messages.empty());
+}
+
+TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
+    ASSERT_TRUE(Connect(WindowsLogin()));
+    Do(L"EnableSecurity");
+    EXPECT_FALSE(True(L"IsSqlAuthenticationUsedInConnStrings"));
+    EXPECT_TRUE(True(L"IsSqlAuthenticationEnabledInSqlServer"));
+    ASSERT_TRUE(True(L"SetSidsForAllPrivilegeLevels", {L"Operator,jSmith", L"JSMITH", L"S-1-1-0", false}));
+    const struct {
+        const wchar_t* login;
+        long level;
+    } cases[] = {{L"jsmith", PrivLevel_2}, {L"OPERATOR", PrivLevel_1}, {L"sa", PrivLevel_None}};
+    for (const auto& c : cases) {
+        ASSERT_TRUE(Connect(SqlLogin(c.login))) << c.login;
+        const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+        EXPECT_TRUE(True(L"IsSqlAuthenticationUsedInConnStrings"));
+        EXPECT_EQ(Text(Do(L"GetCurrentUserNameNoncached")), c.login);
+        EXPECT_EQ(Number(L"GetUserPrivilegeLevel"), c.level) << c.login;
+        EXPECT_FALSE(True(L"SetManualAlarmResetPwd", {L"1"}));
+        Do(L"DisableSecurity");
+        EXPECT_EQ(events.messages,
+                  (std::vector<RecordedMessage>{
+                      {12292, L"Insufficient privileges to change 'manual alarm reset password' [STR-015]"},
+                      {12292, L"Insufficient privileges [STR-0102]"}}));
+        EXPECT_EQ(Status(), Enabled_Configured);
+    }
+}
+
+TEST_F(SecurityComponent, ScriptsMayOmitAndPassVariables) {
+    ASSERT_TRUE(Connect(WindowsLogin()));
+    Do(L"EnableSecurity");
+    EXPECT_TRUE(True(L"CheckUserPrivilegeLevelEx", {398L}));
+    _variant_t message(L"left over"), master(true);
+    EXPECT_FALSE(True(L"CheckUserPrivilegeLevelEx",
+                      {250L, false, ByReference(message), L"Prompt", L"Title", ByReference(master)}));
+    EXPECT_EQ(Text(message), L"");
+    EXPECT_FALSE(static_cast<bool>(master));
+    message = L"left over";
+    EXPECT_TRUE(True(L"CheckUserPrivilegeLevelEx", {398L, false, ByReference(message)}));
+    EXPECT_EQ(Text(message), L"");
+}
+
+TEST_F(SecurityComponent, MessagesOfTheDatabaseAndOfSendersPassUnchanged) {
+    security_ = CreateByName(L"V5Strings.NimboSecurity");
+    const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    EXPECT_FALSE(True(L"Setup", {kSite, L"EN", L"Data Source=C:\\no such folder\\x.db;User ID=sa", L"", L"T", true}));
+    ASSERT_EQ(events.messages.size(), 2u);
+    EXPECT_EQ(events.messages[0].text.substr(0, 5), L"DBIL:");
+    EXPECT_EQ(events.messages[1], (RecordedMessage{4, L"Can't setup DBIL [STR-0097]"}));
+
+    ComPtr<IRaiseMsg> sink;
+    ASSERT_EQ(security_.As(&sink), S_OK);
+    EXPECT_EQ(sink->RaiseMsg(-77, _bstr_t(L"as it comes\r\n\u00E9")), S_OK);
+    EXPECT_EQ(sink->RaiseMsg(3, nullptr), S_OK);
+    EXPECT_EQ(Call(sink.Get(), L"RaiseMsg", {5L, L"late"}).status, S_OK);
+    const std::vector<RecordedMessage> passed(events.messages.begin() + 2, events.messages.end());
+    EXPECT_EQ(passed, (std::vector<RecordedMessage>{{-77, L"as it comes\r\n\u00E9"}, {3, L""}, {5, L"late"}}));
+    ComPtr<IUnknown> object, ofSink;
+    EXPECT_EQ(security_.As(&object), S_OK);
+    EXPECT_EQ(sink.As(&ofSink), S_OK);
+    EXPECT_EQ(object.Get(), ofSink.Get()) << "one object";
+}
+
+TEST_F(SecurityComponent, WithoutADatabaseNothingRaises) {
+    security_ = CreateByName(L"V5Strings.NimboSecurity");
+    const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    EXPECT_EQ(Status(), Enabled_Other);
+    EXPECT_EQ(Number(L"GetUserPrivilegeLevel"), PrivLevel_None);
+    EXPECT_EQ(Number(L"GetMinPrivilegeLevelForPID", {12345L}), PrivLevel_3Low);
+    EXPECT_FALSE(True(L"CheckUserPrivilegeLevel", {12345L, false}));
+    Do(L"EnableSecurity");
+    Do(L"ClearLogonMemory");
+    Do(L"Teardown");
+    _variant_t list1(L"x"), list2(L"x"), list3(L"x");
+    EXPECT_FALSE(True(L"GetSidsForPrivilegeLevels", {ByReference(list1), ByReference(list2), ByReference(list3)}));
+    EXPECT_EQ(Text(list1) + Text(list2) + Text(list3), L"");
+    EXPECT_EQ(Text(Do(L"GetCurrentUserNameNoncached")), Text(Do(L"GetWindowsUsername")));
+    EXPECT_FALSE(events.messages.empty());
+
+    ComPtr<_NimboSecurity> early;
+    ASSERT_EQ(security_.As(&early), S_OK);
+    VARIANT_BOOL allowed = VARIANT_TRUE;
+    EXPECT_EQ(early->CheckUserPrivilegeLevelEx(RID_IOSW_EnterDebugMode, VARIANT_FALSE, nullptr, nullptr, nullptr,
+                                               nullptr, &allowed),
+              S_OK);
+    EXPECT_EQ(allowed, VARIANT_FALSE);
+}
+
+}  // namespace v5::test
