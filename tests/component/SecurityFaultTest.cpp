@@ -1,0 +1,136 @@
+// NimboSecurity while another program holds the lock on the site's database.
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include <comutil.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "V5DBIL.h"
+#include "V5Strings.h"
+#include "component/Client.h"
+#include "component/DatabaseFile.h"
+#include "component/EventRecorder.h"
+
+namespace v5::test {
+
+namespace {
+
+constexpr wchar_t kSite[] = L"S1";
+constexpr const wchar_t* kDocuments[] = {
+    L"{A71A2E97-80BE-E011-A198-0023AE02B5BD}",  // security switch
+    L"{A7C1187A-ADA1-4D4A-ABCA-2804F5D8641F}",  // account lists
+    L"{A73D8FC4-8038-4EC3-B926-28CEBC80C237}",  // manual alarm-reset password
+    L"{A7EDAA89-A79C-4068-8B26-7B20523B4236}",  // minimum levels
+};
+
+// Everything that the site has stored: the four documents, and the texts of the event log.
+std::vector<std::wstring> Stored(const DatabaseFile& file) {
+    ComPtr<IDatabaseInterface> db;
+    EXPECT_EQ(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&db)), S_OK);
+    const _bstr_t site(kSite), none(L""), login(file.WindowsLogin().c_str());
+    VARIANT_BOOL done = VARIANT_FALSE;
+    db->Initialise(site, none, login, none, none, none, none, VARIANT_TRUE, 0, &done);
+    db->OpenSite(site, -1, -1, -1, 0, 0, 0, &done);
+    std::vector<std::wstring> stored;
+    for (const wchar_t* key : kDocuments) {
+        BSTR value = nullptr;
+        EXPECT_EQ(db->ReadLookup(site, 1, _bstr_t(L"V5LOOKUP"), _bstr_t(key), &value), S_OK);
+        stored.push_back(Taken(value));
+    }
+    _variant_t records;
+    EXPECT_EQ(db->ReadEventLog(site, 0, &records), S_OK);
+    LONG last = -1;
+    if (V_VT(&records) != VT_EMPTY) {
+        SafeArrayGetUBound(V_ARRAY(&records), 1, &last);
+    }
+    for (LONG row = 0; row <= last; ++row) {
+        LONG position[] = {row, EventLogColumn_Text};
+        _variant_t text;
+        EXPECT_EQ(SafeArrayGetElement(V_ARRAY(&records), position, &text), S_OK);
+        stored.push_back(Text(text));
+    }
+    return stored;
+}
+
+struct Change {
+    const wchar_t* member;
+    std::vector<_variant_t> first;   // succeeds
+    std::vector<_variant_t> second;  // would change what the first has stored
+    const wchar_t* message;          // when it cannot be stored
+};
+
+const Change kChanges[] = {
+    {L"SetMinPrivilegeLevelForRID", {1000L, 51L}, {1000L, 52L}, L"Can't save XML [STR-0138]"},
+    {L"SetManualAlarmResetPwd", {L"123"}, {L"456"}, L"Can't save XML [STR-0143]"},
+    {L"SetSidsForAllPrivilegeLevels",
+     {L"S-1-1-0", L"", L"", false},
+     {L"", L"", L"S-1-1-0", false},
+     L"Can't save XML [STR-0127]"},
+};
+
+class SecurityFault : public testing::Test {
+  protected:
+    SecurityFault() {
+        security_ = CreateByName(L"V5Strings.NimboSecurity");
+        const std::wstring login = file_.WindowsLogin() + L";Connect Timeout=0";
+        const CallResult setUp =
+            Call(security_.Get(), L"Setup", {kSite, L"EN", login.c_str(), L"", L"Component tests", true});
+        EXPECT_TRUE(static_cast<bool>(setUp.value));
+        Call(security_.Get(), L"EnableSecurity");
+        for (const Change& change : kChanges) {
+            EXPECT_TRUE(static_cast<bool>(Call(security_.Get(), change.member, change.first).value)) << change.member;
+        }
+    }
+
+    // The answer of a member that must not raise.
+    _variant_t Answer(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) {
+        const CallResult result = Call(security_.Get(), member, arguments);
+        EXPECT_EQ(result.status, S_OK) << std::wstring(member);
+        return result.value;
+    }
+
+    DatabaseFile file_;
+    ComPtr<IDispatch> security_;
+};
+
+TEST_F(SecurityFault, AChangeThatCannotBeStoredIsToldAndChangesNothing) {
+    const std::vector<std::wstring> before = Stored(file_);
+    ASSERT_GT(before.size(), std::size(kDocuments));
+    EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    const auto told = [&](const wchar_t* message) {
+        return std::count(events.messages.begin(), events.messages.end(), RecordedMessage{4, message});
+    };
+    OtherProgram other(file_.Path());
+    ASSERT_EQ(other.Execute("BEGIN IMMEDIATE"), SQLITE_OK);
+    for (const Change& change : kChanges) {
+        EXPECT_FALSE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);
+        EXPECT_GE(told(change.message), 1) << std::wstring(change.message);
+    }
+    Answer(L"DisableSecurity");
+    EXPECT_EQ(told(L"Can't save XML [STR-0104]"), 1);
+    ASSERT_EQ(other.Execute("ROLLBACK"), SQLITE_OK);
+    EXPECT_EQ(Stored(file_), before);
+    EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
+}
+
+TEST_F(SecurityFault, WhatCannotBeReadGivesTheDefaults) {
+    OtherProgram other(file_.Path());
+    ASSERT_EQ(other.Execute("BEGIN EXCLUSIVE"), SQLITE_OK);
+    EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Other);
+    EXPECT_FALSE(events.messages.empty());
+    EXPECT_GE(static_cast<long>(Answer(L"GetUserPrivilegeLevel")), 50);
+    EXPECT_FALSE(static_cast<bool>(Answer(L"CheckUserPrivilegeLevel", {250L, false})));
+    for (const Change& change : kChanges) {
+        EXPECT_FALSE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);
+    }
+    ASSERT_EQ(other.Execute("ROLLBACK"), SQLITE_OK);
+    EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
+}
+
+}  // namespace
+
+}  // namespace v5::test
