@@ -1,6 +1,9 @@
 // The public classes of V5Strings.dll: what can be created, and what registration writes.
 #include "V5Strings.h"
 #include "com/Component.h"
+#include "config/DahsIniEntries.h"
+#include "config/DahsIniEntry.h"
+#include "config/DahsIniMain.h"
 #include "footnotes/Footnote.h"
 #include "footnotes/FootnoteList.h"
 #include "log/LogFileClass.h"
@@ -22,6 +25,9 @@ constexpr ClassEntry kClasses[] = {
     Row<FootnoteList, ::FootnoteList>(L"V5Strings footnote list"),
     Row<LogFileClass, ::LogFileClass>(L"V5Strings log file"),
     Row<NimboErrorNumbers, ::NimboErrorNumbers>(L"V5Strings error numbers"),
+    Row<DahsIniMain, ::DahsIniMain>(L"V5Strings site configuration"),
+    Row<DahsIniEntries, ::DahsIniEntries>(L"V5Strings DAHS entries"),
+    Row<DahsIniEntry, ::DahsIniEntry>(L"V5Strings DAHS entry"),
     Row<NimboSecurity, ::NimboSecurity>(L"V5Strings user security"),
 };
 

@@ -1,0 +1,52 @@
+#include "config/DahsIniEntries.h"
+
+#include <vector>
+
+#include "com/Enumerator.h"
+#include "config/DahsIniEntry.h"
+
+namespace v5 {
+
+namespace {
+
+// The entry at a 0-based position; raises what the run-time's collections raise for an index that is out of range.
+ComPtr<DahsIniEntry> AtPosition(const DahsEntryList& list, std::int64_t position) {
+    const DahsEntryPtr entry = list.At(position);
+    if (!entry) {
+        throw AutomationError::RunTime(9, L"Subscript out of range");
+    }
+    return MakeObject<DahsIniEntry>(entry);
+}
+
+// The entry with an identifier; raises what the run-time's collections raise for an unknown key.
+ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahs_id) {
+    const DahsEntryPtr entry = list.Find(dahs_id);
+    if (!entry) {
+        throw AutomationError::RunTime(5, L"Invalid procedure call or argument");
+    }
+    return MakeObject<DahsIniEntry>(entry);
+}
+
+}  // namespace
+
+STDMETHODIMP DahsIniEntries::Item(long index1, VARIANT_BOOL is_dahs_id, _DahsIniEntry** result) {
+    return Return(result, [&] {
+        return ToBool(is_dahs_id) ? WithDahsId(*list_, index1) : AtPosition(*list_, std::int64_t{index1} - 1);
+    });
+}
+
+STDMETHODIMP DahsIniEntries::Item0(long index0, _DahsIniEntry** result) {
+    return Return(result, [&] { return AtPosition(*list_, index0); });
+}
+
+STDMETHODIMP DahsIniEntries::NewEnum(IUnknown** result) {
+    return Return(result, [&] {
+        std::vector<ComPtr<IDispatch>> objects;
+        for (const DahsEntryPtr& entry : *list_) {
+            objects.emplace_back(MakeObject<DahsIniEntry>(entry));
+        }
+        return NewEnumerator(std::move(objects));
+    });
+}
+
+}  // namespace v5

@@ -1,0 +1,34 @@
+// DahsIniEntries: the DAHS entries of a site for automation clients. A created one is empty.
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "V5Strings.h"
+#include "com/AutomationObject.h"
+#include "config/DahsEntryList.h"
+
+namespace v5 {
+
+class DahsIniEntries final : public AutomationObject<DahsIniEntries, _DahsIniEntries, ::DahsIniEntries> {
+  public:
+    static constexpr wchar_t kProgId[] = L"V5Strings.DahsIniEntries";
+
+    explicit DahsIniEntries(std::shared_ptr<const DahsEntryList> list = std::make_shared<const DahsEntryList>())
+        : list_(std::move(list)) {}
+
+    STDMETHODIMP get_Count(long* result) override {
+        return Return(result, [&] { return list_->Count(); });
+    }
+    STDMETHODIMP get_CountOfNonSecondaryDahsEntries(long* result) override {
+        return Return(result, [&] { return list_->CountOfNonSecondary(); });
+    }
+    STDMETHODIMP Item(long index1, VARIANT_BOOL is_dahs_id, _DahsIniEntry** result) override;
+    STDMETHODIMP Item0(long index0, _DahsIniEntry** result) override;
+    STDMETHODIMP NewEnum(IUnknown** result) override;
+
+  private:
+    const std::shared_ptr<const DahsEntryList> list_;
+};
+
+}  // namespace v5

@@ -1,0 +1,150 @@
+// DahsIniMain: the site configuration for automation clients.
+#pragma once
+
+#include "V5Strings.h"
+#include "com/AutomationObject.h"
+#include "config/DahsIniEntries.h"
+#include "config/Site.h"
+#include "platform/WindowsSiteHost.h"
+
+namespace v5 {
+
+class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::DahsIniMain> {
+  public:
+    static constexpr wchar_t kProgId[] = L"V5Strings.DahsIniMain";
+
+    DahsIniMain() : site_(host_), entries_(MakeObject<DahsIniEntries>(site_.Entries())) {}
+
+    STDMETHODIMP get_Problems(VARIANT* result) override;
+    STDMETHODIMP get_ActualVantorINI(BSTR* result) override { return Text(result, site_.FilePath()); }
+    STDMETHODIMP get_SelectedDahsIsRemote(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return site_.Current().is_remote; });
+    }
+    STDMETHODIMP get_DahsEntries(_DahsIniEntries** result) override {
+        return Return(result, [&] { return entries_; });
+    }
+    STDMETHODIMP get_AreMultipleDahsDefined(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return site_.HasEntriesFromFile(); });
+    }
+
+    STDMETHODIMP ReadVantorINI(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL* result) override {
+        return ReadVantorINI2(category, VARIANT_FALSE, result);
+    }
+    STDMETHODIMP ReadVantorINI2(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
+                                VARIANT_BOOL* result) override {
+        return ReadVantorINI3(category, noninteractive, VARIANT_FALSE, result);
+    }
+    STDMETHODIMP ReadVantorINI3(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
+                                VARIANT_BOOL dot_net, VARIANT_BOOL* result) override {
+        return ReadVantorINI4(category, noninteractive, dot_net, IgnoreEntriesWithBlankConnStrings, result);
+    }
+    STDMETHODIMP ReadVantorINI4(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
+                                VARIANT_BOOL dot_net, DahsEntryOptionsEnum option, VARIANT_BOOL* result) override;
+    STDMETHODIMP ChooseDahs(long dahs_id, VARIANT_BOOL* result) override {
+        return ChooseDahs2(dahs_id, VARIANT_FALSE, result);
+    }
+    STDMETHODIMP ChooseDahs2(long dahs_id, VARIANT_BOOL noninteractive, VARIANT_BOOL* result) override {
+        return ChooseDahs3(dahs_id, noninteractive, VARIANT_FALSE, result);
+    }
+    STDMETHODIMP ChooseDahs3(long dahs_id, VARIANT_BOOL noninteractive, VARIANT_BOOL dot_net,
+                             VARIANT_BOOL* result) override;
+    STDMETHODIMP ChooseDahs4(BSTR site_id, VARIANT_BOOL noninteractive, VARIANT_BOOL dot_net,
+                             VARIANT_BOOL* result) override;
+    STDMETHODIMP SetupWithOneForcedDahsEntry(BSTR site_id, VARIANT_BOOL* result) override;
+    STDMETHODIMP FindRedundantDasIDs(BSTR site_id, long initial_das_id, long* primary_das_id,
+                                     long* secondary_das_id) override;
+    STDMETHODIMP GetDahsIDForSiteID(BSTR site_id, long* result) override;
+    STDMETHODIMP GetDahsIDForComputerName(BSTR computer_name, VARIANT_BOOL prefer_primary_das, long* result) override;
+
+    STDMETHODIMP get_DahsID(long* result) override {
+        return Return(result, [&] { return Entry().dahs_id; });
+    }
+    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, Entry().site_id); }
+    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, Entry().language_id); }
+    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, Entry().computer_name); }
+    STDMETHODIMP get_DahsDescription(BSTR* result) override { return Text(result, Entry().description); }
+    STDMETHODIMP get_LocalComputerName(BSTR* result) override { return Text(result, site_.LocalComputerName()); }
+    STDMETHODIMP get_HDREnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().hdr_enabled; });
+    }
+    STDMETHODIMP get_AutoOutputEnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().AutoOutputEnabled(); });
+    }
+    STDMETHODIMP get_AutoOutputEnabledEx(AutoOutputEnabledExEnum* result) override {
+        return Return(result, [&] { return Entry().auto_output; });
+    }
+    STDMETHODIMP get_AutoOutputEnabledExRedundantDasTimeout(long* result) override {
+        return Return(result, [&] { return Entry().auto_output_timeout; });
+    }
+    STDMETHODIMP get_RedundantDasRole(RedundantDasRoleEnum* result) override {
+        return Return(result, [&] { return Entry().role; });
+    }
+    STDMETHODIMP get_RedundantDasRoleText(BSTR* result) override {
+        return Return(result, [&] { return v5::RedundantDasRoleText(Entry().role); });
+    }
+    STDMETHODIMP get_RedundantDasSyncStagingEnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().sync_staging_enabled; });
+    }
+    STDMETHODIMP get_RedundantDasSyncCompareEnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().sync_compare_enabled; });
+    }
+    STDMETHODIMP get_RedundantDASSyncMergeEnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().sync_merge_enabled; });
+    }
+    STDMETHODIMP get_DRCurrentHealthTimeouts(BSTR* result) override {
+        return Text(result, Entry().dr_current_health_timeouts);
+    }
+    STDMETHODIMP get_ExtraTraceMsgsEnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().extra_trace_msgs_enabled; });
+    }
+    STDMETHODIMP get_LogFlushEnabled(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return Entry().log_flush_enabled; });
+    }
+    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, Entry().reports_url); }
+    STDMETHODIMP get_MustUseReportsURL(VARIANT_BOOL* result) override {
+        return Return(result, [&] { return site_.Current().MustUseReportsUrl(); });
+    }
+
+    STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, Folders().vantor); }
+    STDMETHODIMP get_VantorSystemDir(BSTR* result) override { return Text(result, Folders().system); }
+    STDMETHODIMP get_VantorLogsDir(BSTR* result) override { return Text(result, Folders().logs); }
+    STDMETHODIMP get_VantorMailLogsDir(BSTR* result) override { return Text(result, Folders().mail_logs); }
+    STDMETHODIMP get_VantorCustomReportTemplatesDir(BSTR* result) override {
+        return Text(result, Folders().custom_report_templates);
+    }
+    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, Folders().primary_backup); }
+    STDMETHODIMP get_SecondaryBackupDir(BSTR* result) override { return Text(result, Folders().secondary_backup); }
+    STDMETHODIMP get_TempDir(BSTR* result) override { return Text(result, Folders().temp); }
+    STDMETHODIMP get_PadepReportDir(BSTR* result) override {
+        return Return(result, [&] { return site_.Current().PadepReportDir(); });
+    }
+
+    STDMETHODIMP get_SqlConnectionString_Alarms(BSTR* result) override { return Connection(result, Database::kAlarms); }
+    STDMETHODIMP get_SqlConnectionString_Config(BSTR* result) override { return Connection(result, Database::kConfig); }
+    STDMETHODIMP get_SqlConnectionString_Data(BSTR* result) override { return Connection(result, Database::kData); }
+    STDMETHODIMP get_SqlConnectionString_DataShortTerm(BSTR* result) override {
+        return Connection(result, Database::kDataShortTerm);
+    }
+    STDMETHODIMP get_SqlConnectionString_Realtime(BSTR* result) override {
+        return Connection(result, Database::kRealtime);
+    }
+    STDMETHODIMP get_SqlConnectionString_Ostra(BSTR* result) override { return Connection(result, Database::kOstra); }
+
+    STDMETHODIMP GetInfoArray(long extra_array_entries, VARIANT* result) override;
+
+  private:
+    const DahsEntry& Entry() const { return *site_.Current().entry; }
+    const DahsFolders& Folders() const { return site_.Current().folders; }
+    HRESULT Text(BSTR* result, const std::wstring& text) {
+        return Return(result, [&] { return std::wstring_view(text); });
+    }
+    HRESULT Connection(BSTR* result, Database database) {
+        return Text(result, site_.Current().connections[static_cast<size_t>(database)]);
+    }
+
+    WindowsSiteHost host_;
+    Site site_;
+    const ComPtr<DahsIniEntries> entries_;
+};
+
+}  // namespace v5
