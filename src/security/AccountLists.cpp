@@ -1,7 +1,6 @@
 #include "security/AccountLists.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "base/Text.h"
 
@@ -59,28 +58,27 @@ PrivilegeLevel AccountLists::UserLevel() {
         if (!site_.HasDatabase()) {
             return;
         }
-        const auto accounts = site_.Host().NewAccounts();
         StoredDocument document;
         site_.Guard([&] { document = site_.Read(kAccountsDocument, L"Can't parse XML [STR-0110]"); });
-        const bool sqlAuthentication = user_.IsSqlAuthenticationUsed();
+        const auto accounts = user_.IsSqlAuthenticationUsed() ? nullptr : site_.Host().NewAccounts();
         if (document.xml) {
-            level = ListedLevel(*document.xml, sqlAuthentication, *accounts);
+            level = ListedLevel(*document.xml, accounts.get());
         }
-        if (level < level::kOSAdmin && !sqlAuthentication && accounts->IsCurrentUserAnAdministrator()) {
+        if (level < level::kOSAdmin && accounts && accounts->IsCurrentUserAnAdministrator()) {
             level = level::kOSAdmin;
         }
     });
     return level;
 }
 
-PrivilegeLevel AccountLists::ListedLevel(XmlDocument& xml, bool sqlAuthentication, Accounts& accounts) {
-    const std::wstring self = sqlAuthentication ? ToLower(user_.Name()) : ToUpper(accounts.CurrentUserSid());
+PrivilegeLevel AccountLists::ListedLevel(XmlDocument& xml, Accounts* accounts) {
+    const std::wstring self = accounts ? ToUpper(accounts->CurrentUserSid()) : ToLower(user_.Name());
     const auto isUser = [&](const std::unique_ptr<XmlElement>& element) {
         const std::wstring entry = ToUpper(TrimXml(element->Text()));
-        if (entry.empty() || IsSid(entry) == sqlAuthentication) {
+        if (entry.empty() || IsSid(entry) != (accounts != nullptr)) {
             return false;  // a SID counts with Windows authentication only, a login name with SQL authentication only
         }
-        return sqlAuthentication ? ToLower(entry) == self : entry == self || accounts.IsCurrentUserMemberOfGroup(entry);
+        return accounts ? entry == self || accounts->IsCurrentUserMemberOfGroup(entry) : ToLower(entry) == self;
     };
     for (const ListOfLevel& list : kLists) {
         const auto elements = xml.Select(list.path);

@@ -36,7 +36,8 @@ class AccountLists {
     struct ListOfLevel;
     static const ListOfLevel kLists[];
 
-    PrivilegeLevel ListedLevel(XmlDocument& xml, bool sqlAuthentication, Accounts& accounts);
+    // The level by list alone. `accounts` is null when the user is a SQL login.
+    PrivilegeLevel ListedLevel(XmlDocument& xml, Accounts* accounts);
 
     SecuritySite& site_;
     UserIdentity& user_;

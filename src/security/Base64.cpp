@@ -1,5 +1,6 @@
 #include "security/Base64.h"
 
+#include <array>
 #include <cstdint>
 
 namespace v5 {
@@ -8,12 +9,25 @@ namespace {
 
 constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
+constexpr std::uint8_t kNoDigit = 0xFF;
+
+// What each ASCII character stands for.
+constexpr auto kDigits = [] {
+    std::array<std::uint8_t, 128> digits{};
+    digits.fill(kNoDigit);
+    for (size_t i = 0; i < kAlphabet.size(); ++i) {
+        digits[static_cast<size_t>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
+    }
+    return digits;
+}();
+
 std::uint32_t SixBits(wchar_t c) {
-    const size_t index = kAlphabet.find(c);
-    if (index == std::wstring_view::npos) {
+    const auto code = static_cast<std::uint32_t>(c);
+    const std::uint8_t digit = code < kDigits.size() ? kDigits[code] : kNoDigit;
+    if (digit == kNoDigit) {
         throw Base64Error("Illegal character in Base64 encoded data.");
     }
-    return static_cast<std::uint32_t>(index);
+    return digit;
 }
 
 size_t PaddingOf(std::wstring_view text) {

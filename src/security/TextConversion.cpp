@@ -97,7 +97,11 @@ std::wstring FromUtf8(std::string_view bytes) {
     std::wstring text;
     text.reserve(bytes.size());
     for (size_t i = 0; i < bytes.size();) {
-        AppendCharacter(text, NextUtf8(bytes, i));
+        if (static_cast<unsigned char>(bytes[i]) < 0x80) {
+            text += static_cast<wchar_t>(bytes[i++]);  // nearly all of a document
+        } else {
+            AppendCharacter(text, NextUtf8(bytes, i));
+        }
     }
     return text;
 }

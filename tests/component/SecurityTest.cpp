@@ -12,6 +12,7 @@
 #include "V5Msgs.h"
 #include "V5Strings.h"
 #include "component/Client.h"
+#include "component/DatabaseFile.h"
 #include "component/EventRecorder.h"
 
 namespace v5::test {
@@ -22,22 +23,11 @@ constexpr wchar_t kSite[] = L"SITE1";
 
 class SecurityComponent : public testing::Test {
   protected:
-    SecurityComponent() {
-        wchar_t folder[MAX_PATH], file[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        GetTempFileNameW(folder, L"v5s", 0, file);
-        DeleteFileW(file);
-        path_ = file;
-    }
     ~SecurityComponent() override {
         if (security_) {
             Do(L"Teardown");
         }
-        DeleteFileW(path_.c_str());
     }
-
-    std::wstring WindowsLogin() const { return L"Data Source=" + path_ + L";Integrated Security=SSPI"; }
-    std::wstring SqlLogin(const std::wstring& user) const { return L"Data Source=" + path_ + L";User ID=" + user; }
 
     // A new object, connected to the site.
     bool Connect(const std::wstring& connectionString) {
@@ -63,7 +53,7 @@ class SecurityComponent : public testing::Test {
         EXPECT_EQ(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&database)),
                   S_OK);
         VARIANT_BOOL done = VARIANT_FALSE;
-        const _bstr_t site(kSite), none(L""), login(WindowsLogin().c_str());
+        const _bstr_t site(kSite), none(L""), login(file_.WindowsLogin().c_str());
         database->Initialise(site, none, login, none, none, none, none, VARIANT_TRUE, 0, &done);
         database->OpenSite(site, -1, -1, -1, 0, 0, 0, &done);
         _variant_t records;
@@ -89,7 +79,7 @@ class SecurityComponent : public testing::Test {
         return trail;
     }
 
-    std::wstring path_;
+    DatabaseFile file_;
     ComPtr<IDispatch> security_;
 };
 
@@ -103,7 +93,7 @@ _variant_t ByReference(VARIANT& variable) {
 }  // namespace
 
 TEST_F(SecurityComponent, AnAdministratorSetsUpAFreshSite) {
-    ASSERT_TRUE(Connect(WindowsLogin()));
+    ASSERT_TRUE(Connect(file_.WindowsLogin()));
     const EventRecorder events(security_.Get(), DIID___NimboSecurity);
     const auto info = CreateByName(L"V5NetUtil.AccountInfo");
     const std::wstring user = Text(Call(info.Get(), L"GetCurrentUserName").value);
@@ -147,7 +137,7 @@ TEST_F(SecurityComponent, AnAdministratorSetsUpAFreshSite) {
 }
 
 TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
-    ASSERT_TRUE(Connect(WindowsLogin()));
+    ASSERT_TRUE(Connect(file_.WindowsLogin()));
     Do(L"EnableSecurity");
     EXPECT_FALSE(True(L"IsSqlAuthenticationUsedInConnStrings"));
     EXPECT_TRUE(True(L"IsSqlAuthenticationEnabledInSqlServer"));
@@ -157,7 +147,7 @@ TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
         long level;
     } cases[] = {{L"jsmith", PrivLevel_2}, {L"OPERATOR", PrivLevel_1}, {L"sa", PrivLevel_None}};
     for (const auto& c : cases) {
-        ASSERT_TRUE(Connect(SqlLogin(c.login))) << c.login;
+        ASSERT_TRUE(Connect(file_.SqlLogin(c.login))) << c.login;
         const EventRecorder events(security_.Get(), DIID___NimboSecurity);
         EXPECT_TRUE(True(L"IsSqlAuthenticationUsedInConnStrings"));
         EXPECT_EQ(Text(Do(L"GetCurrentUserNameNoncached")), c.login);
@@ -173,7 +163,7 @@ TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
 }
 
 TEST_F(SecurityComponent, ScriptsMayOmitAndPassVariables) {
-    ASSERT_TRUE(Connect(WindowsLogin()));
+    ASSERT_TRUE(Connect(file_.WindowsLogin()));
     Do(L"EnableSecurity");
     EXPECT_TRUE(True(L"CheckUserPrivilegeLevelEx", {398L}));
     _variant_t message(L"left over"), master(true);
