@@ -11,6 +11,7 @@
 
 #include "config/DahsChooser.h"
 #include "config/Site.h"
+#include "dialogs/ControlIds.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/ModalForm.h"
 #include "platform/Module.h"
@@ -20,7 +21,6 @@ namespace v5 {
 namespace {
 
 constexpr wchar_t kTitle[] = L"Choose DAHS";
-constexpr int kListId = 100;
 constexpr WORD kDahsIcon = 199;  // the product's plain icon
 constexpr COLORREF kGrey = RGB(192, 192, 192);
 
@@ -89,9 +89,9 @@ class DahsChooserForm final : public ModalForm {
         using namespace units;
         images_ = CreateImages(FromTwips(kSmallIcon));
         SendMessageW(List(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.get()));
-        Place(kListId, UnitRect{kMargin, kMargin, kNarrowest, kNarrowest});  // its heading gets its height
+        Place(ids::kDahsList, UnitRect{kMargin, kMargin, kNarrowest, kNarrowest});  // its heading gets its height
         const RECT list = ListPlace();
-        Place(kListId, list);
+        Place(ids::kDahsList, list);
         FitColumn();
         const int top = list.bottom + UnitsY(kGroupGap);
         const int width = UnitsX(kButtonWidth);
@@ -118,7 +118,7 @@ class DahsChooserForm final : public ModalForm {
     }
 
     std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override {
-        if (message != WM_NOTIFY || reinterpret_cast<const NMHDR*>(lParam)->idFrom != kListId) {
+        if (message != WM_NOTIFY || reinterpret_cast<const NMHDR*>(lParam)->idFrom != ids::kDahsList) {
             return std::nullopt;
         }
         switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
@@ -137,13 +137,13 @@ class DahsChooserForm final : public ModalForm {
   private:
     static constexpr int kSmallIcon = 240;  // twips: 16 pixels at 96 dots per inch
     static constexpr ControlSpec kControls[] = {
-        {kListId, WC_LISTVIEWW, L"DAHS", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
-         WS_EX_CLIENTEDGE},
+        {ids::kDahsList, WC_LISTVIEWW, L"DAHS",
+         WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, WS_EX_CLIENTEDGE},
         {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
         {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
-    HWND List() const { return Control(kListId); }
+    HWND List() const { return Control(ids::kDahsList); }
 
     // As wide as the widest row and as high as all rows, within limits.
     RECT ListPlace() const {

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "base/Clock.h"
+#include "dialogs/ControlIds.h"
 #include "dialogs/DayPainter.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/ModalForm.h"
@@ -13,25 +14,7 @@ namespace v5 {
 
 namespace {
 
-constexpr int kMonthLabelId = 100;
-constexpr int kMonthId = 101;
-constexpr int kYearLabelId = 102;
-constexpr int kYearId = 103;
-constexpr int kYearUpDownId = 104;
-constexpr int kPreviousMonthId = 105;
-constexpr int kNextMonthId = 106;
-constexpr int kDayGroupId = 107;
-constexpr int kTimeGroupId = 108;
-constexpr int kNoDateId = 109;
-constexpr int kFirstHeadingId = 300;
-constexpr int kFirstDayId = 400;  // the day buttons, one for each cell of the grid
-
-constexpr int DayId(int cell) {
-    return kFirstDayId + cell;
-}
-bool IsDayId(int id) {
-    return id >= kFirstDayId && id < kFirstDayId + MonthGrid::kCells;
-}
+using namespace ids;
 
 // Sizes in dialog units.
 constexpr int kCellWidth = 22;
@@ -66,25 +49,25 @@ class DateForm final : public ModalForm {
     void CreateControls() override {
         AddControls(kMonthControls);
         UDACCEL steps{0, 1};
-        SendMessageW(Control(kYearUpDownId), UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
-        SendMessageW(Control(kYearId), EM_LIMITTEXT, 4, 0);
+        SendMessageW(Control(kYearUpDown), UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
+        SendMessageW(Control(kYear), EM_LIMITTEXT, 4, 0);
         for (const std::wstring_view name : kMonthNames) {
-            SendMessageW(Control(kMonthId), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.data()));
+            SendMessageW(Control(kMonth), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.data()));
         }
-        AddControl({kDayGroupId, WC_BUTTONW, L"&Day", WS_GROUP | BS_GROUPBOX});
+        AddControl({kDayGroup, WC_BUTTONW, L"&Day", WS_GROUP | BS_GROUPBOX});
         for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
-            AddControl({kFirstHeadingId + i, WC_STATICW, kWeekdayNames[i].data(), SS_CENTER});
+            AddControl({kFirstHeading + i, WC_STATICW, kWeekdayNames[i].data(), SS_CENTER});
         }
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             const DWORD group = cell == 0 ? WS_GROUP : 0;
-            AddControl({DayId(cell), WC_BUTTONW, L"", group | BS_RADIOBUTTON | BS_PUSHLIKE});
+            AddControl({Day(cell), WC_BUTTONW, L"", group | BS_RADIOBUTTON | BS_PUSHLIKE});
         }
-        AddControl({kTimeGroupId, WC_BUTTONW, L"Time", WS_GROUP | BS_GROUPBOX});
+        AddControl({kTimeGroup, WC_BUTTONW, L"Time", WS_GROUP | BS_GROUPBOX});
         time_.Create();
         AddControls(kClosingControls);
-        ShowControl(kTimeGroupId, model_.ShowsTime());
-        ShowControl(kNoDateId, model_.ShowsNoDate());
-        CheckDlgButton(Window(), kNoDateId, model_.NoDate() ? BST_CHECKED : BST_UNCHECKED);
+        ShowControl(kTimeGroup, model_.ShowsTime());
+        ShowControl(kNoDateBox, model_.ShowsNoDate());
+        CheckDlgButton(Window(), kNoDateBox, model_.NoDate() ? BST_CHECKED : BST_UNCHECKED);
         ShowMonth();
         ShowNoDate();
     }
@@ -97,13 +80,13 @@ class DateForm final : public ModalForm {
         if (model_.ShowsTime()) {
             constexpr int kHeight = kGroupTop + TimeFieldControls::kHeight + kGroupMargin;
             top += kGroupGap;
-            Place(kTimeGroupId, UnitRect{kMargin, top, kContentWidth, kHeight});
+            Place(kTimeGroup, UnitRect{kMargin, top, kContentWidth, kHeight});
             time_.LayOut(kMargin + kGroupMargin, top + kGroupTop);
             top += kHeight;
         }
         if (model_.ShowsNoDate()) {
             top += kGroupGap;
-            Place(kNoDateId, UnitRect{kMargin, top, kContentWidth, kCheckHeight});
+            Place(kNoDateBox, UnitRect{kMargin, top, kContentWidth, kCheckHeight});
             top += kCheckHeight;
         }
         top += kGroupGap;
@@ -114,35 +97,33 @@ class DateForm final : public ModalForm {
         return {UnitsX(kContentWidth + 2 * kMargin), UnitsY(top + kButtonHeight + kMargin)};
     }
 
-    void OnOpening() override {
-        SetFocus(model_.NoDate() ? Control(kNoDateId) : Control(DayId(model_.SelectedCell())));
-    }
+    void OnOpening() override { SetFocus(model_.NoDate() ? Control(kNoDateBox) : Control(Day(model_.SelectedCell()))); }
 
     void OnCommand(int id, int notification) override {
         if (time_.OnCommand(id, notification)) {
             return;
         }
-        if (IsDayId(id)) {
-            ChooseDay(id - kFirstDayId);
+        if (IsDay(id)) {
+            ChooseDay(id - kFirstDay);
             return;
         }
         switch (id) {
-            case kMonthId:
+            case kMonth:
                 if (notification == CBN_SELCHANGE) {
-                    model_.ChooseMonth(static_cast<int>(SendMessageW(Control(kMonthId), CB_GETCURSEL, 0, 0)) + 1);
+                    model_.ChooseMonth(static_cast<int>(SendMessageW(Control(kMonth), CB_GETCURSEL, 0, 0)) + 1);
                     ShowMonth();
                 }
                 break;
-            case kYearId:
+            case kYear:
                 OnYear(notification);
                 break;
-            case kPreviousMonthId:
-            case kNextMonthId:
-                model_.MoveMonths(id == kNextMonthId ? 1 : -1);
+            case kPreviousMonth:
+            case kNextMonth:
+                model_.MoveMonths(id == kNextMonth ? 1 : -1);
                 ShowMonth();
                 break;
-            case kNoDateId:
-                model_.SetNoDate(IsDlgButtonChecked(Window(), kNoDateId) == BST_CHECKED);
+            case kNoDateBox:
+                model_.SetNoDate(IsDlgButtonChecked(Window(), kNoDateBox) == BST_CHECKED);
                 ShowNoDate();
                 break;
             case IDOK:
@@ -163,7 +144,7 @@ class DateForm final : public ModalForm {
         }
         const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
         const int id = static_cast<int>(notice.idFrom);
-        if (notice.code == static_cast<UINT>(UDN_DELTAPOS) && id == kYearUpDownId) {
+        if (notice.code == static_cast<UINT>(UDN_DELTAPOS) && id == kYearUpDown) {
             StepYear(reinterpret_cast<const NMUPDOWN&>(notice).iDelta > 0);
             return TRUE;
         }
@@ -174,7 +155,7 @@ class DateForm final : public ModalForm {
     }
 
     bool OnQueuedMessage(const MSG& message) override {
-        if (message.message != WM_KEYDOWN || !IsDayId(GetDlgCtrlID(message.hwnd))) {
+        if (message.message != WM_KEYDOWN || !IsDay(GetDlgCtrlID(message.hwnd))) {
             return false;
         }
         for (const auto& each : kGridKeys) {
@@ -185,7 +166,7 @@ class DateForm final : public ModalForm {
                     model_.MoveDays(each.days);
                 }
                 ShowMonth();
-                SetFocus(Control(DayId(model_.SelectedCell())));
+                SetFocus(Control(Day(model_.SelectedCell())));
                 return true;
             }
         }
@@ -194,16 +175,16 @@ class DateForm final : public ModalForm {
 
   private:
     static constexpr ControlSpec kMonthControls[] = {
-        {kPreviousMonthId, WC_BUTTONW, L"Previous month", WS_TABSTOP | BS_PUSHBUTTON},
-        {kMonthLabelId, WC_STATICW, L"&Month:"},
-        {kMonthId, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST},
-        {kYearLabelId, WC_STATICW, L"&Year:"},
-        {kYearId, WC_EDITW, L"", WS_TABSTOP | ES_CENTER | ES_NUMBER, WS_EX_CLIENTEDGE},
-        {kYearUpDownId, UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS},
-        {kNextMonthId, WC_BUTTONW, L"Next month", WS_TABSTOP | BS_PUSHBUTTON},
+        {kPreviousMonth, WC_BUTTONW, L"Previous month", WS_TABSTOP | BS_PUSHBUTTON},
+        {kMonthLabel, WC_STATICW, L"&Month:"},
+        {kMonth, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST},
+        {kYearLabel, WC_STATICW, L"&Year:"},
+        {kYear, WC_EDITW, L"", WS_TABSTOP | ES_CENTER | ES_NUMBER, WS_EX_CLIENTEDGE},
+        {kYearUpDown, UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS},
+        {kNextMonth, WC_BUTTONW, L"Next month", WS_TABSTOP | BS_PUSHBUTTON},
     };
     static constexpr ControlSpec kClosingControls[] = {
-        {kNoDateId, WC_BUTTONW, L"&No date", WS_GROUP | WS_TABSTOP | BS_AUTOCHECKBOX},
+        {kNoDateBox, WC_BUTTONW, L"&No date", WS_GROUP | WS_TABSTOP | BS_AUTOCHECKBOX},
         {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
         {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
@@ -212,16 +193,16 @@ class DateForm final : public ModalForm {
         using namespace units;
         const int fields = top + kLabelHeight + 2;
         int left = kMargin;
-        Place(kPreviousMonthId, UnitRect{left, fields, kArrowWidth, kFieldHeight});
+        Place(kPreviousMonth, UnitRect{left, fields, kArrowWidth, kFieldHeight});
         left += kArrowWidth + kGap;
-        Place(kMonthLabelId, UnitRect{left, top, kMonthWidth, kLabelHeight});
+        Place(kMonthLabel, UnitRect{left, top, kMonthWidth, kLabelHeight});
         PlaceMonthList(left, fields);
         left += kMonthWidth + kGap;
-        Place(kYearLabelId, UnitRect{left, top, kYearWidth, kLabelHeight});
-        Place(kYearId, UnitRect{left, fields, kYearWidth, kFieldHeight});
-        SendMessageW(Control(kYearUpDownId), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(kYearId)), 0);
+        Place(kYearLabel, UnitRect{left, top, kYearWidth, kLabelHeight});
+        Place(kYear, UnitRect{left, fields, kYearWidth, kFieldHeight});
+        SendMessageW(Control(kYearUpDown), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(kYear)), 0);
         left += kYearWidth + kGap;
-        Place(kNextMonthId, UnitRect{left, fields, kArrowWidth, kFieldHeight});
+        Place(kNextMonth, UnitRect{left, fields, kArrowWidth, kFieldHeight});
         return fields + kFieldHeight;
     }
 
@@ -229,8 +210,8 @@ class DateForm final : public ModalForm {
         // A combo box is given the height of its opened list; that of its closed field follows from its font alone and
         // is made that of its neighbours here.
         constexpr int kListHeight = units::kFieldHeight + 12 * (units::kLabelHeight + 2);
-        const HWND list = Control(kMonthId);
-        Place(kMonthId, UnitRect{left, top, kMonthWidth, kListHeight});
+        const HWND list = Control(kMonth);
+        Place(kMonth, UnitRect{left, top, kMonthWidth, kListHeight});
         RECT closed{};
         GetWindowRect(list, &closed);
         const LONG missing = UnitsY(top + units::kFieldHeight) - UnitsY(top) - (closed.bottom - closed.top);
@@ -243,16 +224,16 @@ class DateForm final : public ModalForm {
         constexpr int kWeeks = MonthGrid::kCells / MonthGrid::kDaysPerWeek;
         constexpr int kHeadingHeight = kLabelHeight + 2;
         constexpr int kHeight = kGroupTop + kHeadingHeight + kWeeks * kCellHeight + kGroupMargin;
-        Place(kDayGroupId, UnitRect{kMargin, top, kContentWidth, kHeight});
+        Place(kDayGroup, UnitRect{kMargin, top, kContentWidth, kHeight});
         const int left = kMargin + kGroupMargin;
         for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
-            Place(kFirstHeadingId + i, UnitRect{left + i * kCellWidth, top + kGroupTop, kCellWidth, kLabelHeight});
+            Place(kFirstHeading + i, UnitRect{left + i * kCellWidth, top + kGroupTop, kCellWidth, kLabelHeight});
         }
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             const int row = cell / MonthGrid::kDaysPerWeek;
             const int column = cell % MonthGrid::kDaysPerWeek;
-            Place(DayId(cell), UnitRect{left + column * kCellWidth,
-                                        top + kGroupTop + kHeadingHeight + row * kCellHeight, kCellWidth, kCellHeight});
+            Place(Day(cell), UnitRect{left + column * kCellWidth, top + kGroupTop + kHeadingHeight + row * kCellHeight,
+                                      kCellWidth, kCellHeight});
         }
         return top + kHeight;
     }
@@ -260,7 +241,7 @@ class DateForm final : public ModalForm {
     // Shows the model's month, year and selected day.
     void ShowMonth() {
         showing_ = true;
-        SendMessageW(Control(kMonthId), CB_SETCURSEL, static_cast<WPARAM>(model_.Month() - 1), 0);
+        SendMessageW(Control(kMonth), CB_SETCURSEL, static_cast<WPARAM>(model_.Month() - 1), 0);
         ShowYear();
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             ShowDay(cell);
@@ -269,21 +250,21 @@ class DateForm final : public ModalForm {
     }
 
     void ShowYear() {
-        if (TextOf(kYearId) != model_.YearText()) {
-            SetTextOf(kYearId, model_.YearText());
+        if (TextOf(kYear) != model_.YearText()) {
+            SetTextOf(kYear, model_.YearText());
         }
         const NumberRange range = model_.YearRange();
-        SendMessageW(Control(kYearUpDownId), UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
-        SendMessageW(Control(kYearUpDownId), UDM_SETPOS32, 0, _wtoi(model_.YearText().c_str()));
+        SendMessageW(Control(kYearUpDown), UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
+        SendMessageW(Control(kYearUpDown), UDM_SETPOS32, 0, _wtoi(model_.YearText().c_str()));
     }
 
     void ShowDay(int cell) {
         const int day = model_.Grid().DayAt(cell);
-        const HWND button = Control(DayId(cell));
+        const HWND button = Control(Day(cell));
         const bool selected = cell == model_.SelectedCell();
         const HFONT font = model_.IsToday(cell) ? boldFont_.get() : Font();
         if (day != 0) {
-            SetTextOf(DayId(cell), std::to_wstring(day));
+            SetTextOf(Day(cell), std::to_wstring(day));
         }
         SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         SendMessageW(button, BM_SETCHECK, selected ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -303,7 +284,7 @@ class DateForm final : public ModalForm {
 
     void OnYear(int notification) {
         if (notification == EN_CHANGE && !showing_) {
-            model_.SetYearText(TextOf(kYearId));
+            model_.SetYearText(TextOf(kYear));
             ShowMonth();
         } else if (notification == EN_KILLFOCUS) {
             model_.LeaveYear();
@@ -314,8 +295,8 @@ class DateForm final : public ModalForm {
     void StepYear(bool up) {
         model_.StepYear(up);
         ShowMonth();
-        SetFocus(Control(kYearId));
-        SendMessageW(Control(kYearId), EM_SETSEL, 0, -1);
+        SetFocus(Control(kYear));
+        SendMessageW(Control(kYear), EM_SETSEL, 0, -1);
     }
 
     // Without a date there is nothing to choose.
@@ -324,23 +305,23 @@ class DateForm final : public ModalForm {
         for (const ControlSpec& spec : kMonthControls) {
             EnableControl(spec.id, enabled);
         }
-        EnableControl(kDayGroupId, enabled);
+        EnableControl(kDayGroup, enabled);
         for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
-            EnableControl(kFirstHeadingId + i, enabled);
+            EnableControl(kFirstHeading + i, enabled);
         }
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
-            EnableControl(DayId(cell), enabled);
+            EnableControl(Day(cell), enabled);
         }
-        EnableControl(kTimeGroupId, enabled);
+        EnableControl(kTimeGroup, enabled);
         time_.Enable(enabled);
     }
 
     std::optional<LRESULT> Paint(int id, const NMCUSTOMDRAW& draw) const {
-        if (IsDayId(id)) {
-            return PaintDay(draw, model_.IsToday(id - kFirstDayId), id - kFirstDayId == model_.SelectedCell());
+        if (IsDay(id)) {
+            return PaintDay(draw, model_.IsToday(id - kFirstDay), id - kFirstDay == model_.SelectedCell());
         }
-        if (id == kPreviousMonthId || id == kNextMonthId) {
-            return PaintArrow(draw, id == kNextMonthId);
+        if (id == kPreviousMonth || id == kNextMonth) {
+            return PaintArrow(draw, id == kNextMonth);
         }
         return std::nullopt;
     }

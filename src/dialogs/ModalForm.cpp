@@ -144,8 +144,12 @@ void ModalForm::Create(HWND owner) {
     CreateControls();
     Resize(LayOut());
     CentreOn(owner);
-    SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
+    FocusOn(GetNextDlgTabItem(window_, nullptr, FALSE));
     OnOpening();
+}
+
+void ModalForm::FocusOn(HWND control) const {
+    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
 
 void ModalForm::UseDpi(UINT dpi) {

@@ -91,6 +91,9 @@ class ModalForm {
     HFONT Font() const { return font_.get(); }
     UINT Dpi() const { return dpi_; }
 
+    // Gives a control the focus as the Tab key does: an edit field's text is then selected.
+    void FocusOn(HWND control) const;
+
     // Lets `handler` see every message of a control first. What it returns is the message's result; with nullopt the
     // control handles the message itself.
     using MessageHandler = std::function<std::optional<LRESULT>(UINT message, WPARAM wParam, LPARAM lParam)>;

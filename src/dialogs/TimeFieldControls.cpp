@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "dialogs/ControlIds.h"
+
 namespace v5 {
 
 namespace {
@@ -41,14 +43,14 @@ bool TimeFieldControls::IsShown(TimePart part) const {
 
 void TimeFieldControls::Create() {
     for (const TimePart part : kParts) {
-        form_.AddControl({LabelId(part), WC_STATICW, LabelOf(part)});
-        form_.AddControl({TextId(part), WC_EDITW, L"", WS_TABSTOP | ES_CENTER, WS_EX_CLIENTEDGE});
+        form_.AddControl({ids::TimeLabel(part), WC_STATICW, LabelOf(part)});
+        form_.AddControl({ids::TimeText(part), WC_EDITW, L"", WS_TABSTOP | ES_CENTER, WS_EX_CLIENTEDGE});
         const HWND upDown =
-            form_.AddControl({UpDownId(part), UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_WRAP});
+            form_.AddControl({ids::TimeUpDown(part), UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_WRAP});
         // One step at a time, however long the button is held.
         UDACCEL steps{0, 1};
         SendMessageW(upDown, UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
-        form_.HookControl(TextId(part), [this, part](UINT message, WPARAM wParam, LPARAM) {
+        form_.HookControl(ids::TimeText(part), [this, part](UINT message, WPARAM wParam, LPARAM) {
             return OnFieldMessage(part, message, wParam);
         });
     }
@@ -57,11 +59,12 @@ void TimeFieldControls::Create() {
 
 void TimeFieldControls::LayOut(int left, int top) {
     for (const TimePart part : kParts) {
-        form_.Place(LabelId(part), UnitRect{left, top, kFieldWidth, units::kLabelHeight});
-        form_.Place(TextId(part), UnitRect{left, top + units::kLabelHeight + 2, kFieldWidth, units::kFieldHeight});
+        form_.Place(ids::TimeLabel(part), UnitRect{left, top, kFieldWidth, units::kLabelHeight});
+        form_.Place(ids::TimeText(part),
+                    UnitRect{left, top + units::kLabelHeight + 2, kFieldWidth, units::kFieldHeight});
         // A new buddy makes room for the up-down control at its right end.
-        SendMessageW(form_.Control(UpDownId(part)), UDM_SETBUDDY, reinterpret_cast<WPARAM>(form_.Control(TextId(part))),
-                     0);
+        SendMessageW(form_.Control(ids::TimeUpDown(part)), UDM_SETBUDDY,
+                     reinterpret_cast<WPARAM>(form_.Control(ids::TimeText(part))), 0);
         if (part != TimePart::Minute || showsMinutes_) {
             left += kFieldWidth + kFieldGap;
         }
@@ -71,7 +74,7 @@ void TimeFieldControls::LayOut(int left, int top) {
 void TimeFieldControls::Refresh() {
     for (const TimePart part : kParts) {
         Show(part);
-        for (const int id : {LabelId(part), TextId(part), UpDownId(part)}) {
+        for (const int id : {ids::TimeLabel(part), ids::TimeText(part), ids::TimeUpDown(part)}) {
             form_.ShowControl(id, IsShown(part));
         }
     }
@@ -79,7 +82,7 @@ void TimeFieldControls::Refresh() {
 
 void TimeFieldControls::Enable(bool enabled) {
     for (const TimePart part : kParts) {
-        for (const int id : {LabelId(part), TextId(part), UpDownId(part)}) {
+        for (const int id : {ids::TimeLabel(part), ids::TimeText(part), ids::TimeUpDown(part)}) {
             form_.EnableControl(id, enabled);
         }
     }
@@ -87,7 +90,7 @@ void TimeFieldControls::Enable(bool enabled) {
 
 bool TimeFieldControls::OnCommand(int id, int notification) {
     const auto* part =
-        std::find_if(std::begin(kParts), std::end(kParts), [id](TimePart each) { return TextId(each) == id; });
+        std::find_if(std::begin(kParts), std::end(kParts), [id](TimePart each) { return ids::TimeText(each) == id; });
     if (part == std::end(kParts)) {
         return false;
     }
@@ -101,8 +104,9 @@ bool TimeFieldControls::OnCommand(int id, int notification) {
 }
 
 std::optional<LRESULT> TimeFieldControls::OnNotify(const NMHDR& notice) {
-    const auto* part = std::find_if(std::begin(kParts), std::end(kParts),
-                                    [&](TimePart each) { return UpDownId(each) == static_cast<int>(notice.idFrom); });
+    const auto* part = std::find_if(std::begin(kParts), std::end(kParts), [&](TimePart each) {
+        return ids::TimeUpDown(each) == static_cast<int>(notice.idFrom);
+    });
     if (notice.code != static_cast<UINT>(UDN_DELTAPOS) || part == std::end(kParts)) {
         return std::nullopt;
     }
@@ -110,7 +114,7 @@ std::optional<LRESULT> TimeFieldControls::OnNotify(const NMHDR& notice) {
     for (const TimePart each : kParts) {
         Show(each);
     }
-    SetFocus(form_.Control(TextId(*part)));
+    SetFocus(form_.Control(ids::TimeText(*part)));
     Select(*part, 0, fields_.Text(*part).size());
     return TRUE;  // the position is set already
 }
@@ -161,7 +165,7 @@ bool TimeFieldControls::MoveCaretOut(TimePart part, WPARAM key) {
          next += step) {
         const TimePart neighbour = kParts[next];
         if (IsShown(neighbour)) {
-            SetFocus(form_.Control(TextId(neighbour)));
+            SetFocus(form_.Control(ids::TimeText(neighbour)));
             Select(neighbour, 0, fields_.Text(neighbour).size());
             return true;
         }
@@ -172,25 +176,25 @@ bool TimeFieldControls::MoveCaretOut(TimePart part, WPARAM key) {
 FieldText TimeFieldControls::Read(TimePart part) const {
     DWORD start = 0;
     DWORD end = 0;
-    SendMessageW(form_.Control(TextId(part)), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+    SendMessageW(form_.Control(ids::TimeText(part)), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                  reinterpret_cast<LPARAM>(&end));
-    return {form_.TextOf(TextId(part)), start, end};
+    return {form_.TextOf(ids::TimeText(part)), start, end};
 }
 
 void TimeFieldControls::Show(TimePart part) {
     showing_ = true;
-    if (form_.TextOf(TextId(part)) != fields_.Text(part)) {
-        form_.SetTextOf(TextId(part), fields_.Text(part));
+    if (form_.TextOf(ids::TimeText(part)) != fields_.Text(part)) {
+        form_.SetTextOf(ids::TimeText(part), fields_.Text(part));
     }
     const NumberRange range = fields_.Range(part);
-    const HWND upDown = form_.Control(UpDownId(part));
+    const HWND upDown = form_.Control(ids::TimeUpDown(part));
     SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
     SendMessageW(upDown, UDM_SETPOS32, 0, fields_.Position(part));
     showing_ = false;
 }
 
 void TimeFieldControls::Select(TimePart part, size_t start, size_t end) const {
-    SendMessageW(form_.Control(TextId(part)), EM_SETSEL, start, static_cast<LPARAM>(end));
+    SendMessageW(form_.Control(ids::TimeText(part)), EM_SETSEL, start, static_cast<LPARAM>(end));
 }
 
 }  // namespace v5

@@ -12,12 +12,6 @@ namespace v5 {
 
 class TimeFieldControls {
   public:
-    // The control identifiers: each part's label, text box and up-down control.
-    static constexpr int kFirstId = 200;
-    static constexpr int LabelId(TimePart part) { return kFirstId + 10 * static_cast<int>(part); }
-    static constexpr int TextId(TimePart part) { return LabelId(part) + 1; }
-    static constexpr int UpDownId(TimePart part) { return LabelId(part) + 2; }
-
     // The place that the fields need, in dialog units, all three of them shown.
     static constexpr int kWidth = 140;
     static constexpr int kHeight = units::kLabelHeight + 2 + units::kFieldHeight;

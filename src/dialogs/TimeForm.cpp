@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include "dialogs/ControlIds.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/ModalForm.h"
 #include "dialogs/TimeFieldControls.h"
@@ -10,8 +11,6 @@
 namespace v5 {
 
 namespace {
-
-constexpr int k24HourId = 300;
 
 class TimeForm final : public ModalForm {
   public:
@@ -24,7 +23,7 @@ class TimeForm final : public ModalForm {
     void CreateControls() override {
         fields_.Create();
         AddControls(kControls);
-        for (const int id : {k24HourId, IDOK, IDCANCEL}) {
+        for (const int id : {ids::k24Hour, IDOK, IDCANCEL}) {
             SetTextOf(id, FilterCaption(TextOf(id)));
         }
         if (!allowsCancel_) {
@@ -41,7 +40,7 @@ class TimeForm final : public ModalForm {
         int top = kMargin;
         fields_.LayOut(kMargin, top);
         top += TimeFieldControls::kHeight + kGroupGap;
-        Place(k24HourId, UnitRect{kMargin, top, TimeFieldControls::kWidth, kCheckHeight});
+        Place(ids::k24Hour, UnitRect{kMargin, top, TimeFieldControls::kWidth, kCheckHeight});
         top += kCheckHeight + kGroupGap;
         const int cancelLeft = kWidth - kMargin - kButtonWidth;
         Place(IDCANCEL, UnitRect{cancelLeft, top, kButtonWidth, kButtonHeight});
@@ -55,8 +54,8 @@ class TimeForm final : public ModalForm {
             return;
         }
         switch (id) {
-            case k24HourId:
-                model_.SetUse24Hour(IsDlgButtonChecked(Window(), k24HourId) == BST_CHECKED);
+            case ids::k24Hour:
+                model_.SetUse24Hour(IsDlgButtonChecked(Window(), ids::k24Hour) == BST_CHECKED);
                 ShowClock();
                 break;
             case IDOK:
@@ -80,13 +79,13 @@ class TimeForm final : public ModalForm {
 
   private:
     static constexpr ControlSpec kControls[] = {
-        {k24HourId, WC_BUTTONW, L"Use 24 hour format", WS_TABSTOP | BS_AUTOCHECKBOX},
+        {ids::k24Hour, WC_BUTTONW, L"Use 24 hour format", WS_TABSTOP | BS_AUTOCHECKBOX},
         {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
         {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
     void ShowClock() {
-        CheckDlgButton(Window(), k24HourId, model_.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
+        CheckDlgButton(Window(), ids::k24Hour, model_.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
         fields_.Refresh();
     }
 

@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include "dialogs/ControlIds.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/ModalForm.h"
 #include "dialogs/PromptWrap.h"
@@ -11,9 +12,6 @@ namespace v5 {
 
 namespace {
 
-// The buttons' identifiers are their results, 1 to 7.
-constexpr int kIconId = 100;
-constexpr int kPromptId = 101;
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT kTickMilliseconds = 1000;
 
@@ -52,9 +50,9 @@ class TimedMessageBoxForm final : public ModalForm {
   protected:
     void CreateControls() override {
         if (model_.Icon() != MessageBoxIcon::None) {
-            AddControl({kIconId, WC_STATICW, L"", SS_ICON});
+            AddControl({ids::kIcon, WC_STATICW, L"", SS_ICON});
         }
-        AddControl({kPromptId, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
+        AddControl({ids::kPrompt, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
         for (const MessageBoxResult button : model_.Buttons()) {
             const DWORD kind = button == model_.DefaultButton() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
             const std::wstring caption(ButtonOf(button).caption);
@@ -68,15 +66,15 @@ class TimedMessageBoxForm final : public ModalForm {
     SIZE LayOut() override {
         const auto width = [this](std::wstring_view text) { return ToTwips(Measure(text).cx); };
         const std::wstring wrapped = WrapPrompt(prompt_, kPromptLimit, width);
-        SetTextOf(kPromptId, wrapped);
+        SetTextOf(ids::kPrompt, wrapped);
         const SIZE promptPixels = Measure(wrapped);
         const TwipsSize prompt{ToTwips(promptPixels.cx), ToTwips(promptPixels.cy)};
         const TwipsSize icon{kIconSize, kIconSize};
         const TwipsSize button{ToTwips(UnitsX(units::kButtonWidth)), ToTwips(UnitsY(units::kButtonHeight))};
         const MessageBoxLayout layout = LayOutMessageBox(model_, prompt, icon, button, HighestClient());
         ShowIcon();
-        Place(kIconId, Pixels(layout.icon));
-        Place(kPromptId, Pixels(layout.prompt, promptPixels));
+        Place(ids::kIcon, Pixels(layout.icon));
+        Place(ids::kPrompt, Pixels(layout.prompt, promptPixels));
         for (size_t i = 0; i < layout.buttons.size(); ++i) {
             Place(IdOf(model_.Buttons()[i]), Pixels(layout.buttons[i]));
         }
@@ -138,7 +136,7 @@ class TimedMessageBoxForm final : public ModalForm {
             const int size = FromTwips(kIconSize);
             IconHandle icon(
                 static_cast<HICON>(CopyImage(LoadIconW(nullptr, name), IMAGE_ICON, size, size, LR_COPYFROMRESOURCE)));
-            SendMessageW(Control(kIconId), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
+            SendMessageW(Control(ids::kIcon), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
             icon_ = std::move(icon);
         }
     }

@@ -6,6 +6,7 @@
 
 #include <iterator>
 
+#include "dialogs/ControlIds.h"
 #include "dialogs/ModalForm.h"
 #include "dialogs/PromptWrap.h"
 
@@ -13,8 +14,6 @@ namespace v5 {
 
 namespace {
 
-constexpr int kMessageId = 100;
-constexpr int kPasswordId = 101;
 constexpr int kLongestPassword = 255;
 constexpr int kContentWidth = 190;  // dialog units
 
@@ -27,21 +26,21 @@ class PasswordWindow final : public ModalForm {
   protected:
     void CreateControls() override {
         AddControls(kControls);
-        SendMessageW(Control(kPasswordId), EM_LIMITTEXT, kLongestPassword, 0);
-        HookControl(kPasswordId, [this](UINT message, WPARAM wParam, LPARAM) { return Guard(message, wParam); });
+        SendMessageW(Control(ids::kPassword), EM_LIMITTEXT, kLongestPassword, 0);
+        HookControl(ids::kPassword, [this](UINT message, WPARAM wParam, LPARAM) { return Guard(message, wParam); });
     }
 
     SIZE LayOut() override {
         using namespace units;
         const auto width = [this](std::wstring_view text) { return static_cast<int>(Measure(text).cx); };
         const std::wstring wrapped = WrapPrompt(message_, UnitsX(kContentWidth), width);
-        SetTextOf(kMessageId, wrapped);
+        SetTextOf(ids::kPasswordMessage, wrapped);
         const int left = UnitsX(kMargin);
         const int right = UnitsX(kMargin + kContentWidth);
         int top = UnitsY(kMargin);
-        Place(kMessageId, RECT{left, top, right, top + Measure(wrapped).cy});
+        Place(ids::kPasswordMessage, RECT{left, top, right, top + Measure(wrapped).cy});
         top += Measure(wrapped).cy + UnitsY(kGap);
-        Place(kPasswordId, RECT{left, top, right, top + UnitsY(kFieldHeight)});
+        Place(ids::kPassword, RECT{left, top, right, top + UnitsY(kFieldHeight)});
         top += UnitsY(kFieldHeight + kGroupGap);
         const int button = UnitsX(kButtonWidth);
         const int bottom = top + UnitsY(kButtonHeight);
@@ -51,7 +50,7 @@ class PasswordWindow final : public ModalForm {
         return {right + UnitsX(kMargin), bottom + UnitsY(kMargin)};
     }
 
-    void OnOpening() override { SetFocus(Control(kPasswordId)); }
+    void OnOpening() override { SetFocus(Control(ids::kPassword)); }
 
     void OnCommand(int id, int) override {
         if (id == IDOK) {
@@ -64,8 +63,8 @@ class PasswordWindow final : public ModalForm {
 
   private:
     static constexpr ControlSpec kControls[] = {
-        {kMessageId, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX},
-        {kPasswordId, WC_EDITW, L"", WS_TABSTOP | ES_PASSWORD | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE},
+        {ids::kPasswordMessage, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX},
+        {ids::kPassword, WC_EDITW, L"", WS_TABSTOP | ES_PASSWORD | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE},
         {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
         {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
@@ -90,11 +89,11 @@ class PasswordWindow final : public ModalForm {
     SecretText Read() {
         wchar_t typed[kLongestPassword + 1];
         reading_ = true;
-        const int length = GetWindowTextW(Control(kPasswordId), typed, static_cast<int>(std::size(typed)));
+        const int length = GetWindowTextW(Control(ids::kPassword), typed, static_cast<int>(std::size(typed)));
         reading_ = false;
         SecretText password(std::wstring_view(typed, static_cast<size_t>(length)));
         Wipe(typed, std::size(typed));
-        SetTextOf(kPasswordId, L"");
+        SetTextOf(ids::kPassword, L"");
         return password;
     }
 

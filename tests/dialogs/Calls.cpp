@@ -1,0 +1,75 @@
+#include "Calls.h"
+
+#include <V5Strings.h>
+#include <comdef.h>
+#include <wrl/client.h>
+
+namespace v5::test {
+
+namespace {
+
+Microsoft::WRL::ComPtr<_NimboStringsMain> Facade() {
+    Microsoft::WRL::ComPtr<_NimboStringsMain> facade;
+    CLSID clsid{};
+    EXPECT_EQ(CLSIDFromProgID(L"V5Strings.NimboStringsMain", &clsid), S_OK);
+    EXPECT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID__NimboStringsMain,
+                               reinterpret_cast<void**>(facade.GetAddressOf())),
+              S_OK);
+    return facade;
+}
+
+_bstr_t Bstr(const std::wstring& text) {
+    return _bstr_t(text.c_str());
+}
+
+VARIANT_BOOL Bool(bool value) {
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+}  // namespace
+
+long AsyncMsgBox(const std::wstring& prompt, long buttons, const std::wstring& title, long timeout) {
+    long result = -1;
+    EXPECT_EQ(Facade()->AsyncMsgBox(Bstr(prompt), buttons, Bstr(title), 0, VARIANT_FALSE, timeout, &result), S_OK);
+    return result;
+}
+
+double GetDateFromUser(const std::wstring& caption, double initial, bool dateOnly, bool minutesAlso,
+                       bool dateCannotBeNull) {
+    DATE result = -2;
+    EXPECT_EQ(Facade()->GetDateFromUser(Bstr(caption), initial, Bool(dateOnly), Bool(minutesAlso),
+                                        Bool(dateCannotBeNull), &result),
+              S_OK);
+    return result;
+}
+
+TimeAnswer GetTimeFromUser(const std::wstring& caption, double initial) {
+    DATE result = -2;
+    VARIANT_BOOL cancelled = 1;
+    EXPECT_EQ(Facade()->GetTimeFromUser(Bstr(caption), initial, &cancelled, &result), S_OK);
+    EXPECT_TRUE(cancelled == VARIANT_TRUE || cancelled == VARIANT_FALSE);
+    return {result, cancelled == VARIANT_TRUE};
+}
+
+DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary, bool allowRemote) {
+    long dahsId = -1;
+    VARIANT_BOOL chosen = 1;
+    EXPECT_EQ(Facade()->GetDahsIDFromUser4(initial, &dahsId, IgnoreEntriesWithBlankConnStrings, Bool(allowSecondary),
+                                           Bool(allowRemote), &chosen),
+              S_OK);
+    return {chosen == VARIANT_TRUE, dahsId};
+}
+
+double DateOf(int year, int month, int day, int hour, int minute) {
+    SYSTEMTIME time{};
+    time.wYear = static_cast<WORD>(year);
+    time.wMonth = static_cast<WORD>(month);
+    time.wDay = static_cast<WORD>(day);
+    time.wHour = static_cast<WORD>(hour);
+    time.wMinute = static_cast<WORD>(minute);
+    double date = 0;
+    EXPECT_TRUE(SystemTimeToVariantTime(&time, &date));
+    return date;
+}
+
+}  // namespace v5::test

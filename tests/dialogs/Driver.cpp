@@ -1,0 +1,177 @@
+#include "Driver.h"
+
+#include <objbase.h>
+
+#include <cstdlib>
+#include <iterator>
+
+namespace v5::test {
+
+namespace {
+
+constexpr ULONGLONG kStuckMilliseconds = 30000;
+constexpr DWORD kPollMilliseconds = 5;
+
+void Send(std::vector<INPUT> inputs) {
+    ASSERT_EQ(SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)), inputs.size());
+}
+
+INPUT KeyInput(WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = flags;
+    return input;
+}
+
+struct Search {
+    const std::wstring& title;
+    HWND found;
+};
+
+BOOL CALLBACK IsTheDialog(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId() && IsWindowVisible(window) && TextOf(window) == search.title) {
+        search.found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+void PumpWaiting() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        DispatchMessageW(&message);
+    }
+}
+
+}  // namespace
+
+bool Eventually(const std::function<bool()>& condition) {
+    const ULONGLONG began = GetTickCount64();
+    while (!condition()) {
+        if (GetTickCount64() - began > kStuckMilliseconds) {
+            return false;
+        }
+        PumpWaiting();
+        Sleep(kPollMilliseconds);
+    }
+    return true;
+}
+
+HWND FindDialog(const std::wstring& title) {
+    Search search{title, nullptr};
+    EnumWindows(IsTheDialog, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[2000];
+    return {text,
+            static_cast<size_t>(SendMessageW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text)))};
+}
+
+ModalCall::ModalCall(std::function<void()> call, Owner owner) {
+    thread_ = std::thread([this, call = std::move(call), owner] {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        threadId_ = GetCurrentThreadId();
+        if (owner == Owner::Window) {
+            const HWND window = CreateWindowExW(0, L"#32770", L"Owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300, 200, 500,
+                                                400, nullptr, nullptr, nullptr, nullptr);
+            ownerField_ = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 10, 10, 100, 20, window, nullptr,
+                                          nullptr, nullptr);
+            SetActiveWindow(window);
+            SetFocus(ownerField_);
+            owner_ = window;
+        }
+        call();
+        done_ = true;
+        // The owner stays for the test to look at, until the test lets go of the call.
+        MSG message;
+        while (owner_ != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) {
+            DispatchMessageW(&message);
+        }
+        if (owner_ != nullptr) {
+            DestroyWindow(owner_);
+        }
+        CoUninitialize();
+    });
+}
+
+void ModalCall::Wait() {
+    EXPECT_EVENTUALLY(IsDone());
+    if (!IsDone()) {
+        std::abort();  // the dialog cannot be ended: no further test makes sense
+    }
+}
+
+ModalCall::~ModalCall() {
+    Wait();
+    PostThreadMessageW(threadId_, WM_QUIT, 0, 0);
+    thread_.join();
+}
+
+Dialog::Dialog(const std::wstring& title) : window_(nullptr) {
+    EXPECT_EVENTUALLY((window_ = FindDialog(title)) != nullptr);
+    BringToFront();
+}
+
+void Dialog::BringToFront() const {
+    EXPECT_TRUE(Eventually([this] {
+        SetForegroundWindow(window_);
+        return GetForegroundWindow() == window_ && FocusId() != 0;
+    }));
+}
+
+int Dialog::FocusId() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+    return info.hwndFocus != nullptr ? GetDlgCtrlID(info.hwndFocus) : 0;
+}
+
+void Dialog::Key(WORD key, WORD held) const {
+    std::vector<INPUT> inputs;
+    if (held != 0) {
+        inputs.push_back(KeyInput(held, 0));
+    }
+    inputs.push_back(KeyInput(key, 0));
+    inputs.push_back(KeyInput(key, KEYEVENTF_KEYUP));
+    if (held != 0) {
+        inputs.push_back(KeyInput(held, KEYEVENTF_KEYUP));
+    }
+    Send(std::move(inputs));
+}
+
+void Dialog::Keys(const std::vector<WORD>& keys) const {
+    for (const WORD key : keys) {
+        Key(key);
+    }
+}
+
+void Dialog::Type(const std::wstring& text) const {
+    for (const wchar_t c : text) {
+        const SHORT key = VkKeyScanW(c);
+        Key(LOBYTE(key), (HIBYTE(key) & 1) != 0 ? VK_SHIFT : 0);
+    }
+}
+
+void Dialog::Click(int id) const {
+    RECT area{};
+    GetClientRect(Control(id), &area);
+    Click(Control(id), area);
+}
+
+// Posted, since a pointer that other programs can move would make clicks a matter of luck.
+void Dialog::Click(HWND control, const RECT& area, int times) const {
+    const LPARAM middle = MAKELPARAM((area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    for (int i = 0; i < times; ++i) {
+        PostMessageW(control, i % 2 == 0 ? WM_LBUTTONDOWN : WM_LBUTTONDBLCLK, MK_LBUTTON, middle);
+        PostMessageW(control, WM_LBUTTONUP, 0, middle);
+    }
+}
+
+}  // namespace v5::test

@@ -1,0 +1,125 @@
+// Every dialog, shown again and again, leaves the process's graphics, window and kernel objects as they were.
+#include <windows.h>
+
+#include <winternl.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+#include "Calls.h"
+
+namespace v5::test {
+
+namespace {
+
+constexpr wchar_t kTitle[] = L"Dialog shown often";
+
+// The entries in use of the process's table of graphics objects, for systems that do not count them.
+int CountGdiTable() {
+    struct Entry {
+        ULONG64 object;
+        ULONG owner;
+        USHORT unique;
+        UCHAR type;
+        UCHAR flags;
+        ULONG64 user;
+    };
+    constexpr size_t kTableOffset = sizeof(void*) == 8 ? 0xF8 : 0x94;  // GdiSharedHandleTable
+    constexpr size_t kEntries = 0x4000;
+    PROCESS_BASIC_INFORMATION process{};
+    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process, nullptr);
+    const auto* block = reinterpret_cast<const char*>(process.PebBaseAddress);
+    const auto* table = *reinterpret_cast<const Entry* const*>(block + kTableOffset);
+    return static_cast<int>(std::count_if(table, table + kEntries, [](const Entry& entry) { return entry.type != 0; }));
+}
+
+int CountGdi() {
+    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    return counted != 0 ? static_cast<int>(counted) : CountGdiTable();
+}
+
+// Objects have numbers out of one table: of many new ones, at least one has a number above all that are in use.
+template <typename Create, typename Destroy>
+int HighestNumber(Create create, Destroy destroy) {
+    std::vector<decltype(create())> objects(64);
+    int highest = 0;
+    for (auto& object : objects) {
+        object = create();
+        highest = std::max(highest, static_cast<int>(LOWORD(reinterpret_cast<UINT_PTR>(object))));
+    }
+    std::for_each(objects.begin(), objects.end(), destroy);
+    return highest;
+}
+
+int CountUser() {
+    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    return counted != 0 ? static_cast<int>(counted) : HighestNumber(CreateMenu, DestroyMenu);
+}
+
+int CountHandles() {
+    DWORD counted = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &counted);
+    const auto create = [] { return CreateEventW(nullptr, FALSE, FALSE, nullptr); };
+    constexpr int kHandleStep = 4;
+    return counted != 0 ? static_cast<int>(counted) : HighestNumber(create, CloseHandle) / kHandleStep;
+}
+
+// Shows a dialog `rounds` times, each time closed as soon as it stands there.
+void Repeat(int rounds, const std::function<void()>& show) {
+    std::atomic<int> closed = 0;
+    ModalCall call([&] {
+        for (; closed < rounds; ++closed) {
+            show();
+        }
+    });
+    for (int i = 0; i < rounds; ++i) {
+        EXPECT_EVENTUALLY((PostMessageW(FindDialog(kTitle), WM_COMMAND, IDOK, 0), closed > i));
+    }
+}
+
+// How often each dialog is shown between two looks at the process.
+int Rounds() {
+    const char* wanted = std::getenv("V5_DIALOG_ROUNDS");
+    return wanted != nullptr ? std::atoi(wanted) : 15;
+}
+
+struct Objects {
+    int gdi = CountGdi();
+    int user = CountUser();
+    int handles = CountHandles();
+
+    bool IsAbout(const Objects& before) const {
+        const int slack = Rounds() / 3;  // far less than one object a round
+        return gdi - before.gdi <= slack && user - before.user <= slack && handles - before.handles <= slack;
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, const Objects& objects) {
+    return out << "gdi " << objects.gdi << ", user " << objects.user << ", handles " << objects.handles;
+}
+
+}  // namespace
+
+TEST(Leaks, DialogsLeaveNothingBehind) {
+    const std::pair<const char*, std::function<void()>> dialogs[] = {
+        {"message box", [] { AsyncMsgBox(L"Text", 0x31, kTitle); }},
+        {"date", [] { GetDateFromUser(kTitle, 0.0, false, true, false); }},
+        {"time", [] { GetTimeFromUser(kTitle, 0.5); }},
+    };
+    constexpr int kMostTries = 10;
+    for (const auto& [name, show] : dialogs) {
+        // The system fills caches of its own at first, up to a limit; a leak grows every time.
+        Objects before;
+        Objects after;
+        for (int i = 0; i < kMostTries && (i == 0 || !after.IsAbout(before)); ++i) {
+            before = Objects();
+            Repeat(Rounds(), show);
+            after = Objects();
+            std::cout << name << ", " << Rounds() << " times: " << before << "; then " << after << std::endl;
+        }
+        EXPECT_TRUE(after.IsAbout(before)) << name;
+    }
+}
+
+}  // namespace v5::test

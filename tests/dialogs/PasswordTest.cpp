@@ -1,0 +1,78 @@
+// The password box is shown by a privilege check only, so this test shows it itself.
+#include "security/PasswordForm.h"
+
+#include "Driver.h"
+#include "dialogs/ControlIds.h"
+
+namespace v5::test {
+
+namespace {
+
+constexpr wchar_t kTitle[] = L"Password under test";
+
+// What the user's input gives; "(cancelled)" when cancelled.
+std::wstring Ask(const std::function<void(const Dialog&)>& work) {
+    std::wstring answer;
+    ModalCall call([&] {
+        PasswordForm form;
+        form.SetWindowTitle(kTitle);
+        form.SetMessage(L"Type the password & press OK.");
+        const auto password = form.Ask();
+        answer = password ? std::wstring(password->View()) : L"(cancelled)";
+    });
+    work(Dialog(kTitle));
+    call.Wait();
+    return answer;
+}
+
+std::wstring ClipboardText() {
+    std::wstring text;
+    if (OpenClipboard(nullptr)) {
+        if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+            text = static_cast<const wchar_t*>(GlobalLock(data));
+            GlobalUnlock(data);
+        }
+        CloseClipboard();
+    }
+    return text;
+}
+
+}  // namespace
+
+TEST(PasswordDialog, GivesTheTypedTextOrNothing) {
+    EXPECT_EQ(Ask([](const Dialog& dialog) {
+                  EXPECT_EQ(dialog.Text(ids::kPasswordMessage), L"Type the password & press OK.");
+                  EXPECT_EQ(dialog.FocusId(), ids::kPassword);
+                  dialog.Type(L"Pa55 word");
+                  dialog.Key(VK_RETURN);
+              }),
+              L"Pa55 word");
+    EXPECT_EQ(Ask([](const Dialog& dialog) { dialog.Click(IDOK); }), L"");
+    EXPECT_EQ(Ask([](const Dialog& dialog) {
+                  dialog.Type(L"typed");
+                  dialog.Key(VK_ESCAPE);
+              }),
+              L"(cancelled)");
+    EXPECT_EQ(Ask([](const Dialog& dialog) { dialog.Click(IDCANCEL); }), L"(cancelled)");
+}
+
+TEST(PasswordDialog, KeepsTheTextInTheBox) {
+    EXPECT_EQ(Ask([](const Dialog& dialog) {
+                  const HWND box = dialog.Control(ids::kPassword);
+                  dialog.Type(L"secret");
+                  // Characters arrive one by one; the selection tells when the last one has.
+                  EXPECT_EVENTUALLY(HIWORD(SendMessageW(box, EM_GETSEL, 0, 0)) == 6);
+                  EXPECT_NE(SendMessageW(box, EM_GETPASSWORDCHAR, 0, 0), 0);
+                  EXPECT_EQ(TextOf(box), L"");
+                  SendMessageW(box, EM_SETSEL, 0, -1);
+                  SendMessageW(box, WM_COPY, 0, 0);
+                  SendMessageW(box, WM_CUT, 0, 0);
+                  EXPECT_EQ(ClipboardText().find(L"secret"), std::wstring::npos);
+                  SendMessageW(box, EM_SETPASSWORDCHAR, 0, 0);
+                  EXPECT_NE(SendMessageW(box, EM_GETPASSWORDCHAR, 0, 0), 0);
+                  dialog.Key(VK_RETURN);
+              }),
+              L"secret");
+}
+
+}  // namespace v5::test
