@@ -6,6 +6,7 @@
 
 #include "V5DBIL.h"
 #include "com/Guard.h"
+#include "platform/Adopt.h"
 #include "platform/BstrText.h"
 
 namespace v5 {
@@ -85,7 +86,7 @@ class DbilDatabase : public SiteDatabase {
         ComPtr<IConnectionPointContainer> container;
         Check(database_.As(&container));
         Check(container->FindConnectionPoint(DIID__DatabaseInterfaceEvents, &events_));
-        listener_.Attach(new DbilEvents(messages));
+        listener_ = Adopt(new DbilEvents(messages));
         Check(events_->Advise(listener_.Get(), &cookie_));
     }
     ~DbilDatabase() override {
