@@ -26,7 +26,7 @@ std::wstring LocalName(COMPUTER_NAME_FORMAT format) {
 std::string Section(int number, const std::string& site, const std::string& lines = "") {
     return "[Dahs" + std::to_string(number) + "]\r\n" + lines + "\r\nSiteID=" + site +
            "\r\nDahsComputerName=" + Narrow(LocalName(ComputerNameNetBIOS)) +
-           "\r\nVantorDir=%VANTOR5_SYSTEM_FOLDER%\r\nBackupDir=B\r\nSQLAlarms=Provider=p;a\r\nSQLConfig=c\r\n"
+           "\r\nVantorDir=$folder$\\V\r\nBackupDir=B\r\nSQLAlarms=Provider=p;a\r\nSQLConfig=c\r\n"
            "SQLData=Vantor5Data\r\nSQLDataShortTerm=s\r\nSQLRealtime=r\r\n";
 }
 
@@ -217,9 +217,7 @@ TEST(DahsIni, TheMachineIsKnownByItsShortAndItsFullName) {
 }
 
 TEST(DahsIni, FoldersAreMadeAndWhatCannotBeMadeIsReported) {
-    SiteFolder folder("");
-    const std::string path = Narrow(folder.Path());
-    folder.Write(Section(1, "ab", "VantorDir=" + path + "\\V"));
+    const SiteFolder folder(Section(1, "ab"));
     ComPtr<IDispatch> main = CreateByName(kMain);
     ASSERT_TRUE(Truth(Call(main.Get(), L"ReadVantorINI", {0L})));
     for (const wchar_t* name :
@@ -228,7 +226,7 @@ TEST(DahsIni, FoldersAreMadeAndWhatCannotBeMadeIsReported) {
     }
     EXPECT_EQ(Texts(Get(main.Get(), L"Problems")).size(), 1u);
 
-    folder.Write(Section(1, "ab", "VantorDir=" + path + "\\none\\V"));
+    folder.Write(Section(1, "ab", "VantorDir=$folder$\\none\\V"));
     main = CreateByName(kMain);
     EXPECT_TRUE(Truth(Call(main.Get(), L"ReadVantorINI", {0L})));
     const std::wstring problem = Texts(Get(main.Get(), L"Problems")).back();

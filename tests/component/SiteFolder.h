@@ -1,4 +1,5 @@
-// A folder with a site file, to which VANTOR5_SYSTEM_FOLDER points while this object lives.
+// A folder with a site file, to which VANTOR5_SYSTEM_FOLDER points while this object lives. In the file's text $folder$
+// stands for the folder's path; its subfolder V may serve as a DAHS's own folder.
 #pragma once
 
 #include <windows.h>
@@ -30,7 +31,13 @@ class SiteFolder {
     SiteFolder(const SiteFolder&) = delete;
     SiteFolder& operator=(const SiteFolder&) = delete;
 
-    void Write(std::string_view file) const {
+    void Write(std::string_view text) const {
+        const std::string path(path_.begin(), path_.end());
+        constexpr std::string_view kMark = "$folder$";
+        std::string file(text);
+        for (size_t at = file.find(kMark); at != std::string::npos; at = file.find(kMark)) {
+            file.replace(at, kMark.size(), path);
+        }
         const HANDLE handle = CreateFileW(File().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
         DWORD written = 0;
         EXPECT_TRUE(WriteFile(handle, file.data(), static_cast<DWORD>(file.size()), &written, nullptr));

@@ -1,0 +1,40 @@
+// What the user asks v5site for.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace v5site {
+
+enum class Command { kHelp, kVersion, kCheck, kList, kShow };
+
+struct CommandLine {
+    Command command = Command::kHelp;
+    std::optional<long> dahs_id;          // show: this DAHS, not the first
+    std::optional<std::wstring> site_id;  // show: the first DAHS of this site
+    bool noninteractive = false;
+    bool dot_net = false;
+    bool json = false;
+    bool show_passwords = false;
+};
+
+// A command line that cannot be understood; `What` says why.
+class UsageError : public std::exception {
+  public:
+    explicit UsageError(std::wstring what) : what_(std::move(what)) {}
+    const char* what() const noexcept override { return "usage error"; }
+    const std::wstring& What() const { return what_; }
+
+  private:
+    std::wstring what_;
+};
+
+// Understands the arguments after the program's name. Throws UsageError.
+CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
+
+// The text of --help.
+extern const wchar_t kHelpText[];
+
+}  // namespace v5site

@@ -1,0 +1,11 @@
+// Text to the standard streams: as Unicode to a console, as UTF-8 to anything else.
+#pragma once
+
+#include <string_view>
+
+namespace v5site {
+
+void Print(std::wstring_view text);
+void PrintError(std::wstring_view text);
+
+}  // namespace v5site

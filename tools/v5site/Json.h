@@ -1,0 +1,20 @@
+// Values as JSON text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "SiteClient.h"
+
+namespace v5site {
+
+std::wstring JsonText(std::wstring_view text);
+std::wstring JsonValue(const Value& value);
+
+// An array or an object of finished JSON texts, one a line, indented by `depth` steps.
+std::wstring JsonArray(const std::vector<std::wstring>& items, int depth);
+std::wstring JsonObject(const std::vector<std::pair<std::wstring, std::wstring>>& members, int depth);
+std::wstring JsonSettings(const std::vector<Setting>& settings, int depth);
+
+}  // namespace v5site

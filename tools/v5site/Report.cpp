@@ -1,0 +1,200 @@
+#include "Report.h"
+
+#include <algorithm>
+#include <array>
+
+#include "Json.h"
+#include "PasswordMask.h"
+
+namespace v5site {
+
+namespace {
+
+// Findings that are no problems: where the file was found.
+bool IsProblem(const std::wstring& finding) {
+    return !finding.starts_with(L"STR-0183:") && !finding.starts_with(L"STR-094:");
+}
+
+std::wstring Padded(std::wstring text, size_t width) {
+    text.resize(std::max(width, text.size()), L' ');
+    return text;
+}
+
+std::wstring Display(const Value& value) {
+    if (const auto* text = std::get_if<std::wstring>(&value)) {
+        return *text;
+    }
+    if (const auto* number = std::get_if<long>(&value)) {
+        return std::to_wstring(*number);
+    }
+    return std::get<bool>(value) ? L"yes" : L"no";
+}
+
+const wchar_t* Place(const EntryRow& row) {
+    return row.is_remote ? L"remote" : L"local";
+}
+
+std::wstring JsonRow(const EntryRow& row, int depth) {
+    return JsonSettings({{L"dahs", row.dahs_id},
+                         {L"site", row.site_id},
+                         {L"role", row.role},
+                         {L"computer", row.computer_name},
+                         {L"remote", row.is_remote},
+                         {L"description", row.description}},
+                        depth);
+}
+
+std::wstring JsonRows(const std::vector<EntryRow>& rows) {
+    std::vector<std::wstring> items;
+    for (const EntryRow& row : rows) {
+        items.push_back(JsonRow(row, 2));
+    }
+    return JsonArray(items, 1);
+}
+
+std::wstring Lines(const std::vector<std::wstring>& texts) {
+    std::wstring lines;
+    for (const std::wstring& text : texts) {
+        lines += text + L"\n";
+    }
+    return lines;
+}
+
+std::wstring TableOf(const std::vector<EntryRow>& rows) {
+    constexpr size_t kColumns = 6;
+    using Cells = std::array<std::wstring, kColumns>;
+    std::vector<Cells> table = {{L"ID", L"SITE", L"ROLE", L"COMPUTER", L"WHERE", L"DESCRIPTION"}};
+    for (const EntryRow& row : rows) {
+        table.push_back(
+            {std::to_wstring(row.dahs_id), row.site_id, row.role, row.computer_name, Place(row), row.description});
+    }
+    std::array<size_t, kColumns> widths{};
+    for (const Cells& cells : table) {
+        for (size_t i = 0; i < kColumns; ++i) {
+            widths[i] = std::max(widths[i], cells[i].size());
+        }
+    }
+    std::wstring text;
+    for (const Cells& cells : table) {
+        std::wstring line;
+        for (size_t i = 0; i < kColumns; ++i) {
+            line += Padded(cells[i], widths[i]) + L"  ";
+        }
+        line.erase(line.find_last_not_of(L' ') + 1);
+        text += line + L"\n";
+    }
+    return text;
+}
+
+// A group of settings with its heading, names and values in two columns.
+std::wstring Group(const wchar_t* heading, const std::vector<Setting>& settings) {
+    size_t width = 0;
+    for (const Setting& setting : settings) {
+        width = std::max(width, std::wstring_view(setting.name).size());
+    }
+    std::wstring text = std::wstring(heading) + L"\n";
+    for (const Setting& setting : settings) {
+        std::wstring line = L"  " + Padded(setting.name, width) + L"  " + Display(setting.value);
+        line.erase(line.find_last_not_of(L' ') + 1);
+        text += line + L"\n";
+    }
+    return text;
+}
+
+Report Check(const CommandLine& line, bool usable, const SiteClient& site) {
+    const std::vector<std::wstring> findings = site.Findings();
+    const std::vector<EntryRow> rows = site.Entries();
+    const auto problems = std::count_if(findings.begin(), findings.end(), IsProblem);
+    Report report;
+    report.status = !usable ? kNoDahs : problems > 0 ? kProblems : kFine;
+    if (line.json) {
+        std::vector<std::wstring> texts;
+        for (const std::wstring& finding : findings) {
+            texts.push_back(JsonText(finding));
+        }
+        report.output = JsonObject({{L"file", JsonText(site.FilePath())},
+                                    {L"status", std::to_wstring(report.status)},
+                                    {L"findings", JsonArray(texts, 1)},
+                                    {L"usable", JsonRows(rows)}},
+                                   0) +
+                        L"\n";
+        return report;
+    }
+    report.output = Lines(findings) + L"\n";
+    if (rows.empty()) {
+        report.output += L"No DAHS is usable.\n";
+    } else {
+        report.output += L"Usable:\n";
+        for (const EntryRow& row : rows) {
+            report.output += L"  DAHS " + std::to_wstring(row.dahs_id) + L" (site " + row.site_id + L", " +
+                             row.computer_name + L")\n";
+        }
+    }
+    report.output += problems == 0   ? L"No problems.\n"
+                     : problems == 1 ? L"1 problem.\n"
+                                     : std::to_wstring(problems) + L" problems.\n";
+    return report;
+}
+
+Report List(const CommandLine& line, const SiteClient& site) {
+    const std::vector<EntryRow> rows = site.Entries();
+    Report report;
+    report.output = line.json
+                        ? JsonObject({{L"file", JsonText(site.FilePath())}, {L"entries", JsonRows(rows)}}, 0) + L"\n"
+                        : TableOf(rows);
+    return report;
+}
+
+Report Show(const CommandLine& line, const SiteClient& site) {
+    std::vector<Setting> connections = site.Connections();
+    if (!line.show_passwords) {
+        for (Setting& connection : connections) {
+            connection.value = MaskPasswords(std::get<std::wstring>(connection.value));
+        }
+    }
+    Report report;
+    if (line.json) {
+        report.output = JsonObject({{L"file", JsonText(site.FilePath())},
+                                    {L"settings", JsonSettings(site.Settings(), 1)},
+                                    {L"folders", JsonSettings(site.Folders(), 1)},
+                                    {L"connections", JsonSettings(connections, 1)}},
+                                   0) +
+                        L"\n";
+        return report;
+    }
+    const std::wstring heading = std::wstring(L"Connection strings (") + (line.dot_net ? L".NET" : L"OLE DB") + L", " +
+                                 (line.noninteractive ? L"non-interactive" : L"interactive") + L")";
+    report.output = L"File " + site.FilePath() + L"\n\n" + Group(L"Settings", site.Settings()) + L"\n" +
+                    Group(L"Folders", site.Folders()) + L"\n" + Group(heading.c_str(), connections);
+    return report;
+}
+
+// Why there is nothing to list or show: the last finding says it.
+Report Nothing(const std::wstring& why) {
+    Report report;
+    report.errors = L"v5site: " + why + L"\n";
+    report.status = kNoDahs;
+    return report;
+}
+
+}  // namespace
+
+Report Run(const CommandLine& line, SiteClient& site) {
+    const bool usable = site.Read(line);
+    if (line.command == Command::kCheck) {
+        return Check(line, usable, site);
+    }
+    if (!usable) {
+        return Nothing(site.Findings().back());
+    }
+    if (line.command == Command::kList) {
+        return List(line, site);
+    }
+    if (!site.Choose(line)) {
+        return Nothing(line.dahs_id ? L"DAHS " + std::to_wstring(*line.dahs_id) + L" is not defined or not usable"
+                                    : site.Findings().back());
+    }
+    return Show(line, site);
+}
+
+}  // namespace v5site

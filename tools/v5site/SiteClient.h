@@ -1,0 +1,68 @@
+// The published classes DahsIniMain, DahsIniEntries and DahsIniEntry, as v5site uses them.
+#pragma once
+
+#include <windows.h>
+
+#include <wrl/client.h>
+
+#include <stdexcept>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "CommandLine.h"
+#include "V5Strings.h"
+
+namespace v5site {
+
+// A value of one of the types that the classes' properties have.
+using Value = std::variant<std::wstring, long, bool>;
+
+struct Setting {
+    const wchar_t* name;  // the property's
+    Value value;
+};
+
+// A row of the table of entries.
+struct EntryRow {
+    long dahs_id;
+    std::wstring site_id, role, computer_name, description;
+    bool is_remote;
+};
+
+// A call on the component that failed; `What` says which and why.
+class ClientError : public std::exception {
+  public:
+    explicit ClientError(std::wstring what) : what_(std::move(what)) {}
+    const char* what() const noexcept override { return "the component failed"; }
+    const std::wstring& What() const { return what_; }
+
+  private:
+    std::wstring what_;
+};
+
+class SiteClient {
+  public:
+    // Creates the configuration object. Throws ClientError when the component is not registered.
+    SiteClient();
+
+    // Reads the site file; false when there is none or no entry of it is usable.
+    bool Read(const CommandLine& line);
+
+    // Chooses the DAHS that the command line asks for; false when there is no such DAHS.
+    bool Choose(const CommandLine& line);
+
+    std::wstring FilePath() const;
+    std::vector<std::wstring> Findings() const;
+    std::vector<EntryRow> Entries() const;
+
+    // The chosen DAHS.
+    std::vector<Setting> Settings() const;
+    std::vector<Setting> Folders() const;
+    std::vector<Setting> Connections() const;
+
+  private:
+    Microsoft::WRL::ComPtr<_DahsIniMain> main_;
+};
+
+}  // namespace v5site
