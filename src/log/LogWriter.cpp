@@ -65,12 +65,7 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
     try {
         ReportTimeGap();
         line_.Begin();
-        if (options_.showMilliseconds) {
-            line_.Tick(clock_.TickMilliseconds());
-        }
-        if (options_.showTimestamp) {
-            line_.Stamp(clock_.LocalNow()).Text(L"  ");
-        }
+        AddPrefixes();
         file_.Write(line_.Text(text).End());
         if (flushToDisk) {
             Flush();
@@ -84,6 +79,21 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
 void LogWriter::Flush() {
     if (IsActive()) {
         file_.FlushToDisk();
+    }
+}
+
+void LogWriter::AddPrefixes() {
+    std::optional<std::uint32_t> tick;
+    if (options_.showMilliseconds) {
+        tick = clock_.TickMilliseconds();
+        line_.Tick(*tick);
+    }
+    if (options_.showTimestamp) {
+        if (!tick || tick != nowTick_) {  // asking for the time of day costs more than building the line
+            now_ = clock_.LocalNow();
+            nowTick_ = tick;
+        }
+        line_.Stamp(now_).Text(L"  ");
     }
 }
 

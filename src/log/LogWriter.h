@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -57,6 +58,7 @@ class LogWriter {
     void Flush();
 
   private:
+    void AddPrefixes();
     void WriteFrameLine(std::wstring_view before);
     void ReportTimeGap();
     void KeepFailure() noexcept;
@@ -67,6 +69,8 @@ class LogWriter {
     LogLine line_;
     LogOptions options_;
     TimeGap gap_;
+    CivilDateTime now_;                     // of the previous timestamp: lines of the same millisecond share it
+    std::optional<std::uint32_t> nowTick_;  // when that was; none when the tick was not asked for
     std::wstring filename_;
     std::wstring error_;
 };
