@@ -2,6 +2,7 @@
 // the longest line has been seen.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,6 +21,10 @@ class LogLine {
     // Starts the next line.
     LogLine& Begin();
 
+    // Makes what the line has so far the prefix that BeginAgain starts the following lines with, until the next Begin.
+    void MarkPrefix() { prefixLength_ = length_; }
+    void BeginAgain() { length_ = prefixLength_; }
+
     // The tick field: the millisecond tick without its top bit, in decimal, blanks up to 13 columns.
     LogLine& Tick(std::uint32_t tickMilliseconds);
 
@@ -33,10 +38,15 @@ class LogLine {
     std::string_view End();
 
   private:
+    char* Extend(size_t count);
+
     const AnsiEncoder& encoder_;
-    std::string bytes_;
+    std::string bytes_;  // as long as the longest line so far
+    size_t length_ = 0;  // of the line
+    size_t prefixLength_ = 0;
     CivilDateTime stampTime_;
-    std::string stamp_;  // of stampTime_: lines of the same second share it
+    std::array<char, 22> stamp_{};  // of stampTime_: lines of the same second share it
+    bool isStamped_ = false;
 };
 
 }  // namespace v5

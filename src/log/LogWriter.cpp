@@ -64,8 +64,7 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
     }
     try {
         ReportTimeGap();
-        line_.Begin();
-        AddPrefixes();
+        BeginLine();
         file_.Write(line_.Text(text).End());
         if (flushToDisk) {
             Flush();
@@ -82,23 +81,35 @@ void LogWriter::Flush() {
     }
 }
 
-void LogWriter::AddPrefixes() {
+// Starts a line with its prefixes. Lines of the same millisecond share them: asking for the time of day costs more than
+// building the line.
+void LogWriter::BeginLine() {
     std::optional<std::uint32_t> tick;
     if (options_.showMilliseconds) {
         tick = clock_.TickMilliseconds();
+        if (tick == prefixTick_) {
+            line_.BeginAgain();
+            return;
+        }
+    }
+    BeginRawLine();
+    if (tick) {
         line_.Tick(*tick);
     }
     if (options_.showTimestamp) {
-        if (!tick || tick != nowTick_) {  // asking for the time of day costs more than building the line
-            now_ = clock_.LocalNow();
-            nowTick_ = tick;
-        }
-        line_.Stamp(now_).Text(L"  ");
+        line_.Stamp(clock_.LocalNow()).Text(L"  ");
     }
+    line_.MarkPrefix();
+    prefixTick_ = tick;
+}
+
+LogLine& LogWriter::BeginRawLine() {
+    prefixTick_.reset();
+    return line_.Begin();
 }
 
 void LogWriter::WriteFrameLine(std::wstring_view before) {
-    file_.Write(line_.Begin().Text(before).Stamp(clock_.LocalNow()).Text(L" **").End());
+    file_.Write(BeginRawLine().Text(before).Stamp(clock_.LocalNow()).Text(L" **").End());
 }
 
 void LogWriter::ReportTimeGap() {
@@ -106,7 +117,7 @@ void LogWriter::ReportTimeGap() {
         return;
     }
     if (const auto seconds = gap_.Note(clock_.TickMilliseconds())) {
-        line_.Begin().Text(L"---- ").Text(std::to_wstring(*seconds)).Text(L" seconds since previous write");
+        BeginRawLine().Text(L"---- ").Text(std::to_wstring(*seconds)).Text(L" seconds since previous write");
         file_.Write(line_.End());
     }
 }

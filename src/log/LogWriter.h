@@ -58,7 +58,8 @@ class LogWriter {
     void Flush();
 
   private:
-    void AddPrefixes();
+    void BeginLine();
+    LogLine& BeginRawLine();
     void WriteFrameLine(std::wstring_view before);
     void ReportTimeGap();
     void KeepFailure() noexcept;
@@ -69,8 +70,7 @@ class LogWriter {
     LogLine line_;
     LogOptions options_;
     TimeGap gap_;
-    CivilDateTime now_;                     // of the previous timestamp: lines of the same millisecond share it
-    std::optional<std::uint32_t> nowTick_;  // when that was; none when the tick was not asked for
+    std::optional<std::uint32_t> prefixTick_;  // when the prefix in line_ was made; none when there is none to share
     std::wstring filename_;
     std::wstring error_;
 };

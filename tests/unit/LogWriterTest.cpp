@@ -165,6 +165,23 @@ TEST_F(LogWriterTest, PrefixesComeTickFirst) {
     }
 }
 
+TEST_F(LogWriterTest, LinesOfOneMillisecondShareTheirPrefixesAndNothingElse) {
+    log.Start(L"app.log", L"", {.showMilliseconds = true, .showTimestamp = true});
+    const std::string prefix = "123456       2014-03-05 02:07:09 PM  ";
+    Written();
+    log.Write(L"a long first line");
+    log.Write(L"b");
+    EXPECT_EQ(Written(), prefix + "a long first line\r\n" + prefix + "b\r\n");
+    log.Start(L"app.log", L"", {.showMilliseconds = true});
+    log.Write(L"c");
+    EXPECT_EQ(Written(), std::string(kEnd) + kStart + "123456       c\r\n");
+    log.Start(L"app.log", L"", {});
+    Written();
+    log.Write(L"d");
+    log.Write(L"e");
+    EXPECT_EQ(Written(), "d\r\ne\r\n");
+}
+
 TEST_F(LogWriterTest, OneMegabyteIsOneLine) {
     log.Start(L"C:\\a.log", L"", {.showMilliseconds = true});
     Written();

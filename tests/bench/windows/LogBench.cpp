@@ -8,7 +8,7 @@
 namespace v5::bench {
 namespace {
 
-constexpr int kLines = 10'000;
+constexpr int kLines = 2'000;
 
 std::wstring TemporaryPath(const wchar_t* name) {
     wchar_t folder[MAX_PATH];
@@ -30,7 +30,7 @@ void WritingALine(Table& table) {
     const _bstr_t text = std::wstring(words.begin(), words.end()).c_str();
     const std::string line = "1234567      2014-03-05 02:07:09 PM  " + words + "\r\n";
     table.Compare(
-        {.name = "log: WriteToLog / bare WriteFile", .goal = 1.3, .runs = 9, .operations = kLines},
+        {.name = "log: WriteToLog / bare WriteFile", .goal = 1.3, .runs = 60, .operations = kLines},
         [&] {
             for (int i = 0; i < kLines; ++i) {
                 log->WriteToLog(text);
