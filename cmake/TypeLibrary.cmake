@@ -1,12 +1,12 @@
 # Interface definitions (idl/) become C++ headers, identifiers and type libraries.
 #
-#   v5_interfaces(TARGET IDL [TYPE_LIBRARY] [USES target...] [EMPTY_TEXT_DEFAULTS Interface.Method.parameter...])
+#   v5_interfaces(TARGET IDL [TYPE_LIBRARY] [ENUMERATIONS namespace] [USES target...] [EMPTY_TEXT_DEFAULTS Interface.Method.parameter...])
 #
 # makes the static library TARGET, which carries the identifiers (IID_…, CLSID_…, LIBID_…) and the folder of the
-# generated header `<name of IDL>.h`. Link to it and include the header; it belongs in automation classes and clients
-# only, since its enumerators (Unknown, Enabled …) are global names.
+# generated header `<name of IDL>.h`. Link to it and include the header, in automation classes and clients only.
 #   TYPE_LIBRARY         the IDL holds a library: also make `<build folder>/<name of IDL>.tlb` (also the target's
 #                        property V5_TYPE_LIBRARY)
+#   ENUMERATIONS         the namespace that the enumerations stand in; without it their enumerators are global names
 #   USES                 targets of the IDL files that this one imports
 #   EMPTY_TEXT_DEFAULTS  by-reference text parameters whose default is the empty text (see tools/build/GiveTextDefault.cpp)
 
@@ -47,7 +47,7 @@ add_custom_command(OUTPUT "${V5_GIVE_TEXT_DEFAULT}"
   COMMENT "Building give-text-default for this machine")
 
 function(v5_interfaces target idl)
-  cmake_parse_arguments(arg "TYPE_LIBRARY" "" "USES;EMPTY_TEXT_DEFAULTS" ${ARGN})
+  cmake_parse_arguments(arg "TYPE_LIBRARY" "ENUMERATIONS" "USES;EMPTY_TEXT_DEFAULTS" ${ARGN})
   get_filename_component(idl "${idl}" ABSOLUTE BASE_DIR "${CMAKE_SOURCE_DIR}")
   get_filename_component(name "${idl}" NAME_WE)
   set(widl "${V5_WIDL}" ${V5_WIDL_WIDTH} "-I${CMAKE_SOURCE_DIR}/idl" "-I${V5_IDL_INCLUDE}" "-L${V5_STDOLE_FOLDER}")
@@ -55,10 +55,16 @@ function(v5_interfaces target idl)
   set(identifiers "${V5_IDL_OUTPUT}/${name}_i.cpp")
   set(library "${CMAKE_BINARY_DIR}/${name}.tlb")
 
+  set(wrap)
+  if(arg_ENUMERATIONS)
+    set(wrap COMMAND "${CMAKE_COMMAND}" "-DHEADER=${header}" "-DNAMESPACE=${arg_ENUMERATIONS}"
+                     -P "${CMAKE_SOURCE_DIR}/cmake/WrapEnumerations.cmake")
+  endif()
   add_custom_command(OUTPUT "${header}" "${identifiers}"
     COMMAND ${widl} -h -o "${header}" "${idl}"
+    ${wrap}
     COMMAND ${widl} -u -o "${identifiers}" "${idl}"
-    DEPENDS ${V5_IDL_FILES} VERBATIM COMMENT "Generating ${name}.h")
+    DEPENDS ${V5_IDL_FILES} "${CMAKE_SOURCE_DIR}/cmake/WrapEnumerations.cmake" VERBATIM COMMENT "Generating ${name}.h")
   set_source_files_properties("${identifiers}" PROPERTIES COMPILE_OPTIONS -w)
   add_library(${target} STATIC "${identifiers}" "${header}")
   target_include_directories(${target} SYSTEM PUBLIC "${V5_IDL_OUTPUT}")
@@ -80,6 +86,6 @@ function(v5_interfaces target idl)
 endfunction()
 
 v5_interfaces(v5messages idl/V5Msgs.idl)
-v5_interfaces(v5contract idl/V5Strings.idl TYPE_LIBRARY USES v5messages
+v5_interfaces(v5contract idl/V5Strings.idl TYPE_LIBRARY ENUMERATIONS V5Strings USES v5messages
   EMPTY_TEXT_DEFAULTS _NimboSecurity.CheckUserPrivilegeLevelEx.strErrorMsg)
 v5_interfaces(v5dbil idl/V5DBIL.idl TYPE_LIBRARY)

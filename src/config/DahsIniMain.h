@@ -36,7 +36,7 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     }
     STDMETHODIMP ReadVantorINI3(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
                                 VARIANT_BOOL dot_net, VARIANT_BOOL* result) override {
-        return ReadVantorINI4(category, noninteractive, dot_net, IgnoreEntriesWithBlankConnStrings, result);
+        return ReadVantorINI4(category, noninteractive, dot_net, V5Strings::IgnoreEntriesWithBlankConnStrings, result);
     }
     STDMETHODIMP ReadVantorINI4(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
                                 VARIANT_BOOL dot_net, DahsEntryOptionsEnum option, VARIANT_BOOL* result) override;

@@ -44,7 +44,7 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
     }
 
     STDMETHODIMP GetUserPrivilegeLevel(PrivilegeLevelEnum* result) override {
-        return ReturnQuietly(result, PrivLevel_None, [&] { return Published(security_.UserLevel()); });
+        return ReturnQuietly(result, V5Strings::PrivLevel_None, [&] { return Published(security_.UserLevel()); });
     }
     STDMETHODIMP CheckUserPrivilegeLevel(RestrictionIDEnum restriction, VARIANT_BOOL allowPassword,
                                          VARIANT_BOOL* result) override;
@@ -63,7 +63,7 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
         return GetMinPrivilegeLevelForPID(restriction, result);
     }
     STDMETHODIMP GetMinPrivilegeLevelForPID(long restriction, PrivilegeLevelEnum* result) override {
-        return ReturnQuietly(result, PrivLevel_3Low, [&] { return Published(security_.MinimumLevel(restriction)); });
+        return ReturnQuietly(result, V5Strings::PrivLevel_3Low, [&] { return Published(security_.MinimumLevel(restriction)); });
     }
     STDMETHODIMP SetMinPrivilegeLevelForRID(RestrictionIDEnum restriction, PrivilegeLevelEnum minimum,
                                             VARIANT_BOOL* result) override {

@@ -339,6 +339,7 @@ TEST(ContractHeader, AgreesWithTheTypeLibrary) {
         ASSERT_EQ(library->GetTypeInfoOfGuid(guid, &info), S_OK) << name;
         EXPECT_EQ(Type(info).Name(), name);
     }
+    using namespace V5Strings;  // the published enumerations
     static_assert(SID_OccurEdit_GetToDateTitle == SID_AlarmEdit_GetToDateTitle && Unknown == -1 && standalone == 0);
 }
 

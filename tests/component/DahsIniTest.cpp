@@ -8,6 +8,8 @@
 
 namespace v5::test {
 
+using namespace V5Strings;  // the published enumerations
+
 namespace {
 
 constexpr wchar_t kMain[] = L"V5Strings.DahsIniMain";

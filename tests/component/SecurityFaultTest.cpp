@@ -16,6 +16,8 @@
 
 namespace v5::test {
 
+using namespace V5Strings;  // the published enumerations
+
 namespace {
 
 constexpr wchar_t kSite[] = L"S1";

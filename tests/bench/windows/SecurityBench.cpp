@@ -13,6 +13,8 @@
 #include "bench/windows/Com.h"
 
 namespace v5::bench {
+
+using namespace V5Strings;  // the published enumerations
 namespace {
 
 constexpr int kChecks = 200;
