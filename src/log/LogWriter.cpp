@@ -70,7 +70,7 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
             Flush();
         }
     } catch (...) {
-        KeepFailure();
+        KeepFailure(std::current_exception());
         Stop();
     }
 }
@@ -122,11 +122,11 @@ void LogWriter::ReportTimeGap() {
     }
 }
 
-// Keeps the failure that is being handled, by the numbers that automation clients know.
-void LogWriter::KeepFailure() noexcept {
+// Keeps a failure by the number that automation clients know, and its text.
+void LogWriter::KeepFailure(const std::exception_ptr& failure) noexcept {
     try {
         try {
-            throw;
+            std::rethrow_exception(failure);
         } catch (const AutomationError& error) {
             error_ = std::to_wstring(error.Number()) + L", " + error.Description();
         } catch (const std::bad_alloc&) {

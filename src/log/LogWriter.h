@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,7 +63,7 @@ class LogWriter {
     LogLine& BeginRawLine();
     void WriteFrameLine(std::wstring_view before);
     void ReportTimeGap();
-    void KeepFailure() noexcept;
+    void KeepFailure(const std::exception_ptr& failure) noexcept;
 
     LogFile& file_;
     const Clock& clock_;

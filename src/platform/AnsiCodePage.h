@@ -8,9 +8,15 @@
 
 namespace v5 {
 
-class AnsiCodePage : public AnsiEncoder {
+class AnsiCodePage final : public AnsiEncoder {
   public:
+    // Another code page than the system's own (0) by its number.
+    explicit AnsiCodePage(unsigned codePage = 0) : codePage_(codePage) {}
+
     void Encode(std::wstring_view text, char* bytes) const override;
+
+  private:
+    unsigned codePage_;
 };
 
 // Text in and out of the code page. A character that it lacks becomes a similar one or "?".

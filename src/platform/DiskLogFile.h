@@ -7,10 +7,10 @@
 
 namespace v5 {
 
-class DiskLogFile : public LogFile {
+class DiskLogFile final : public LogFile {
   public:
     DiskLogFile() = default;
-    ~DiskLogFile() override { Close(); }
+    ~DiskLogFile() override { DiskLogFile::Close(); }
     DiskLogFile(const DiskLogFile&) = delete;
     DiskLogFile& operator=(const DiskLogFile&) = delete;
 

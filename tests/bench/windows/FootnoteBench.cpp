@@ -65,7 +65,7 @@ void Footnotes(Table& table) {
          .operations = kRounds * static_cast<double>(kTexts)},
         [&] { AskList(texts, kTexts); }, [&] { AskDictionary(texts, kTexts); });
     table.Compare(
-        {.name = "footnotes: 100,000 / 10,000, each asked for 10 times", .goal = 11.0, .runs = 7},
+        {.name = "footnotes: 100,000 / 10,000, each asked for 10 times", .goal = 11.0, .runs = 15},
         [&] { AskList(texts, kTexts); }, [&] { AskList(texts, kTexts / 10); });
 }
 
