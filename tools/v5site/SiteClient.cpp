@@ -50,9 +50,9 @@ bool Flag(Interface* object, NumberGetter<Interface, VARIANT_BOOL> get) {
 
 const wchar_t* RoleText(RedundantDasRoleEnum role) {
     switch (role) {
-        case PrimaryDas:
+        case V5Strings::PrimaryDas:
             return L"Primary";
-        case SecondaryDas:
+        case V5Strings::SecondaryDas:
             return L"Secondary";
         default:
             return L"Standalone";
@@ -73,7 +73,7 @@ SiteClient::SiteClient() {
 
 bool SiteClient::Read(const CommandLine& line) {
     VARIANT_BOOL done = VARIANT_FALSE;
-    Check(main_->ReadVantorINI3(NotApplicable, Boolean(line.noninteractive), Boolean(line.dot_net), &done),
+    Check(main_->ReadVantorINI3(V5Strings::NotApplicable, Boolean(line.noninteractive), Boolean(line.dot_net), &done),
           L"ReadVantorINI3");
     return done != VARIANT_FALSE;
 }
