@@ -6,7 +6,7 @@
 ' The database must be fresh; without an argument the script makes one in the temporary folder. When the password is
 ' asked for, type: reset2014
 Option Explicit
-Const SITE = "STACK7"
+Const SITE = "BRENN1"
 Const RID_EditNewOccurs = 301, RID_CloseManualConfirmation = 231
 Const PrivLevel_Master = 56
 Const KEY = "m4&Zt!"  ' the scrambler's key of a development build

@@ -14,10 +14,13 @@ Usage:
       Print a table of the usable entries: id, site, role, computer, local or remote, description.
   v5site show [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
       Print the settings, folders and connection strings of one DAHS.
+  v5site security [--dahs N | --site ID] [--noninteractive] [--json]
+      Print the user security of one DAHS's site: whether it is on, who is on which list, what level each restricted
+      operation needs, and the last changes.
 
 Options:
-  --dahs N           show the DAHS of section [DahsN]; without --dahs and --site, the first usable one
-  --site ID          show the first DAHS of a site (the first 10 characters of ID count, in any case)
+  --dahs N           the DAHS of section [DahsN]; without --dahs and --site, the first usable one
+  --site ID          the first DAHS of a site (the first 10 characters of ID count, in any case)
   --noninteractive   connection strings for programs without a user, such as services
   --dotnet           connection strings for the .NET data provider
   --json             print JSON, for other programs
@@ -30,8 +33,8 @@ folders of the first DAHS, as it does for every program. Output is UTF-8 when it
 
 Exit status:
   0  all is well
-  1  check: there are problems, but at least one DAHS is usable
-  2  there is no file, no usable DAHS, or not the one that was asked for
+  1  check: there are problems, but at least one DAHS is usable; security: some of it could not be read
+  2  there is no file, no usable DAHS, or not the one that was asked for; security: its databases cannot be opened
   3  the command line is wrong, or V5Strings.dll is not registered
 )";
 
@@ -41,7 +44,7 @@ Command CommandFrom(const std::wstring& word) {
     constexpr std::pair<const wchar_t*, Command> kCommands[] = {
         {L"check", Command::kCheck},       {L"list", Command::kList}, {L"show", Command::kShow},
         {L"--help", Command::kHelp},       {L"-h", Command::kHelp},   {L"/?", Command::kHelp},
-        {L"--version", Command::kVersion}, {L"help", Command::kHelp},
+        {L"--version", Command::kVersion}, {L"help", Command::kHelp}, {L"security", Command::kSecurity},
     };
     for (const auto& [name, command] : kCommands) {
         if (word == name) {
@@ -74,22 +77,23 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     }
     line.command = CommandFrom(arguments[0]);
     const bool is_show = line.command == Command::kShow;
+    const bool is_for_one_dahs = is_show || line.command == Command::kSecurity;
     struct Switch {
         const wchar_t* name;
-        bool only_show;
+        bool is_allowed;
         bool CommandLine::*flag;
     };
-    constexpr Switch kSwitches[] = {{L"--json", false, &CommandLine::json},
-                                    {L"--noninteractive", true, &CommandLine::noninteractive},
-                                    {L"--dotnet", true, &CommandLine::dot_net},
-                                    {L"--show-passwords", true, &CommandLine::show_passwords}};
+    const Switch switches[] = {{L"--json", true, &CommandLine::json},
+                               {L"--noninteractive", is_for_one_dahs, &CommandLine::noninteractive},
+                               {L"--dotnet", is_show, &CommandLine::dot_net},
+                               {L"--show-passwords", is_show, &CommandLine::show_passwords}};
     for (size_t i = 1; i < arguments.size(); ++i) {
         const std::wstring& word = arguments[i];
         if (word == L"--help" || word == L"-h") {
             line.command = Command::kHelp;
             return line;
         }
-        if (is_show && (word == L"--dahs" || word == L"--site")) {
+        if (is_for_one_dahs && (word == L"--dahs" || word == L"--site")) {
             if (i + 1 == arguments.size()) {
                 throw UsageError(L"a value is missing after " + word);
             }
@@ -102,8 +106,8 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             continue;
         }
         bool known = false;
-        for (const Switch& option : kSwitches) {
-            if (word == option.name && (is_show || !option.only_show)) {
+        for (const Switch& option : switches) {
+            if (word == option.name && option.is_allowed) {
                 line.*option.flag = true;
                 known = true;
             }

@@ -8,12 +8,12 @@
 
 namespace v5site {
 
-enum class Command { kHelp, kVersion, kCheck, kList, kShow };
+enum class Command { kHelp, kVersion, kCheck, kList, kShow, kSecurity };
 
 struct CommandLine {
     Command command = Command::kHelp;
-    std::optional<long> dahs_id;          // show: this DAHS, not the first
-    std::optional<std::wstring> site_id;  // show: the first DAHS of this site
+    std::optional<long> dahs_id;          // show, security: this DAHS, not the first
+    std::optional<std::wstring> site_id;  // show, security: the first DAHS of this site
     bool noninteractive = false;
     bool dot_net = false;
     bool json = false;

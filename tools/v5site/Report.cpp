@@ -5,6 +5,7 @@
 
 #include "Json.h"
 #include "PasswordMask.h"
+#include "SecurityReport.h"
 
 namespace v5site {
 
@@ -194,7 +195,7 @@ Report Run(const CommandLine& line, SiteClient& site) {
         return Nothing(line.dahs_id ? L"DAHS " + std::to_wstring(*line.dahs_id) + L" is not defined or not usable"
                                     : site.Findings().back());
     }
-    return Show(line, site);
+    return line.command == Command::kSecurity ? ShowSecurity(line, site.Security()) : Show(line, site);
 }
 
 }  // namespace v5site

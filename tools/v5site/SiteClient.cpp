@@ -189,4 +189,13 @@ std::vector<Setting> SiteClient::Connections() const {
     };
 }
 
+SecuritySite SiteClient::Security() const {
+    _DahsIniMain* main = main_.Get();
+    using Main = _DahsIniMain;
+    return {.site_id = Text(main, &Main::get_SiteID),
+            .language_id = Text(main, &Main::get_LanguageID),
+            .config_database = Text(main, &Main::get_SqlConnectionString_Config),
+            .alarms_database = Text(main, &Main::get_SqlConnectionString_Alarms)};
+}
+
 }  // namespace v5site

@@ -41,6 +41,11 @@ class ClientError : public std::exception {
     std::wstring what_;
 };
 
+// What the user security of the chosen DAHS's site is read with.
+struct SecuritySite {
+    std::wstring site_id, language_id, config_database, alarms_database;
+};
+
 class SiteClient {
   public:
     // Creates the configuration object. Throws ClientError when the component is not registered.
@@ -60,6 +65,7 @@ class SiteClient {
     std::vector<Setting> Settings() const;
     std::vector<Setting> Folders() const;
     std::vector<Setting> Connections() const;
+    SecuritySite Security() const;
 
   private:
     Microsoft::WRL::ComPtr<_DahsIniMain> main_;

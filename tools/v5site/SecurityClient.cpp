@@ -1,0 +1,195 @@
+#include "SecurityClient.h"
+
+#include <comutil.h>
+#include <ocidl.h>
+#include <oleauto.h>
+
+#include <array>
+#include <cwchar>
+
+#include "V5DBIL.h"
+
+namespace v5site {
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr size_t kChangesShown = 20;
+constexpr long kRecordsSearched = 2000;  // the newest; other programs write to the event log too
+
+std::wstring TextOf(BSTR text) {
+    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
+}
+
+template <class Interface>
+ComPtr<Interface> Create(REFCLSID clsid, const wchar_t* name) {
+    ComPtr<Interface> object;
+    if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)))) {
+        throw ClientError(std::wstring(L"cannot create ") + name + L" (is it registered with regsvr32?)");
+    }
+    return object;
+}
+
+// Collects the Message events of an object while it lives. Nobody else's reference keeps it alive.
+class Listener final : public IDispatch {
+  public:
+    Listener(IUnknown* source, REFIID events, std::vector<std::wstring>& messages) : messages_(messages) {
+        ComPtr<IConnectionPointContainer> container;
+        if (SUCCEEDED(source->QueryInterface(IID_PPV_ARGS(&container))) &&
+            SUCCEEDED(container->FindConnectionPoint(events, &point_))) {
+            point_->Advise(this, &cookie_);
+        }
+    }
+    virtual ~Listener() {
+        if (cookie_ != 0) {
+            point_->Unadvise(cookie_);
+        }
+    }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID, void** object) override {  // whatever is asked for is the event interface
+        *object = this;
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*) override {
+        if (arguments->cArgs == 2 && V_VT(&arguments->rgvarg[0]) == VT_BSTR) {
+            messages_.push_back(TextOf(V_BSTR(&arguments->rgvarg[0])));  // the last argument comes first
+        }
+        return S_OK;
+    }
+
+  private:
+    std::vector<std::wstring>& messages_;
+    ComPtr<IConnectionPoint> point_;
+    DWORD cookie_ = 0;
+};
+
+// The members of a published enumeration, from the component's type library.
+std::vector<NamedNumber> Enumeration(IDispatch* object, const wchar_t* name) {
+    ComPtr<ITypeInfo> ofObject;
+    ComPtr<ITypeLib> library;
+    UINT index = 0;
+    std::vector<NamedNumber> members;
+    if (FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &ofObject)) ||
+        FAILED(ofObject->GetContainingTypeLib(&library, &index))) {
+        return members;
+    }
+    ComPtr<ITypeInfo> info;
+    MEMBERID id = 0;
+    USHORT found = 1;
+    std::wstring wanted(name);
+    if (FAILED(library->FindName(wanted.data(), 0, &info, &id, &found)) || found == 0) {
+        return members;
+    }
+    VARDESC* description = nullptr;
+    for (UINT i = 0; SUCCEEDED(info->GetVarDesc(i, &description)); ++i) {
+        _bstr_t member;
+        info->GetDocumentation(description->memid, member.GetAddress(), nullptr, nullptr, nullptr);
+        members.push_back({V_I4(description->lpvarValue), TextOf(member)});
+        info->ReleaseVarDesc(description);
+    }
+    return members;
+}
+
+NamedNumber Named(long number, const std::vector<NamedNumber>& names) {
+    for (const NamedNumber& candidate : names) {
+        if (candidate.number == number) {
+            return candidate;
+        }
+    }
+    return {number, L""};
+}
+
+std::wstring Timestamp(double date) {
+    SYSTEMTIME time{};
+    VariantTimeToSystemTime(date, &time);
+    std::array<wchar_t, 32> text{};
+    std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u", time.wYear, time.wMonth, time.wDay,
+                  time.wHour, time.wMinute, time.wSecond);
+    return text.data();
+}
+
+std::wstring Field(SAFEARRAY* records, LONG row, LONG column) {
+    LONG position[] = {row, column};
+    _variant_t value;
+    SafeArrayGetElement(records, position, &value);
+    return V_VT(&value) == VT_DATE ? Timestamp(V_DATE(&value)) : TextOf(_bstr_t(value));
+}
+
+std::vector<Change> LastChanges(const SecuritySite& site) {
+    const auto database = Create<IDatabaseInterface>(CLSID_DatabaseInterface, L"V5DBIL.DatabaseInterface");
+    const _bstr_t id(site.site_id.c_str()), none(L"");
+    VARIANT_BOOL done = VARIANT_FALSE;
+    _variant_t records;
+    database->SetApplicationName(_bstr_t(L"v5site"), &done);
+    database->Initialise(id, _bstr_t(site.language_id.c_str()), _bstr_t(site.config_database.c_str()),
+                         _bstr_t(site.alarms_database.c_str()), none, none, none, VARIANT_TRUE, 0, &done);
+    database->OpenSite(id, -1, -1, -1, 0, 0, 0, &done);
+    database->ReadEventLog(id, kRecordsSearched, records.GetAddress());
+    std::vector<Change> changes;
+    LONG last = -1;
+    if ((V_VT(&records) & VT_ARRAY) != 0) {
+        SafeArrayGetUBound(V_ARRAY(&records), 1, &last);
+    }
+    for (LONG row = 0; row <= last; ++row) {
+        if (Field(V_ARRAY(&records), row, EventLogColumn_Category) == L"SECURITY") {
+            changes.push_back({Field(V_ARRAY(&records), row, EventLogColumn_Time),
+                               Field(V_ARRAY(&records), row, EventLogColumn_Tag),
+                               Field(V_ARRAY(&records), row, EventLogColumn_Text)});
+        }
+    }
+    if (changes.size() > kChangesShown) {
+        changes.erase(changes.begin(), changes.end() - kChangesShown);
+    }
+    database->Close();
+    return changes;
+}
+
+}  // namespace
+
+SecurityFacts ReadSecurity(const SecuritySite& site) {
+    const auto security = Create<_NimboSecurity>(__uuidof(NimboSecurity), L"V5Strings.NimboSecurity");
+    SecurityFacts facts;
+    const Listener listener(security.Get(), DIID___NimboSecurity, facts.messages);
+    VARIANT_BOOL done = VARIANT_FALSE;
+    security->Setup(_bstr_t(site.site_id.c_str()), _bstr_t(site.language_id.c_str()),
+                    _bstr_t(site.config_database.c_str()), _bstr_t(site.alarms_database.c_str()), _bstr_t(L"v5site"),
+                    VARIANT_TRUE, &done);
+    facts.is_open = done != VARIANT_FALSE;
+    if (!facts.is_open) {
+        return facts;
+    }
+    const auto levels = Enumeration(security.Get(), L"PrivilegeLevelEnum");
+    SecurityEnabledEnum status{};
+    PrivilegeLevelEnum level{};
+    security->get_SecurityEnabledStatus(&status);
+    facts.status = Named(status, Enumeration(security.Get(), L"SecurityEnabledEnum"));
+    security->GetUserPrivilegeLevel(&level);
+    facts.user_level = Named(level, levels);
+    _bstr_t user, list1, list2, list3;
+    security->GetCurrentUserName(user.GetAddress());
+    facts.user = TextOf(user);
+    security->GetSidsForPrivilegeLevels(list1.GetAddress(), list2.GetAddress(), list3.GetAddress(), &done);
+    facts.lists[0] = TextOf(list1);
+    facts.lists[1] = TextOf(list2);
+    facts.lists[2] = TextOf(list3);
+    for (const NamedNumber& restriction : Enumeration(security.Get(), L"RestrictionIDEnum")) {
+        security->GetMinPrivilegeLevelForPID(restriction.number, &level);
+        facts.minimums.push_back({restriction, Named(level, levels)});
+    }
+    security->Teardown();
+    facts.changes = LastChanges(site);
+    return facts;
+}
+
+}  // namespace v5site

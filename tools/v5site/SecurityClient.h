@@ -1,0 +1,43 @@
+// The published class NimboSecurity and the database interface, as v5site uses them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "SiteClient.h"
+
+namespace v5site {
+
+// A level or a restriction: its number and its published name ("" when the number has none).
+struct NamedNumber {
+    long number = 0;
+    std::wstring name;
+};
+
+struct Minimum {
+    NamedNumber restriction;
+    NamedNumber level;
+};
+
+// A record of the site's event log.
+struct Change {
+    std::wstring time;  // yyyy-MM-dd HH:mm:ss
+    std::wstring tag;
+    std::wstring text;
+};
+
+struct SecurityFacts {
+    bool is_open = false;  // whether the databases could be opened; else only `messages` means something
+    NamedNumber status;
+    std::wstring user;
+    NamedNumber user_level;
+    std::wstring lists[3];               // levels 1, 2 and 3
+    std::vector<Minimum> minimums;       // of every published restriction
+    std::vector<Change> changes;         // the last ones, oldest first
+    std::vector<std::wstring> messages;  // what the component reported meanwhile
+};
+
+// Reads the security of a site. Throws ClientError when a component is not registered.
+SecurityFacts ReadSecurity(const SecuritySite& site);
+
+}  // namespace v5site

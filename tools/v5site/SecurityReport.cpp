@@ -1,0 +1,101 @@
+#include "SecurityReport.h"
+
+#include <algorithm>
+
+#include "Json.h"
+#include "SecurityClient.h"
+
+namespace v5site {
+
+namespace {
+
+std::wstring Padded(std::wstring text, size_t width) {
+    text.resize(std::max(width, text.size()), L' ');
+    return text;
+}
+
+std::wstring Display(const NamedNumber& value) {
+    const std::wstring number = std::to_wstring(value.number);
+    return value.name.empty() ? number : number + L"  " + value.name;
+}
+
+std::wstring Lines(const SecurityFacts& facts) {
+    std::wstring text = L"Security    " + Display(facts.status) + L"\n" +  //
+                        L"User        " + facts.user + L", level " + Display(facts.user_level) + L"\n";
+    for (size_t i = 0; i < std::size(facts.lists); ++i) {
+        text += L"Level " + std::to_wstring(i + 1) + L"     " +
+                (facts.lists[i].empty() ? L"(nobody)" : facts.lists[i]) + L"\n";
+    }
+    size_t width = 0;
+    for (const Minimum& minimum : facts.minimums) {
+        width = std::max(width, minimum.restriction.name.size());
+    }
+    text += L"\nMinimum levels\n";
+    for (const Minimum& minimum : facts.minimums) {
+        text += L"  " + std::to_wstring(minimum.restriction.number) + L"  " + Padded(minimum.restriction.name, width) +
+                L"  " + Display(minimum.level) + L"\n";
+    }
+    text += facts.changes.empty() ? L"\nNo changes recorded\n" : L"\nLast changes\n";
+    for (const Change& change : facts.changes) {
+        text += L"  " + change.time + L"  " + change.tag + L"  " + change.text + L"\n";
+    }
+    return text;
+}
+
+std::wstring JsonNamed(const NamedNumber& value, int depth) {
+    return JsonSettings({{L"number", value.number}, {L"name", value.name}}, depth);
+}
+
+std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth) {
+    std::vector<std::wstring> items;
+    for (const std::wstring& text : texts) {
+        items.push_back(JsonText(text));
+    }
+    return JsonArray(items, depth);
+}
+
+std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
+    std::vector<std::wstring> minimums, changes;
+    for (const Minimum& minimum : facts.minimums) {
+        minimums.push_back(JsonSettings({{L"restriction", minimum.restriction.number},
+                                         {L"name", minimum.restriction.name},
+                                         {L"level", minimum.level.number},
+                                         {L"levelName", minimum.level.name}},
+                                        2));
+    }
+    for (const Change& change : facts.changes) {
+        changes.push_back(JsonSettings({{L"time", change.time}, {L"tag", change.tag}, {L"text", change.text}}, 2));
+    }
+    return JsonObject(
+               {{L"site", JsonText(site.site_id)},
+                {L"status", JsonNamed(facts.status, 1)},
+                {L"user", JsonText(facts.user)},
+                {L"userLevel", JsonNamed(facts.user_level, 1)},
+                {L"lists",
+                 JsonSettings({{L"level1", facts.lists[0]}, {L"level2", facts.lists[1]}, {L"level3", facts.lists[2]}},
+                              1)},
+                {L"minimums", JsonArray(minimums, 1)},
+                {L"changes", JsonArray(changes, 1)},
+                {L"messages", JsonTexts(facts.messages, 1)}},
+               0) +
+           L"\n";
+}
+
+}  // namespace
+
+Report ShowSecurity(const CommandLine& line, const SecuritySite& site) {
+    const SecurityFacts facts = ReadSecurity(site);
+    Report report;
+    for (const std::wstring& message : facts.messages) {
+        report.errors += L"v5site: " + message + L"\n";
+    }
+    if (!facts.is_open) {
+        report.status = kNoDahs;
+        return report;
+    }
+    report.status = facts.messages.empty() ? kFine : kProblems;
+    report.output = line.json ? Json(site, facts) : L"Site        " + site.site_id + L"\n" + Lines(facts);
+    return report;
+}
+
+}  // namespace v5site
