@@ -64,9 +64,19 @@ void Footnotes(Table& table) {
          .runs = 2,
          .operations = kRounds * static_cast<double>(kTexts)},
         [&] { AskList(texts, kTexts); }, [&] { AskDictionary(texts, kTexts); });
+    // Ten times as many footnotes are to cost at most eleven times as much: equal work on both sides, so that both meet
+    // the same noise.
     table.Compare(
-        {.name = "footnotes: 100,000 / 10,000, each asked for 10 times", .goal = 11.0, .runs = 15},
-        [&] { AskList(texts, kTexts); }, [&] { AskList(texts, kTexts / 10); });
+        {.name = "footnotes: one list of 100,000 / ten of 10,000",
+         .goal = 1.1,
+         .runs = 21,
+         .operations = kRounds * static_cast<double>(kTexts)},
+        [&] { AskList(texts, kTexts); },
+        [&] {
+            for (int list = 0; list < 10; ++list) {
+                AskList(texts, kTexts / 10);
+            }
+        });
 }
 
 const Benchmark registered("footnotes", Footnotes);
