@@ -7,8 +7,10 @@
 #include "footnotes/Footnote.h"
 #include "footnotes/FootnoteList.h"
 #include "log/LogFileClass.h"
+#include "productinfo/NimboHelp.h"
 #include "security/NimboSecurity.h"
 #include "surface/NimboErrorNumbers.h"
+#include "surface/NimboStringsMain.h"
 
 namespace v5 {
 
@@ -21,14 +23,16 @@ constexpr ClassEntry Row(const wchar_t* description) {
 }
 
 constexpr ClassEntry kClasses[] = {
-    Row<Footnote, ::Footnote>(L"V5Strings footnote"),
-    Row<FootnoteList, ::FootnoteList>(L"V5Strings footnote list"),
+    Row<NimboStringsMain, ::NimboStringsMain>(L"V5Strings dialogs and product information"),
     Row<LogFileClass, ::LogFileClass>(L"V5Strings log file"),
     Row<NimboErrorNumbers, ::NimboErrorNumbers>(L"V5Strings error numbers"),
     Row<DahsIniMain, ::DahsIniMain>(L"V5Strings site configuration"),
     Row<DahsIniEntries, ::DahsIniEntries>(L"V5Strings DAHS entries"),
     Row<DahsIniEntry, ::DahsIniEntry>(L"V5Strings DAHS entry"),
     Row<NimboSecurity, ::NimboSecurity>(L"V5Strings user security"),
+    Row<NimboHelp, ::NimboHelp>(L"V5Strings product help"),
+    Row<FootnoteList, ::FootnoteList>(L"V5Strings footnote list"),
+    Row<Footnote, ::Footnote>(L"V5Strings footnote"),
 };
 
 }  // namespace

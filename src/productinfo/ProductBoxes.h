@@ -1,0 +1,16 @@
+// The about box and the support information box, each shown modally by one call: the window belongs to the calling
+// thread's active window and the call returns when the user has closed it. Each call may throw std::system_error when
+// the system has no room for a window and AutomationError when it has none for the picture.
+#pragma once
+
+#include "productinfo/AboutTexts.h"
+#include "productinfo/SupportInfo.h"
+
+namespace v5 {
+
+void ShowAboutBox(const AboutTexts& texts);
+
+// A click on the mail address, when it is a link, starts a support request in the user's mail program.
+void ShowSupportBox(const SupportInfo& info);
+
+}  // namespace v5
