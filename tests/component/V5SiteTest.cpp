@@ -122,6 +122,47 @@ TEST(V5Site, ListAndShowAreUnicodeAndHidePasswords) {
     EXPECT_EQ(Tool(L"show --dahs 2").status, 2u);
 }
 
+TEST(V5Site, SecurityAnswersAnAuditor) {
+    CLSID database;
+    if (FAILED(CLSIDFromProgID(L"V5DBIL.DatabaseInterface", &database))) {
+        GTEST_SKIP() << "the devkit's database is not built";
+    }
+    const std::string rest = ";Integrated Security=SSPI\nSQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\n";
+    const std::string head = "DahsComputerName=far\nBackupDir=b\nVantorDir=$folder$\\V\nSQLAlarms=Data Source=$folder$";
+    const SiteFolder folder("[Dahs1]\nSiteID=AB\n" + head +
+                            "\\site.db;Integrated Security=SSPI\nSQLConfig=Data Source=$folder$\\site.db" + rest +
+                            "[Dahs2]\nSiteID=CD\n" + head +
+                            "\\none\\x.db;Integrated Security=SSPI\nSQLConfig=Data Source=$folder$\\none\\x.db" + rest);
+    const std::wstring file = folder.Path() + L"\\site.db";
+    const auto security = CreateByName(L"V5Strings.NimboSecurity");
+    const std::wstring login = L"Data Source=" + file + L";Integrated Security=SSPI";
+    ASSERT_TRUE(static_cast<bool>(
+        Call(security.Get(), L"Setup", {L"AB", L"EN", login.c_str(), login.c_str(), L"Test", true}).value));
+    Call(security.Get(), L"EnableSecurity");
+    Call(security.Get(), L"SetMinPrivilegeLevelForRID", {301L, 52L});
+    Call(security.Get(), L"SetSidsForAllPrivilegeLevels", {L"", L"a\"b", L"", false});
+    Call(security.Get(), L"Teardown");
+
+    const Outcome plain = Tool(L"security");
+    EXPECT_EQ(plain.status, 0u) << plain.errors;
+    for (const char* part : {"Site        AB\n", "Security    2  Enabled_Configured\n", "Level 1     (nobody)\n",
+                             "Level 2     a\"b\n", "  STR-0105  Vantor security enabled by '",
+                             "  STR-0139  RID 301: min privilege level changed from '' to '52' by '"}) {
+        EXPECT_TRUE(Contains(plain.output, part)) << plain.output;
+    }
+    const Outcome json = Tool(L"security --site AB --json");
+    EXPECT_TRUE(Contains(json.output, "\"level2\": \"a\\\"b\"")) << json.output;
+    EXPECT_TRUE(Contains(json.output,
+                         "\"name\": \"RID_DBE_EditNewOccurs\",\n      \"level\": 52,\n      "
+                         "\"levelName\": \"PrivLevel_2\""))
+        << json.output;
+    const Outcome closed = Tool(L"security --dahs 2");
+    EXPECT_EQ(closed.status, 2u);
+    EXPECT_EQ(closed.output, "");
+    EXPECT_TRUE(Contains(closed.errors, "v5site: Can't setup DBIL [STR-0097]\n")) << closed.errors;
+    DeleteFileW(file.c_str());
+}
+
 TEST(V5Site, WrongCommandLinesAreExplained) {
     for (const wchar_t* arguments : {L"", L"frobnicate", L"check --dahs 1", L"show --dahs", L"show --dahs 1x",
                                      L"show --dahs 1 --site A", L"list --dotnet"}) {
