@@ -63,7 +63,8 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
         return GetMinPrivilegeLevelForPID(restriction, result);
     }
     STDMETHODIMP GetMinPrivilegeLevelForPID(long restriction, PrivilegeLevelEnum* result) override {
-        return ReturnQuietly(result, V5Strings::PrivLevel_3Low, [&] { return Published(security_.MinimumLevel(restriction)); });
+        return ReturnQuietly(result, V5Strings::PrivLevel_3Low,
+                             [&] { return Published(security_.MinimumLevel(restriction)); });
     }
     STDMETHODIMP SetMinPrivilegeLevelForRID(RestrictionIDEnum restriction, PrivilegeLevelEnum minimum,
                                             VARIANT_BOOL* result) override {
