@@ -103,7 +103,7 @@ class DahsChooserForm final : public ModalForm {
     }
 
     void OnOpening() override {
-        SetFocus(List());
+        FocusOn(List());
         if (selected_) {
             Select(*selected_);
         }
@@ -191,7 +191,7 @@ class DahsChooserForm final : public ModalForm {
         selected_ = SelectedRow();
         if (!chooser_.Rows().empty() && !selected_) {
             Report(L"Please choose a DAHS.");
-            SetFocus(List());
+            FocusOn(List());
             return;
         }
         cancelled_ = false;

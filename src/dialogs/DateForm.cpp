@@ -97,7 +97,7 @@ class DateForm final : public ModalForm {
         return {UnitsX(kContentWidth + 2 * kMargin), UnitsY(top + kButtonHeight + kMargin)};
     }
 
-    void OnOpening() override { SetFocus(model_.NoDate() ? Control(kNoDateBox) : Control(Day(model_.SelectedCell()))); }
+    void OnOpening() override { FocusOn(model_.NoDate() ? Control(kNoDateBox) : Control(Day(model_.SelectedCell()))); }
 
     void OnCommand(int id, int notification) override {
         if (time_.OnCommand(id, notification)) {
@@ -166,7 +166,7 @@ class DateForm final : public ModalForm {
                     model_.MoveDays(each.days);
                 }
                 ShowMonth();
-                SetFocus(Control(Day(model_.SelectedCell())));
+                FocusOn(Control(Day(model_.SelectedCell())));
                 return true;
             }
         }
@@ -295,7 +295,7 @@ class DateForm final : public ModalForm {
     void StepYear(bool up) {
         model_.StepYear(up);
         ShowMonth();
-        SetFocus(Control(kYear));
+        FocusOn(Control(kYear));
         SendMessageW(Control(kYear), EM_SETSEL, 0, -1);
     }
 

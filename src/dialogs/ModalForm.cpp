@@ -299,6 +299,10 @@ HWND ModalForm::AddControl(const ControlSpec& spec) {
         throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "cannot create a control");
     }
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    const LRESULT kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
+    if ((kind & DLGC_DEFPUSHBUTTON) != 0) {
+        SendMessageW(window_, DM_SETDEFID, static_cast<WPARAM>(spec.id), 0);
+    }
     return control;
 }
 

@@ -67,7 +67,8 @@ class ModalForm {
     HWND Window() const { return window_; }
     HWND Control(int id) const { return GetDlgItem(window_, id); }
 
-    // Creates a control with the form's font. AddControls does so for a table of them, in its order.
+    // Creates a control with the form's font; a BS_DEFPUSHBUTTON becomes the button that Enter presses. AddControls
+    // does so for a table of them, in its order.
     HWND AddControl(const ControlSpec& spec);
     void AddControls(std::span<const ControlSpec> specs);
 

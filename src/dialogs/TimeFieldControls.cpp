@@ -114,7 +114,7 @@ std::optional<LRESULT> TimeFieldControls::OnNotify(const NMHDR& notice) {
     for (const TimePart each : kParts) {
         Show(each);
     }
-    SetFocus(form_.Control(ids::TimeText(*part)));
+    form_.FocusOn(form_.Control(ids::TimeText(*part)));
     Select(*part, 0, fields_.Text(*part).size());
     return TRUE;  // the position is set already
 }
@@ -165,7 +165,7 @@ bool TimeFieldControls::MoveCaretOut(TimePart part, WPARAM key) {
          next += step) {
         const TimePart neighbour = kParts[next];
         if (IsShown(neighbour)) {
-            SetFocus(form_.Control(ids::TimeText(neighbour)));
+            form_.FocusOn(form_.Control(ids::TimeText(neighbour)));
             Select(neighbour, 0, fields_.Text(neighbour).size());
             return true;
         }

@@ -82,9 +82,8 @@ class TimedMessageBoxForm final : public ModalForm {
     }
 
     void OnOpening() override {
-        SendMessageW(Window(), DM_SETDEFID, static_cast<WPARAM>(IdOf(model_.DefaultButton())), 0);
-        SetFocus(Control(IdOf(model_.DefaultButton())));
-        SetForegroundWindow(Window());
+        FocusOn(Control(IdOf(model_.DefaultButton())));
+        SetForegroundWindow(Window());  // a message is to be seen, whatever other window the user works in
         if (model_.HasTimeout()) {
             SetTimer(Window(), kTimer, kTickMilliseconds, nullptr);
         }

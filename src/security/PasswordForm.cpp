@@ -50,7 +50,7 @@ class PasswordWindow final : public ModalForm {
         return {right + UnitsX(kMargin), bottom + UnitsY(kMargin)};
     }
 
-    void OnOpening() override { SetFocus(Control(ids::kPassword)); }
+    void OnOpening() override { FocusOn(Control(ids::kPassword)); }
 
     void OnCommand(int id, int) override {
         if (id == IDOK) {

@@ -60,6 +60,26 @@ DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary, bool allowRemote
     return {chosen == VARIANT_TRUE, dahsId};
 }
 
+void ShowVantorAboutBox(const std::wstring& application) {
+    EXPECT_EQ(Facade()->ShowVantorAboutBox(nullptr, Bstr(application)), S_OK);
+}
+
+void ShowVantorSupportInfo() {
+    EXPECT_EQ(Facade()->ShowVantorSupportInfo(nullptr), S_OK);
+}
+
+LoadedComponent::LoadedComponent() {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    object_ = Facade().Detach();
+}
+
+LoadedComponent::~LoadedComponent() {
+    if (object_ != nullptr) {
+        object_->Release();
+    }
+    CoUninitialize();
+}
+
 double DateOf(int year, int month, int day, int hour, int minute) {
     SYSTEMTIME time{};
     time.wYear = static_cast<WORD>(year);

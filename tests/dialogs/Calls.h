@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <unknwn.h>
+
 #include <string>
 
 #include "Driver.h"
@@ -26,6 +28,22 @@ struct DahsAnswer {
     long dahsId = -1;
 };
 DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary = true, bool allowRemote = true);
+
+void ShowVantorAboutBox(const std::wstring& application);
+void ShowVantorSupportInfo();
+
+// Keeps the component loaded while it lives. Otherwise each ModalCall loads it anew, with the system libraries it
+// needs.
+class LoadedComponent {
+  public:
+    LoadedComponent();
+    ~LoadedComponent();
+    LoadedComponent(const LoadedComponent&) = delete;
+    LoadedComponent& operator=(const LoadedComponent&) = delete;
+
+  private:
+    IUnknown* object_ = nullptr;
+};
 
 // The automation date of a day and time of day.
 double DateOf(int year, int month, int day, int hour = 0, int minute = 0);
