@@ -1,6 +1,7 @@
 // LogFileClass on real files: sharing, sudden death, files that cannot be had, texts that do not fit the code page.
 #include "V5Strings.h"
 #include "component/Client.h"
+#include "component/Packages.h"
 
 #include <algorithm>
 #include <fstream>
@@ -155,6 +156,29 @@ TEST_F(LogFileTest, RunHasStartLineHeaderAndEndLine) {
     char date[128];
     GetDateFormatA(LOCALE_USER_DEFAULT, DATE_LONGDATE, &now, nullptr, date, sizeof date);
     EXPECT_TRUE(inside[1].starts_with(std::string(date) + " ")) << inside[1];
+}
+
+// The lines of the header's box that name releases, without the box.
+std::vector<std::string> ReleaseLines(const std::wstring& path) {
+    const std::vector<std::string> lines = Lines(FileBytes(path));
+    std::vector<std::string> releases;
+    for (size_t i = 6; i < 9; ++i) {
+        releases.push_back(lines.at(i).substr(3));
+        releases.back().erase(releases.back().find_last_not_of(" *") + 1);
+    }
+    return releases;
+}
+
+TEST_F(LogFileTest, HeaderNamesTheInstalledReleases) {
+    if (!HavePackages()) {
+        GTEST_SKIP() << "no installer packages were built";
+    }
+    const InstalledPackage main(L"main");
+    const InstalledPackage web(L"web");
+    Log log;
+    ASSERT_TRUE(log.Start(path, L"Title"));
+    log.object->StopLog();
+    EXPECT_EQ(ReleaseLines(path), (std::vector<std::string>{"    Release 5.3.12", "", "    VantorWeb ??"}));
 }
 
 TEST_F(LogFileTest, NameWithoutFolderStandsBesideTheLibrary) {
