@@ -11,7 +11,7 @@ void Security::Teardown() {
 }
 
 void Security::ClearLogonMemory() {
-    site_.Guard([&] { site_.Database().ForgetLogons(site_.SiteID()); });
+    site_.Guard([&] { site_.Database()->ForgetLogons(site_.SiteID()); });
 }
 
 void Security::SetEnabled(bool enabled) {

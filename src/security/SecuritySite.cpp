@@ -21,30 +21,30 @@ void SecuritySite::Connect(const SiteConnection& connection, std::wstring_view a
     } catch (const AutomationError&) {
         throw SecurityProblem(kNoDatabase);
     }
-    if (!database_->SetApplicationName(applicationName)) {
+    const auto database = database_;
+    if (!database->SetApplicationName(applicationName)) {
         throw SecurityProblem(kNoDatabase);
     }
     siteID_ = connection.siteID;
-    if (!database_->Initialise(connection)) {
+    if (!database->Initialise(connection)) {
         throw SecurityProblem(L"Can't setup DBIL [STR-0096]");
     }
-    if (!database_->OpenSite(siteID_)) {
+    if (!database->OpenSite(siteID_)) {
         throw SecurityProblem(L"Can't setup DBIL [STR-0097]");
     }
 }
 
 void SecuritySite::Disconnect() {
-    if (database_) {
-        const auto closing = std::move(database_);  // released also when closing fails
-        closing->Close();
+    if (const auto database = std::move(database_)) {  // released also when closing fails
+        database->Close();
     }
 }
 
-SiteDatabase& SecuritySite::Database() {
+std::shared_ptr<SiteDatabase> SecuritySite::Database() const {
     if (!database_) {
         throw AutomationError::RunTime(91, L"Object variable or With block variable not set");
     }
-    return *database_;
+    return database_;
 }
 
 std::wstring SecuritySite::Timestamp() const {
@@ -54,7 +54,7 @@ std::wstring SecuritySite::Timestamp() const {
 StoredDocument SecuritySite::Load(const DocumentFormat& format) {
     StoredDocument document;
     document.format = &format;
-    document.stored = Database().ReadLookup(siteID_, format.key);
+    document.stored = Database()->ReadLookup(siteID_, format.key);
     document.isStored = !Trim(document.stored).empty();
     if (document.isStored) {
         document.xml = Decode(document.stored);
@@ -83,14 +83,16 @@ StoredDocument SecuritySite::ReadForChange(const DocumentFormat& format, std::ws
 
 void SecuritySite::Save(const StoredDocument& document, std::wstring_view saveProblem,
                         std::initializer_list<EventRecord> records) {
+    const auto database = Database();
+    const std::wstring_view key = document.format->key;
     const std::wstring text = document.xml->Serialise();
     // A value with characters that XML cannot hold would make a document that nobody can read again.
-    if (!Parse(text) || !Write(*document.format, EncodeBase64(ToUtf8(text)))) {
+    if (!Parse(text) || !database->WriteLookup(siteID_, key, EncodeBase64(ToUtf8(text)))) {
         throw SecurityProblem(saveProblem);
     }
     for (const EventRecord& record : records) {
-        if (!Database().WriteEvent(siteID_, host_.LocalClock().LocalNow(), record)) {
-            Write(*document.format, document.stored);  // no change without its audit record
+        if (!database->WriteEvent(siteID_, host_.LocalClock().LocalNow(), record)) {
+            database->WriteLookup(siteID_, key, document.stored);  // no change without its audit record
             throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
         }
     }
@@ -106,10 +108,6 @@ std::unique_ptr<XmlDocument> SecuritySite::Decode(std::wstring_view stored) {
     } catch (const Base64Error&) {
         return nullptr;
     }
-}
-
-bool SecuritySite::Write(const DocumentFormat& format, std::wstring_view value) {
-    return Database().WriteLookup(siteID_, format.key, value);
 }
 
 void SecuritySite::ReportCurrentException() noexcept {

@@ -83,8 +83,9 @@ class SecuritySite {
 
     bool HasDatabase() const { return database_ != nullptr; }
 
-    // Throws AutomationError with the run-time's "no object" error before Connect.
-    SiteDatabase& Database();
+    // Throws AutomationError with the run-time's "no object" error before Connect. Keep the pointer for as long as the
+    // object is used: a client may disconnect while it handles one of the database's messages.
+    std::shared_ptr<SiteDatabase> Database() const;
 
     const std::wstring& SiteID() const { return siteID_; }
     SecurityHost& Host() { return host_; }
@@ -110,12 +111,11 @@ class SecuritySite {
     StoredDocument Load(const DocumentFormat& format);
     std::unique_ptr<XmlDocument> Parse(std::wstring_view text);
     std::unique_ptr<XmlDocument> Decode(std::wstring_view stored);
-    bool Write(const DocumentFormat& format, std::wstring_view value);
 
     SecurityHost& host_;
     MessageSink& messages_;
     std::wstring siteID_;
-    std::unique_ptr<SiteDatabase> database_;
+    std::shared_ptr<SiteDatabase> database_;
 };
 
 // The first element that `xpath` selects; when there is none, a new last element `name` under the root.

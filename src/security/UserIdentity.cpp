@@ -12,7 +12,7 @@ std::wstring UserIdentity::Name() {
 std::wstring UserIdentity::NameNoncached() {
     std::wstring name;
     try {
-        name = site_.Database().CurrentUserName(site_.SiteID());
+        name = site_.Database()->CurrentUserName(site_.SiteID());
     } catch (const AutomationError& failure) {
         site_.RaiseProblem(L"STR-0150: " + std::to_wstring(failure.Number()) + L", " + failure.Description());
     }
@@ -28,15 +28,15 @@ std::wstring UserIdentity::WindowsName() {
 bool UserIdentity::IsSqlAuthenticationUsed() {
     bool used = false;
     site_.Guard([&] {
-        SiteDatabase& database = site_.Database();
-        used = !database.UsesWindowsAuthentication(database.ConnectionString(site_.SiteID()));
+        const auto database = site_.Database();
+        used = !database->UsesWindowsAuthentication(database->ConnectionString(site_.SiteID()));
     });
     return used;
 }
 
 bool UserIdentity::IsSqlAuthenticationEnabled() {
     bool enabled = false;
-    site_.Guard([&] { enabled = site_.Database().AllowsSqlLogins(site_.SiteID()); });
+    site_.Guard([&] { enabled = site_.Database()->AllowsSqlLogins(site_.SiteID()); });
     return enabled;
 }
 

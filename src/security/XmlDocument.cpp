@@ -4,7 +4,7 @@ namespace v5 {
 
 namespace {
 
-constexpr size_t kMaxDocumentCharacters = 4 * 1024 * 1024;
+constexpr size_t kMaxDocumentCharacters = size_t{4} * 1024 * 1024;
 
 constexpr std::wstring_view kXmlWhiteSpace = L" \t\r\n";
 

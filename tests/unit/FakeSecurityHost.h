@@ -1,7 +1,9 @@
 // Stand-ins for what the security rules need from the machine. Any operation can be made to fail, by its name.
 #pragma once
 
+#include <algorithm>
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -35,9 +37,11 @@ struct LoggedEvent {
     bool operator==(const LoggedEvent&) const = default;
 };
 
-// What a test sets and sees. `failing` names the operation that fails.
+// What a test sets and sees. `failing` names the operation that fails, after `whenItFails` has run: what a client does
+// about the message that announces the failure.
 struct FakeMachine {
     std::string failing;
+    std::function<void()> whenItFails;
     std::vector<std::string> calls;
 
     std::map<std::wstring, std::wstring> rows;  // by document key
@@ -58,7 +62,13 @@ struct FakeMachine {
 
     bool Succeeds(const char* operation) {
         calls.emplace_back(operation);
-        return failing != operation;
+        if (failing != operation) {
+            return true;
+        }
+        if (whenItFails) {
+            whenItFails();
+        }
+        return false;
     }
     void Require(const char* operation) {
         if (!Succeeds(operation)) {

@@ -102,6 +102,24 @@ TEST_F(SecurityTest, TeardownReleasesTheDatabaseEvenWhenClosingFails) {
     EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther);
 }
 
+TEST_F(SecurityTest, AClientMayDisconnectWhileAFailureIsAnnounced) {
+    host.machine.isAdministrator = true;
+    host.machine.whenItFails = [this] { security.Teardown(); };
+    for (const char* failing :
+         {"SetApplicationName", "Initialise", "OpenSite", "ReadLookup", "ConnectionString", "UsesWindowsAuthentication",
+          "CurrentUserName", "AllowsSqlLogins", "ForgetLogons", "IsCurrentUserAnAdministrator"}) {
+        host.machine.failing = failing;
+        Connect();
+        security.Check(301, {});
+        security.User().NameNoncached();
+        security.User().IsSqlAuthenticationEnabled();
+        security.ClearLogonMemory();
+        EXPECT_FALSE(messages.Take().empty()) << failing;
+        EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther) << failing;
+        messages.Take();
+    }
+}
+
 TEST_F(SecurityTest, TheFirstNameStaysAndTheNoncachedNameFollows) {
     host.machine.sqlUser = L"jsmith";
     ASSERT_TRUE(Connect());

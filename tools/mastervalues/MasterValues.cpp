@@ -50,7 +50,7 @@ int main(int count, char** arguments) {
         printable = printable && c > ' ' && c <= '~' && c != '"' && c != '\\';
     }
     if (!printable) {
-        std::fprintf(stderr, "usage: v5mastervalues KEY (6 printable ASCII characters, neither \" nor \\)\n");
+        (void)std::fprintf(stderr, "usage: v5mastervalues KEY (6 printable ASCII characters, neither \" nor \\)\n");
         return 1;
     }
     std::printf("inline constexpr std::wstring_view kScramblerKey = L\"%s\";\n", key.c_str());

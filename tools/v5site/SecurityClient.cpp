@@ -114,8 +114,8 @@ std::wstring Timestamp(double date) {
     SYSTEMTIME time{};
     VariantTimeToSystemTime(date, &time);
     std::array<wchar_t, 32> text{};
-    std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u", time.wYear, time.wMonth, time.wDay,
-                  time.wHour, time.wMinute, time.wSecond);
+    (void)std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u", time.wYear, time.wMonth, time.wDay,
+                        time.wHour, time.wMinute, time.wSecond);
     return text.data();
 }
 

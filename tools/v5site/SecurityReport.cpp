@@ -48,6 +48,7 @@ std::wstring JsonNamed(const NamedNumber& value, int depth) {
 
 std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth) {
     std::vector<std::wstring> items;
+    items.reserve(texts.size());
     for (const std::wstring& text : texts) {
         items.push_back(JsonText(text));
     }
