@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "base/Text.h"
 #include "platform/AnsiCodePage.h"
@@ -77,6 +78,12 @@ std::wstring ComputerName(COMPUTER_NAME_FORMAT format) {
     return name;
 }
 
+// The short name that Windows networking uses, cut to 15 characters and in upper case, then those of the DNS.
+std::vector<std::wstring> ComputerNames() {
+    return {ComputerName(ComputerNameNetBIOS), ComputerName(ComputerNameDnsHostname),
+            ComputerName(ComputerNameDnsFullyQualified)};
+}
+
 }  // namespace
 
 std::wstring WindowsSiteHost::ExpandEnvironment(const std::wstring& text) const {
@@ -128,14 +135,10 @@ std::wstring WindowsSiteHost::LocalComputerName() const {
 }
 
 bool WindowsSiteHost::IsLocalComputer(const std::wstring& name) const {
-    if (name.empty()) {
-        return false;
-    }
-    // The short name that Windows networking uses, cut to 15 characters and in upper case, then those of the DNS.
-    constexpr COMPUTER_NAME_FORMAT kFormats[] = {ComputerNameNetBIOS, ComputerNameDnsHostname,
-                                                 ComputerNameDnsFullyQualified};
-    return std::any_of(std::begin(kFormats), std::end(kFormats),
-                       [&](COMPUTER_NAME_FORMAT format) { return EqualsIgnoreCase(name, ComputerName(format)); });
+    // Asked for once: a computer gets another name only when it restarts, and asking is slow.
+    static const std::vector<std::wstring> names = ComputerNames();
+    return !name.empty() &&
+           std::any_of(names.begin(), names.end(), [&](const auto& local) { return EqualsIgnoreCase(name, local); });
 }
 
 std::optional<std::uint64_t> WindowsSiteHost::SystemAffinityMask() const {

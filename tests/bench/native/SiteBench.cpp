@@ -1,0 +1,59 @@
+// Reading a site file: parsing and all rules, against a general-purpose INI library that loads the same file and looks
+// the same values up; and the cost of sections that are none of ours.
+#define SI_NO_CONVERSION  // bytes as they are
+#include <SimpleIni.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "bench/Bench.h"
+#include "bench/SiteFile.h"
+#include "config/DahsSection.h"
+
+namespace v5::bench {
+namespace {
+
+void ReadSite(const std::string& bytes) {
+    const IniFile file(bytes, SiteSections(),
+                       [](std::string_view text) { return std::wstring(text.begin(), text.end()); });
+    DahsEntryList entries;
+    std::vector<std::wstring> problems;
+    ReadDahsEntries(file, L"Vantor5.INI", BlankConnections::kIgnoreEntry, entries, problems);
+    if (entries.Count() != 99 || !problems.empty()) {
+        throw std::runtime_error("the site file is not sound");
+    }
+    Keep(entries);
+}
+
+void ReadingASite(Table& table) {
+    const std::string bytes = SiteFile("C:\\Vantor5");
+    const auto ours = [&] { ReadSite(bytes); };
+    const auto peers = [&] {
+        CSimpleIniA ini;
+        ini.LoadData(bytes);
+        for (int number = 1; number <= 99; ++number) {
+            const std::string section = "Dahs" + std::to_string(number);
+            for (const char* key : kSiteKeys) {
+                Keep(ini.GetValue(section.c_str(), key));
+            }
+        }
+    };
+    table.Compare({.name = "site: 99 entries, all rules / SimpleIni", .goal = 0.5, .runs = 15}, ours, peers);
+}
+
+void PassingForeignSections(Table& table) {
+    const std::string bytes = SiteFile("C:\\Vantor5");
+    std::string padded = bytes;
+    for (int section = 0; padded.size() < 10 * bytes.size(); ++section) {
+        padded += "[Printer" + std::to_string(section) + "]\r\nPort=LPT1\r\nSiteID=none of ours\r\nPaper=A4\r\n";
+    }
+    table.Compare(
+        {.name = "site: padded tenfold / as it is", .goal = 11, .runs = 15}, [&] { ReadSite(padded); },
+        [&] { ReadSite(bytes); });
+}
+
+const Benchmark reading("site file", ReadingASite);
+const Benchmark padding("site file, padded", PassingForeignSections);
+
+}  // namespace
+}  // namespace v5::bench

@@ -1,0 +1,136 @@
+// Reading a site through the registered class, every text of every entry included, against the same values read one by
+// one with the system's profile function. Both find the file freshly written, as after an edit; the system does not
+// trust what it keeps of such a file and parses it again for every value.
+#include <windows.h>
+// after windows.h, which it needs:
+#include <comutil.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+#include "V5Strings.h"
+#include "bench/Bench.h"
+#include "bench/SiteFile.h"
+#include "bench/windows/Com.h"
+
+namespace v5::bench {
+namespace {
+
+constexpr wchar_t kVariable[] = L"VANTOR5_SYSTEM_FOLDER";
+constexpr UINT kTextProperties = 33;  // of an entry: texts, among them 24 connection strings
+constexpr int kEntries = 99;
+
+// A folder with the site file in it, found by way of the environment as long as this object lives.
+class SiteOnDisk {
+  public:
+    SiteOnDisk() {
+        wchar_t temp[MAX_PATH + 1] = L"";
+        GetTempPathW(MAX_PATH + 1, temp);
+        folder_ = std::wstring(temp) + L"V5SiteBench";
+        CreateDirectoryW(folder_.c_str(), nullptr);
+        SetEnvironmentVariableW(kVariable, folder_.c_str());
+    }
+    ~SiteOnDisk() {
+        SetEnvironmentVariableW(kVariable, nullptr);
+        DeleteFileW(Path().c_str());
+        for (const wchar_t* name : {L"\\MailLogs", L"\\SecondaryBackup", L"\\CustomReportTemplates", L""}) {
+            RemoveDirectoryW((folder_ + name).c_str());
+        }
+    }
+    SiteOnDisk(const SiteOnDisk&) = delete;
+    SiteOnDisk& operator=(const SiteOnDisk&) = delete;
+
+    void Write() const {
+        const std::string bytes = SiteFile(std::string(folder_.begin(), folder_.end()));
+        const HANDLE file = CreateFileW(Path().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        DWORD written = 0;
+        if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
+            throw std::runtime_error("cannot write the site file");
+        }
+        CloseHandle(file);
+    }
+    std::wstring Path() const { return folder_ + L"\\Vantor5.INI"; }
+
+  private:
+    std::wstring folder_;
+};
+
+// The getters of an entry's text properties.
+using TextGetter = HRESULT (STDMETHODCALLTYPE _DahsIniEntry::*)(BSTR*);
+#define V5_FORMS(database)                                                  \
+    &_DahsIniEntry::get_SqlConnectionString_##database,                     \
+        &_DahsIniEntry::get_SqlConnectionString_##database##Noninteractive, \
+        &_DahsIniEntry::get_SqlConnectionString_##database##_DotNet,        \
+        &_DahsIniEntry::get_SqlConnectionString_##database##Noninteractive_DotNet
+constexpr TextGetter kTexts[] = {&_DahsIniEntry::get_SiteID,
+                                 &_DahsIniEntry::get_LanguageID,
+                                 &_DahsIniEntry::get_DahsComputerName,
+                                 &_DahsIniEntry::get_DahsDescription,
+                                 &_DahsIniEntry::get_ReportsURL,
+                                 &_DahsIniEntry::get_VantorDir,
+                                 &_DahsIniEntry::get_VantorLogsDir,
+                                 &_DahsIniEntry::get_PrimaryBackupDir,
+                                 &_DahsIniEntry::get_DRCurrentHealthTimeouts,
+                                 V5_FORMS(Alarms),
+                                 V5_FORMS(Config),
+                                 V5_FORMS(Data),
+                                 V5_FORMS(DataShortTerm),
+                                 V5_FORMS(Realtime),
+                                 V5_FORMS(Ostra)};
+#undef V5_FORMS
+static_assert(std::size(kTexts) == kTextProperties);
+
+void ReadThroughTheClass() {
+    const auto main = Create<_DahsIniMain>(L"V5Strings.DahsIniMain");
+    VARIANT_BOOL done = VARIANT_FALSE;
+    Check(main->ReadVantorINI(NotApplicable, &done), "ReadVantorINI");
+    ComPtr<_DahsIniEntries> entries;
+    Check(main->get_DahsEntries(&entries), "DahsEntries");
+    long count = 0;
+    Check(entries->get_Count(&count), "Count");
+    if (count != kEntries) {
+        throw std::runtime_error("the site file is not sound");
+    }
+    for (long i = 0; i < count; ++i) {
+        ComPtr<_DahsIniEntry> entry;
+        Check(entries->Item0(i, &entry), "Item0");
+        for (const TextGetter get : kTexts) {
+            _bstr_t text;
+            Check((entry.Get()->*get)(text.GetAddress()), "a text property");
+            Keep(text);
+        }
+    }
+}
+
+void ReadOneByOne(const std::wstring& path) {
+    for (int number = 1; number <= kEntries; ++number) {
+        const std::wstring section = L"Dahs" + std::to_wstring(number);
+        for (const std::string key : kSiteKeys) {
+            wchar_t value[512];
+            GetPrivateProfileStringW(section.c_str(), std::wstring(key.begin(), key.end()).c_str(), L"", value, 512,
+                                     path.c_str());
+            Keep(value);
+        }
+    }
+}
+
+void ReadingASite(Table& table) {
+    const SiteOnDisk site;
+    double ours = 1e9;
+    double peers = 1e9;
+    for (int run = 0; run < 15; ++run) {
+        site.Write();
+        ours = std::min(ours, Seconds(ReadThroughTheClass));
+    }
+    for (int run = 0; run < 2; ++run) {
+        site.Write();
+        peers = std::min(peers, Seconds([&] { ReadOneByOne(site.Path()); }));
+    }
+    table.Add({.name = "site: read and ask all / one INI value a call", .goal = 0.001}, ours, peers);
+}
+
+const Benchmark registered("site", ReadingASite);
+
+}  // namespace
+}  // namespace v5::bench
