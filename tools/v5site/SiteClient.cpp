@@ -11,6 +11,7 @@ namespace v5site {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+using namespace V5Strings;  // the published enumerations
 
 void Check(HRESULT status, const wchar_t* what) {
     if (FAILED(status)) {

@@ -84,7 +84,7 @@ static_assert(std::size(kTexts) == kTextProperties);
 void ReadThroughTheClass() {
     const auto main = Create<_DahsIniMain>(L"V5Strings.DahsIniMain");
     VARIANT_BOOL done = VARIANT_FALSE;
-    Check(main->ReadVantorINI(NotApplicable, &done), "ReadVantorINI");
+    Check(main->ReadVantorINI(V5Strings::NotApplicable, &done), "ReadVantorINI");
     ComPtr<_DahsIniEntries> entries;
     Check(main->get_DahsEntries(&entries), "DahsEntries");
     long count = 0;
