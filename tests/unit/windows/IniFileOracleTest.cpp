@@ -42,8 +42,10 @@ std::wstring RandomFile(std::mt19937& random) {
         L"'",       L" ",        L"\t",       L"ab",           L"A b;c", L"x=y",     L"\u00E9\u00FC",
         L"\u20AC",  L"\x1A",     L"#",        L"%A%",          L"\\",    L"\"q\"",   L"'q'"};
     const std::wstring ends[] = {L"\r\n", L"\n", L"\r\n\r\n"};
-    std::wstring text;
+    const std::wstring starts[] = {L"[Dahs1]\n", L"[dahs2]\r\n", L"SiteID=", L"siteid =", L" HDR\t= ", L"SQLData.NET="};
+    std::wstring text = L"[Dahs1]\r\n";
     for (size_t line = random() % 14 + 1; line > 0; --line) {
+        text += random() % 2 == 0 ? starts[random() % std::size(starts)] : L"";
         for (size_t piece = random() % 5; piece > 0; --piece) {
             text += pieces[random() % std::size(pieces)];
         }
