@@ -227,10 +227,7 @@ class Packages : public testing::Test {
         if (!HavePackages()) {
             GTEST_SKIP() << "the installer packages were not built (wixl is missing)";
         }
-        CLSID clsid = {};
-        ComPtr<IDispatch> installer;
-        CLSIDFromProgID(L"WindowsInstaller.Installer", &clsid);
-        if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&installer)))) {
+        if (!HaveInstaller()) {
             GTEST_SKIP() << "this system has no installer object";
         }
     }
