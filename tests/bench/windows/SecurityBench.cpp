@@ -1,4 +1,5 @@
-// A privilege check against what it cannot do without: the same row reads, decoded and parsed bare by the client.
+// A privilege check against what it cannot do without: the same row reads, decoded and parsed bare by the client; with
+// Windows accounts also the same questions to the account information component.
 #include <windows.h>
 // after windows.h, which they need:
 #include <comutil.h>
@@ -26,11 +27,13 @@ constexpr const wchar_t* kKeys[] = {L"{A71A2E97-80BE-E011-A198-0023AE02B5BD}",
 
 constexpr CLSID kDocument60 = {0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
 
-// A site in a file of its own: fifteen SQL logins in the lists, the user the last of level 2, and a minimum for every
-// configurable restriction.
+constexpr const wchar_t* kSids[] = {L"S-1-5-21-9-9-9-1", L"S-1-5-21-9-9-9-2", L"S-1-5-21-9-9-9-3"};
+
+// A site in a file of its own: account lists, and a minimum of level 2 for restrictions in plenty. The user is the last
+// on the list of level 2 as a SQL login, or with Windows authentication on none, and an administrator.
 class Site {
   public:
-    Site() {
+    explicit Site(const wchar_t* login) {
         wchar_t folder[MAX_PATH], file[MAX_PATH];
         GetTempPathW(MAX_PATH, folder);
         GetTempFileNameW(folder, L"v5b", 0, file);
@@ -39,16 +42,18 @@ class Site {
         VARIANT_BOOL done = VARIANT_FALSE;
         Open(L"Data Source=" + file_ + L";Integrated Security=SSPI");
         Check(security->EnableSecurity(), "EnableSecurity");
-        Check(security->SetSidsForAllPrivilegeLevels(_bstr_t(L"a1,a2,a3,a4,a5"), _bstr_t(L"b1,b2,b3,b4,jsmith"),
-                                                     _bstr_t(L"c1,c2,c3,c4,c5"), VARIANT_FALSE, &done),
+        Check(security->SetSidsForAllPrivilegeLevels(_bstr_t(L"a1,a2,a3,a4,S-1-5-21-9-9-9-1"),
+                                                     _bstr_t(L"b1,b2,b3,S-1-5-21-9-9-9-2,jsmith"),
+                                                     _bstr_t(L"c1,c2,c3,c4,S-1-5-21-9-9-9-3"), VARIANT_FALSE, &done),
               "SetSidsForAllPrivilegeLevels");
         for (long restriction = 301; restriction <= 325; ++restriction) {
             Check(security->SetMinPrivilegeLevelForPID(restriction, PrivLevel_2, &done), "SetMinPrivilegeLevelForPID");
         }
-        Open(L"Data Source=" + file_ + L";User ID=jsmith");
-        const _bstr_t site(L"S1"), none(L""), login((L"Data Source=" + file_ + L";User ID=jsmith").c_str());
+        const std::wstring connection = L"Data Source=" + file_ + login;
+        Open(connection);
+        const _bstr_t site(L"S1"), none(L""), config(connection.c_str());
         database = Create<IDatabaseInterface>(L"V5DBIL.DatabaseInterface");
-        Check(database->Initialise(site, none, login, none, none, none, none, VARIANT_TRUE, 0, &done), "Initialise");
+        Check(database->Initialise(site, none, config, none, none, none, none, VARIANT_TRUE, 0, &done), "Initialise");
         Check(database->OpenSite(site, -1, -1, -1, 0, 0, 0, &done), "OpenSite");
     }
     ~Site() {
@@ -114,11 +119,40 @@ void ReadRows(IDatabaseInterface& database) {
     }
 }
 
+void AskLateBound(IDispatch& object, const wchar_t* member, const wchar_t* argument = nullptr) {
+    auto* name = const_cast<wchar_t*>(member);
+    DISPID id = 0;
+    _variant_t value(argument), answer;
+    DISPPARAMS parameters = {&value, nullptr, argument != nullptr ? 1u : 0u, 0};
+    Check(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
+    Check(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &answer, nullptr, nullptr),
+          "Invoke");
+}
+
+void AskForAccounts() {
+    for (int i = 0; i < kChecks; ++i) {
+        const auto accounts = Create<IDispatch>(L"V5NetUtil.AccountInfo");
+        AskLateBound(*accounts.Get(), L"GetCurrentUserSid");
+        for (const wchar_t* sid : kSids) {
+            AskLateBound(*accounts.Get(), L"IsCurrentUserMemberOfGroup", sid);
+        }
+        AskLateBound(*accounts.Get(), L"IsCurrentUserAnAdministrator");
+    }
+}
+
 void Security(Table& table) {
-    const Site site;
+    const Site sql(L";User ID=jsmith");
+    const Site windows(L";Integrated Security=SSPI");
     table.Compare(
-        {.name = "privilege check / its row reads, decoding and parsing", .goal = 1.3, .operations = kChecks},
-        [&] { CheckPrivileges(*site.security.Get()); }, [&] { ReadRows(*site.database.Get()); });
+        {.name = "privilege check, SQL login / its reads and parsing", .goal = 1.3, .operations = kChecks},
+        [&] { CheckPrivileges(*sql.security.Get()); }, [&] { ReadRows(*sql.database.Get()); });
+    table.Compare(
+        {.name = "privilege check, Windows / reads, parsing, accounts", .goal = 1.3, .operations = kChecks},
+        [&] { CheckPrivileges(*windows.security.Get()); },
+        [&] {
+            ReadRows(*windows.database.Get());
+            AskForAccounts();
+        });
 }
 
 const Benchmark registered("security", Security);
