@@ -112,11 +112,11 @@ class NumberScanner {
 
     std::optional<double> ScanRadixDigits() {
         Skip(2);
-        const std::uint64_t max_before_digit = std::numeric_limits<std::uint64_t>::max() / radix_;
+        const std::uint64_t maxBeforeDigit = std::numeric_limits<std::uint64_t>::max() / radix_;
         std::uint64_t value = 0;
         bool any = false;
         for (; DigitValue(Next()) < radix_; Skip()) {
-            if (value > max_before_digit) {
+            if (value > maxBeforeDigit) {
                 return std::nullopt;
             }
             value = value * radix_ + DigitValue(Next());

@@ -49,17 +49,17 @@ void AppendWide(char32_t code, std::wstring& out) {
 // Takes one character off the front of `bytes`.
 char32_t TakeUtf8(std::string_view& bytes) {
     struct Form {
-        unsigned lead_mask, lead, minimum;
+        unsigned leadMask, lead, minimum;
         size_t length;
     };
     constexpr Form kForms[] = {
         {0x80, 0x00, 0, 1}, {0xE0, 0xC0, 0x80, 2}, {0xF0, 0xE0, 0x800, 3}, {0xF8, 0xF0, 0x10000, 4}};
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
     const auto decode = [&](const Form& form) -> std::optional<char32_t> {
-        if ((byte(0) & form.lead_mask) != form.lead || bytes.size() < form.length) {
+        if ((byte(0) & form.leadMask) != form.lead || bytes.size() < form.length) {
             return std::nullopt;
         }
-        char32_t code = byte(0) & ~form.lead_mask;
+        char32_t code = byte(0) & ~form.leadMask;
         for (size_t i = 1; i < form.length; ++i) {
             if ((byte(i) & 0xC0) != 0x80) {
                 return std::nullopt;
@@ -90,11 +90,11 @@ std::wstring WideFromUtf8(std::string_view bytes) {
 }
 
 std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
-    const size_t low_byte = order == ByteOrder::kLittleEndian ? 0 : 1;
+    const size_t lowByte = order == ByteOrder::kLittleEndian ? 0 : 1;
     const size_t count = bytes.size() / 2;
     const auto unit = [&](size_t i) -> char32_t {
-        return static_cast<unsigned char>(bytes[2 * i + low_byte]) |
-               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - low_byte])) << 8);
+        return static_cast<unsigned char>(bytes[2 * i + lowByte]) |
+               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - lowByte])) << 8);
     };
     std::string out;
     out.reserve(count);

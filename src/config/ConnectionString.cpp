@@ -18,8 +18,8 @@ void RemoveSetting(std::wstring& connection, std::wstring_view keyword) {
 
 }  // namespace
 
-std::wstring DotNetConnection(std::wstring_view ole_db) {
-    std::wstring connection(ole_db);
+std::wstring DotNetConnection(std::wstring_view oleDb) {
+    std::wstring connection(oleDb);
     RemoveSetting(connection, L"Provider");
     RemoveSetting(connection, L"DataTypeCompatibility");
     return std::wstring(Trim(connection));

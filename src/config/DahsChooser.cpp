@@ -10,8 +10,8 @@ namespace v5 {
 namespace {
 
 std::wstring RowText(const DahsEntry& entry) {
-    std::wstring text = entry.site_id;
-    if (!entry.description.empty() && !EqualsIgnoreCase(entry.description, entry.site_id)) {
+    std::wstring text = entry.siteId;
+    if (!entry.description.empty() && !EqualsIgnoreCase(entry.description, entry.siteId)) {
         text += L" - " + entry.description;
     }
     if (entry.role == RedundantDasRole::kPrimary) {
@@ -34,38 +34,38 @@ std::optional<size_t> FindRow(const std::vector<DahsChooserRow>& rows, Test test
 
 }  // namespace
 
-DahsChooser::DahsChooser(const DahsEntryList& entries, bool allow_secondary, bool allow_remote,
-                         const RemoteTest& is_remote) {
+DahsChooser::DahsChooser(const DahsEntryList& entries, bool allowSecondary, bool allowRemote,
+                         const RemoteTest& isRemote) {
     for (const DahsEntryPtr& entry : entries) {
-        const bool is_secondary = entry->role == RedundantDasRole::kSecondary;
-        const bool refused_as_secondary = is_secondary && !allow_secondary;
-        const bool refused_as_remote = !allow_remote && is_remote(*entry);
-        left_out_secondary_ += refused_as_secondary ? 1 : 0;
-        left_out_remote_ += refused_as_remote ? 1 : 0;
-        if (!refused_as_secondary && !refused_as_remote) {
-            rows_.push_back({entry->dahs_id, RowText(*entry), is_secondary});
+        const bool isSecondary = entry->role == RedundantDasRole::kSecondary;
+        const bool refusedAsSecondary = isSecondary && !allowSecondary;
+        const bool refusedAsRemote = !allowRemote && isRemote(*entry);
+        leftOutSecondary_ += refusedAsSecondary ? 1 : 0;
+        leftOutRemote_ += refusedAsRemote ? 1 : 0;
+        if (!refusedAsSecondary && !refusedAsRemote) {
+            rows_.push_back({entry->dahsId, RowText(*entry), isSecondary});
         }
     }
 }
 
 std::optional<size_t> DahsChooser::FirstChoice() const {
-    return FindRow(rows_, [](const DahsChooserRow& row) { return !row.is_secondary; });
+    return FindRow(rows_, [](const DahsChooserRow& row) { return !row.isSecondary; });
 }
 
-std::optional<size_t> DahsChooser::RowOf(std::int32_t dahs_id) const {
-    return FindRow(rows_, [dahs_id](const DahsChooserRow& row) { return row.dahs_id == dahs_id; });
+std::optional<size_t> DahsChooser::RowOf(std::int32_t dahsId) const {
+    return FindRow(rows_, [dahsId](const DahsChooserRow& row) { return row.dahsId == dahsId; });
 }
 
 std::wstring DahsChooser::EmptyListMessage() const {
-    if (!rows_.empty() || left_out_secondary_ + left_out_remote_ == 0) {
+    if (!rows_.empty() || leftOutSecondary_ + leftOutRemote_ == 0) {
         return L"";
     }
     std::wstring message = L"No DAHS entries are available to choose from.";
-    if (left_out_secondary_ > 0) {
-        message += Counted(L"$COUNT$ secondary DASes cannot be included in the list.", left_out_secondary_);
+    if (leftOutSecondary_ > 0) {
+        message += Counted(L"$COUNT$ secondary DASes cannot be included in the list.", leftOutSecondary_);
     }
-    if (left_out_remote_ > 0) {
-        message += Counted(L"$COUNT$ remote DASes cannot be included in the list.", left_out_remote_);
+    if (leftOutRemote_ > 0) {
+        message += Counted(L"$COUNT$ remote DASes cannot be included in the list.", leftOutRemote_);
     }
     return message;
 }

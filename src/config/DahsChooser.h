@@ -13,9 +13,9 @@
 namespace v5 {
 
 struct DahsChooserRow {
-    std::int32_t dahs_id = 0;
+    std::int32_t dahsId = 0;
     std::wstring text;
-    bool is_secondary = false;  // drawn in grey, and never selected by the dialog itself
+    bool isSecondary = false;  // drawn in grey, and never selected by the dialog itself
 };
 
 class DahsChooser {
@@ -24,7 +24,7 @@ class DahsChooser {
 
     // The choice among `entries`, in their order, without the secondary or the remote DASes where these are not
     // allowed.
-    DahsChooser(const DahsEntryList& entries, bool allow_secondary, bool allow_remote, const RemoteTest& is_remote);
+    DahsChooser(const DahsEntryList& entries, bool allowSecondary, bool allowRemote, const RemoteTest& isRemote);
 
     // The choice among nothing, for a site that cannot be read.
     DahsChooser() = default;
@@ -35,7 +35,7 @@ class DahsChooser {
     std::optional<size_t> FirstChoice() const;
 
     // The row of an entry; nullopt when it is not offered.
-    std::optional<size_t> RowOf(std::int32_t dahs_id) const;
+    std::optional<size_t> RowOf(std::int32_t dahsId) const;
 
     // What to tell the user before an empty list is shown: how many entries were left out, and why. Empty when there
     // are rows, or when nothing was left out.
@@ -43,8 +43,8 @@ class DahsChooser {
 
   private:
     std::vector<DahsChooserRow> rows_;
-    int left_out_secondary_ = 0;
-    int left_out_remote_ = 0;
+    int leftOutSecondary_ = 0;
+    int leftOutRemote_ = 0;
 };
 
 }  // namespace v5

@@ -59,14 +59,14 @@ ImageListHandle CreateImages(int size) {
 
 class DahsChooserForm final : public ModalForm {
   public:
-    DahsChooserForm(const DahsChooser& chooser, std::int32_t initial_dahs_id)
-        : ModalForm(kTitle), chooser_(chooser), selected_(chooser.RowOf(initial_dahs_id)) {
+    DahsChooserForm(const DahsChooser& chooser, std::int32_t initialDahsId)
+        : ModalForm(kTitle), chooser_(chooser), selected_(chooser.RowOf(initialDahsId)) {
         if (!selected_) {
             selected_ = chooser.FirstChoice();
         }
     }
 
-    DahsChoice Result() const { return {cancelled_, selected_ ? chooser_.Rows()[*selected_].dahs_id : 0}; }
+    DahsChoice Result() const { return {cancelled_, selected_ ? chooser_.Rows()[*selected_].dahsId : 0}; }
 
   protected:
     void CreateControls() override {
@@ -202,7 +202,7 @@ class DahsChooserForm final : public ModalForm {
         if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
             return CDRF_NOTIFYITEMDRAW;
         }
-        if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && chooser_.Rows()[draw.nmcd.dwItemSpec].is_secondary) {
+        if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && chooser_.Rows()[draw.nmcd.dwItemSpec].isSecondary) {
             draw.clrText = kGrey;
         }
         return CDRF_DODEFAULT;
@@ -216,13 +216,13 @@ class DahsChooserForm final : public ModalForm {
 
 DahsChooser ReadChooser(const DahsChooserSettings& settings, SiteHost& host) {
     Site site(host);
-    if (!site.Read(AppCategory::kNotApplicable, false, false, settings.blank_connections)) {
+    if (!site.Read(AppCategory::kNotApplicable, false, false, settings.blankConnections)) {
         if (!site.Problems().empty()) {
             Report(site.Problems().front());
         }
         return {};
     }
-    DahsChooser chooser(*site.Entries(), settings.allow_secondary, settings.allow_remote,
+    DahsChooser chooser(*site.Entries(), settings.allowSecondary, settings.allowRemote,
                         [&site](const DahsEntry& entry) { return site.IsRemote(entry); });
     if (const std::wstring message = chooser.EmptyListMessage(); !message.empty()) {
         Report(message);
@@ -234,7 +234,7 @@ DahsChooser ReadChooser(const DahsChooserSettings& settings, SiteHost& host) {
 
 DahsChoice ShowDahsChooser(const DahsChooserSettings& settings, SiteHost& host) {
     const DahsChooser chooser = ReadChooser(settings, host);
-    DahsChooserForm form(chooser, settings.initial_dahs_id);
+    DahsChooserForm form(chooser, settings.initialDahsId);
     form.ShowModal();
     return form.Result();
 }

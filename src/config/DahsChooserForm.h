@@ -9,15 +9,15 @@
 namespace v5 {
 
 struct DahsChooserSettings {
-    BlankConnections blank_connections = BlankConnections::kIgnoreEntry;
-    bool allow_secondary = true;
-    bool allow_remote = true;
-    std::int32_t initial_dahs_id = 0;  // selected at first when it is offered
+    BlankConnections blankConnections = BlankConnections::kIgnoreEntry;
+    bool allowSecondary = true;
+    bool allowRemote = true;
+    std::int32_t initialDahsId = 0;  // selected at first when it is offered
 };
 
 struct DahsChoice {
     bool cancelled = true;
-    std::int32_t dahs_id = 0;  // of the selected row; 0 when none is
+    std::int32_t dahsId = 0;  // of the selected row; 0 when none is
 };
 
 // Reads the site file through `host` as it is now and shows the dialog modally. A site that cannot be read, or has

@@ -35,38 +35,38 @@ using ConnectionStrings = std::array<std::wstring, kDatabaseCount>;
 enum class ConnectionForm { kOleDb, kOleDbNoninteractive, kDotNet, kDotNetNoninteractive };
 inline constexpr size_t kConnectionFormCount = 4;
 
-constexpr ConnectionForm ConnectionFormFor(bool noninteractive, bool dot_net) {
-    return static_cast<ConnectionForm>((noninteractive ? 1 : 0) + (dot_net ? 2 : 0));
+constexpr ConnectionForm ConnectionFormFor(bool noninteractive, bool dotNet) {
+    return static_cast<ConnectionForm>((noninteractive ? 1 : 0) + (dotNet ? 2 : 0));
 }
 
 struct DahsEntry {
-    std::int32_t dahs_id = 0;  // the N of the section; 0: none
-    std::wstring site_id;      // upper case
-    std::wstring language_id;
-    std::wstring computer_name;
+    std::int32_t dahsId = 0;  // the N of the section; 0: none
+    std::wstring siteId;      // upper case
+    std::wstring languageId;
+    std::wstring computerName;
     std::wstring description;
-    bool hdr_enabled = false;
-    AutoOutput auto_output = AutoOutput::kDisabled;
-    std::int32_t auto_output_timeout = 0;  // seconds that a redundant DAS waits before it takes output over
-    bool extra_trace_msgs_enabled = false;
-    bool log_flush_enabled = false;
-    std::wstring reports_url;
-    std::wstring vantor_dir;
-    std::wstring logs_dir;
-    std::wstring primary_backup_dir;
+    bool hdrEnabled = false;
+    AutoOutput autoOutput = AutoOutput::kDisabled;
+    std::int32_t autoOutputTimeout = 0;  // seconds that a redundant DAS waits before it takes output over
+    bool extraTraceMsgsEnabled = false;
+    bool logFlushEnabled = false;
+    std::wstring reportsUrl;
+    std::wstring vantorDir;
+    std::wstring logsDir;
+    std::wstring primaryBackupDir;
     RedundantDasRole role = RedundantDasRole::kStandalone;
-    bool sync_staging_enabled = false;
-    bool sync_compare_enabled = false;
-    bool sync_merge_enabled = false;
-    std::wstring dr_current_health_timeouts;
-    std::array<ConnectionStrings, kConnectionFormCount> connection_strings;  // by ConnectionForm, then Database
-    std::array<std::int32_t, kAppCategoryCount> affinity_masks{};            // by AppCategory; 0: leave alone
+    bool syncStagingEnabled = false;
+    bool syncCompareEnabled = false;
+    bool syncMergeEnabled = false;
+    std::wstring drCurrentHealthTimeouts;
+    std::array<ConnectionStrings, kConnectionFormCount> connectionStrings;  // by ConnectionForm, then Database
+    std::array<std::int32_t, kAppCategoryCount> affinityMasks{};            // by AppCategory; 0: leave alone
 
     // Only a DAHS that is told so keeps its output to itself; the unknown setting counts as enabled.
-    bool AutoOutputEnabled() const { return auto_output != AutoOutput::kDisabled; }
+    bool AutoOutputEnabled() const { return autoOutput != AutoOutput::kDisabled; }
 
     const ConnectionStrings& Connections(ConnectionForm form) const {
-        return connection_strings[static_cast<size_t>(form)];
+        return connectionStrings[static_cast<size_t>(form)];
     }
 };
 

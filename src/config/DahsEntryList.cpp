@@ -13,9 +13,8 @@ DahsEntryPtr DahsEntryList::At(std::int64_t position) const {
     return position >= 0 && position < Count() ? entries_[static_cast<size_t>(position)] : nullptr;
 }
 
-DahsEntryPtr DahsEntryList::Find(std::int32_t dahs_id) const {
-    const auto found =
-        std::find_if(begin(), end(), [&](const DahsEntryPtr& entry) { return entry->dahs_id == dahs_id; });
+DahsEntryPtr DahsEntryList::Find(std::int32_t dahsId) const {
+    const auto found = std::find_if(begin(), end(), [&](const DahsEntryPtr& entry) { return entry->dahsId == dahsId; });
     return found == end() ? nullptr : *found;
 }
 

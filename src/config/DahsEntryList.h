@@ -21,7 +21,7 @@ class DahsEntryList {
 
     // The entry at a 0-based position, or the entry with an identifier; null when there is none.
     DahsEntryPtr At(std::int64_t position) const;
-    DahsEntryPtr Find(std::int32_t dahs_id) const;
+    DahsEntryPtr Find(std::int32_t dahsId) const;
 
     auto begin() const { return entries_.begin(); }
     auto end() const { return entries_.end(); }

@@ -6,13 +6,13 @@ namespace v5 {
 
 DahsFolders FoldersOf(const DahsEntry& entry, const SiteHost& host) {
     DahsFolders folders;
-    folders.vantor = WithoutTrailingBackslash(entry.vantor_dir);
+    folders.vantor = WithoutTrailingBackslash(entry.vantorDir);
     folders.system = WithoutTrailingBackslash(host.ExpandEnvironment(kSystemFolderReference));
-    folders.logs = WithoutTrailingBackslash(entry.logs_dir);
-    folders.mail_logs = folders.logs + L"\\MailLogs";
-    folders.custom_report_templates = folders.system + L"\\CustomReportTemplates";
-    folders.primary_backup = WithoutTrailingBackslash(entry.primary_backup_dir);
-    folders.secondary_backup = folders.vantor + L"\\SecondaryBackup";
+    folders.logs = WithoutTrailingBackslash(entry.logsDir);
+    folders.mailLogs = folders.logs + L"\\MailLogs";
+    folders.customReportTemplates = folders.system + L"\\CustomReportTemplates";
+    folders.primaryBackup = WithoutTrailingBackslash(entry.primaryBackupDir);
+    folders.secondaryBackup = folders.vantor + L"\\SecondaryBackup";
     folders.temp = folders.vantor + L"\\Temp";
     if (!host.FolderExists(folders.temp)) {
         folders.temp = host.TemporaryFolder();
@@ -22,8 +22,8 @@ DahsFolders FoldersOf(const DahsEntry& entry, const SiteHost& host) {
 
 void CreateMissingFolders(const DahsFolders& folders, SiteHost& host, std::vector<std::wstring>& problems) {
     // The primary backup folder is the site's own affair: often a share that is not always there.
-    for (const std::wstring* folder : {&folders.vantor, &folders.system, &folders.logs, &folders.mail_logs,
-                                       &folders.custom_report_templates, &folders.secondary_backup, &folders.temp}) {
+    for (const std::wstring* folder : {&folders.vantor, &folders.system, &folders.logs, &folders.mailLogs,
+                                       &folders.customReportTemplates, &folders.secondaryBackup, &folders.temp}) {
         if (folder->empty() || host.FolderExists(*folder)) {
             continue;
         }

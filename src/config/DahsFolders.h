@@ -14,10 +14,10 @@ struct DahsFolders {
     std::wstring vantor;
     std::wstring system;
     std::wstring logs;
-    std::wstring mail_logs;
-    std::wstring custom_report_templates;
-    std::wstring primary_backup;
-    std::wstring secondary_backup;
+    std::wstring mailLogs;
+    std::wstring customReportTemplates;
+    std::wstring primaryBackup;
+    std::wstring secondaryBackup;
     std::wstring temp;
 };
 

@@ -19,8 +19,8 @@ ComPtr<DahsIniEntry> AtPosition(const DahsEntryList& list, std::int64_t position
 }
 
 // The entry with an identifier; raises what the run-time's collections raise for an unknown key.
-ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahs_id) {
-    const DahsEntryPtr entry = list.Find(dahs_id);
+ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahsId) {
+    const DahsEntryPtr entry = list.Find(dahsId);
     if (!entry) {
         throw AutomationError::RunTime(5, L"Invalid procedure call or argument");
     }
@@ -29,9 +29,9 @@ ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahs_id)
 
 }  // namespace
 
-STDMETHODIMP DahsIniEntries::Item(long index1, VARIANT_BOOL is_dahs_id, _DahsIniEntry** result) {
+STDMETHODIMP DahsIniEntries::Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) {
     return Return(result, [&] {
-        return ToBool(is_dahs_id) ? WithDahsId(*list_, index1) : AtPosition(*list_, std::int64_t{index1} - 1);
+        return ToBool(isDahsId) ? WithDahsId(*list_, index1) : AtPosition(*list_, std::int64_t{index1} - 1);
     });
 }
 

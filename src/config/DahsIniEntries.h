@@ -23,7 +23,7 @@ class DahsIniEntries final : public AutomationObject<DahsIniEntries, _DahsIniEnt
     STDMETHODIMP get_CountOfNonSecondaryDahsEntries(long* result) override {
         return Return(result, [&] { return list_->CountOfNonSecondary(); });
     }
-    STDMETHODIMP Item(long index1, VARIANT_BOOL is_dahs_id, _DahsIniEntry** result) override;
+    STDMETHODIMP Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) override;
     STDMETHODIMP Item0(long index0, _DahsIniEntry** result) override;
     STDMETHODIMP NewEnum(IUnknown** result) override;
 

@@ -17,51 +17,51 @@ class DahsIniEntry final : public AutomationObject<DahsIniEntry, _DahsIniEntry, 
     explicit DahsIniEntry(DahsEntryPtr entry = std::make_shared<const DahsEntry>()) : entry_(std::move(entry)) {}
 
     STDMETHODIMP get_DahsID(long* result) override {
-        return Return(result, [&] { return entry_->dahs_id; });
+        return Return(result, [&] { return entry_->dahsId; });
     }
-    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, entry_->site_id); }
-    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, entry_->language_id); }
-    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, entry_->computer_name); }
+    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, entry_->siteId); }
+    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, entry_->languageId); }
+    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, entry_->computerName); }
     STDMETHODIMP get_DahsDescription(BSTR* result) override { return Text(result, entry_->description); }
     STDMETHODIMP get_HDREnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->hdr_enabled; });
+        return Return(result, [&] { return entry_->hdrEnabled; });
     }
     STDMETHODIMP get_AutoOutputEnabled(VARIANT_BOOL* result) override {
         return Return(result, [&] { return entry_->AutoOutputEnabled(); });
     }
     STDMETHODIMP get_AutoOutputEnabledEx(AutoOutputEnabledExEnum* result) override {
-        return Return(result, [&] { return entry_->auto_output; });
+        return Return(result, [&] { return entry_->autoOutput; });
     }
     STDMETHODIMP get_AutoOutputEnabledExRedundantDasTimeout(long* result) override {
-        return Return(result, [&] { return entry_->auto_output_timeout; });
+        return Return(result, [&] { return entry_->autoOutputTimeout; });
     }
     STDMETHODIMP get_ExtraTraceMsgsEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->extra_trace_msgs_enabled; });
+        return Return(result, [&] { return entry_->extraTraceMsgsEnabled; });
     }
     STDMETHODIMP get_LogFlushEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->log_flush_enabled; });
+        return Return(result, [&] { return entry_->logFlushEnabled; });
     }
-    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, entry_->reports_url); }
-    STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, entry_->vantor_dir); }
-    STDMETHODIMP get_VantorLogsDir(BSTR* result) override { return Text(result, entry_->logs_dir); }
-    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, entry_->primary_backup_dir); }
+    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, entry_->reportsUrl); }
+    STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, entry_->vantorDir); }
+    STDMETHODIMP get_VantorLogsDir(BSTR* result) override { return Text(result, entry_->logsDir); }
+    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, entry_->primaryBackupDir); }
     STDMETHODIMP get_IsRemote(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return !host_.IsLocalComputer(entry_->computer_name); });
+        return Return(result, [&] { return !host_.IsLocalComputer(entry_->computerName); });
     }
     STDMETHODIMP get_RedundantDasRole(RedundantDasRoleEnum* result) override {
         return Return(result, [&] { return entry_->role; });
     }
     STDMETHODIMP get_RedundantDasSyncStagingEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->sync_staging_enabled; });
+        return Return(result, [&] { return entry_->syncStagingEnabled; });
     }
     STDMETHODIMP get_RedundantDasSyncCompareEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->sync_compare_enabled; });
+        return Return(result, [&] { return entry_->syncCompareEnabled; });
     }
     STDMETHODIMP get_RedundantDASSyncMergeEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->sync_merge_enabled; });
+        return Return(result, [&] { return entry_->syncMergeEnabled; });
     }
     STDMETHODIMP get_DRCurrentHealthTimeouts(BSTR* result) override {
-        return Text(result, entry_->dr_current_health_timeouts);
+        return Text(result, entry_->drCurrentHealthTimeouts);
     }
 
     STDMETHODIMP get_SqlConnectionString_Alarms(BSTR* result) override {
@@ -154,7 +154,7 @@ class DahsIniEntry final : public AutomationObject<DahsIniEntry, _DahsIniEntry, 
         return Text(result, entry_->Connections(form)[static_cast<size_t>(database)]);
     }
     HRESULT Mask(long* result, AppCategory category) {
-        return Return(result, [&] { return entry_->affinity_masks[static_cast<size_t>(category)]; });
+        return Return(result, [&] { return entry_->affinityMasks[static_cast<size_t>(category)]; });
     }
 
     const DahsEntryPtr entry_;

@@ -18,7 +18,7 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     STDMETHODIMP get_Problems(VARIANT* result) override;
     STDMETHODIMP get_ActualVantorINI(BSTR* result) override { return Text(result, site_.FilePath()); }
     STDMETHODIMP get_SelectedDahsIsRemote(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return site_.Current().is_remote; });
+        return Return(result, [&] { return site_.Current().isRemote; });
     }
     STDMETHODIMP get_DahsEntries(_DahsIniEntries** result) override {
         return Return(result, [&] { return entries_; });
@@ -35,46 +35,45 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
         return ReadVantorINI3(category, noninteractive, VARIANT_FALSE, result);
     }
     STDMETHODIMP ReadVantorINI3(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
-                                VARIANT_BOOL dot_net, VARIANT_BOOL* result) override {
-        return ReadVantorINI4(category, noninteractive, dot_net, V5Strings::IgnoreEntriesWithBlankConnStrings, result);
+                                VARIANT_BOOL dotNet, VARIANT_BOOL* result) override {
+        return ReadVantorINI4(category, noninteractive, dotNet, V5Strings::IgnoreEntriesWithBlankConnStrings, result);
     }
     STDMETHODIMP ReadVantorINI4(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
-                                VARIANT_BOOL dot_net, DahsEntryOptionsEnum option, VARIANT_BOOL* result) override;
-    STDMETHODIMP ChooseDahs(long dahs_id, VARIANT_BOOL* result) override {
-        return ChooseDahs2(dahs_id, VARIANT_FALSE, result);
+                                VARIANT_BOOL dotNet, DahsEntryOptionsEnum option, VARIANT_BOOL* result) override;
+    STDMETHODIMP ChooseDahs(long dahsId, VARIANT_BOOL* result) override {
+        return ChooseDahs2(dahsId, VARIANT_FALSE, result);
     }
-    STDMETHODIMP ChooseDahs2(long dahs_id, VARIANT_BOOL noninteractive, VARIANT_BOOL* result) override {
-        return ChooseDahs3(dahs_id, noninteractive, VARIANT_FALSE, result);
+    STDMETHODIMP ChooseDahs2(long dahsId, VARIANT_BOOL noninteractive, VARIANT_BOOL* result) override {
+        return ChooseDahs3(dahsId, noninteractive, VARIANT_FALSE, result);
     }
-    STDMETHODIMP ChooseDahs3(long dahs_id, VARIANT_BOOL noninteractive, VARIANT_BOOL dot_net,
+    STDMETHODIMP ChooseDahs3(long dahsId, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
                              VARIANT_BOOL* result) override;
-    STDMETHODIMP ChooseDahs4(BSTR site_id, VARIANT_BOOL noninteractive, VARIANT_BOOL dot_net,
+    STDMETHODIMP ChooseDahs4(BSTR siteId, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
                              VARIANT_BOOL* result) override;
-    STDMETHODIMP SetupWithOneForcedDahsEntry(BSTR site_id, VARIANT_BOOL* result) override;
-    STDMETHODIMP FindRedundantDasIDs(BSTR site_id, long initial_das_id, long* primary_das_id,
-                                     long* secondary_das_id) override;
-    STDMETHODIMP GetDahsIDForSiteID(BSTR site_id, long* result) override;
-    STDMETHODIMP GetDahsIDForComputerName(BSTR computer_name, VARIANT_BOOL prefer_primary_das, long* result) override;
+    STDMETHODIMP SetupWithOneForcedDahsEntry(BSTR siteId, VARIANT_BOOL* result) override;
+    STDMETHODIMP FindRedundantDasIDs(BSTR siteId, long initialDasId, long* primaryDasId, long* secondaryDasId) override;
+    STDMETHODIMP GetDahsIDForSiteID(BSTR siteId, long* result) override;
+    STDMETHODIMP GetDahsIDForComputerName(BSTR computerName, VARIANT_BOOL preferPrimaryDas, long* result) override;
 
     STDMETHODIMP get_DahsID(long* result) override {
-        return Return(result, [&] { return Entry().dahs_id; });
+        return Return(result, [&] { return Entry().dahsId; });
     }
-    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, Entry().site_id); }
-    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, Entry().language_id); }
-    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, Entry().computer_name); }
+    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, Entry().siteId); }
+    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, Entry().languageId); }
+    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, Entry().computerName); }
     STDMETHODIMP get_DahsDescription(BSTR* result) override { return Text(result, Entry().description); }
     STDMETHODIMP get_LocalComputerName(BSTR* result) override { return Text(result, site_.LocalComputerName()); }
     STDMETHODIMP get_HDREnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return Entry().hdr_enabled; });
+        return Return(result, [&] { return Entry().hdrEnabled; });
     }
     STDMETHODIMP get_AutoOutputEnabled(VARIANT_BOOL* result) override {
         return Return(result, [&] { return Entry().AutoOutputEnabled(); });
     }
     STDMETHODIMP get_AutoOutputEnabledEx(AutoOutputEnabledExEnum* result) override {
-        return Return(result, [&] { return Entry().auto_output; });
+        return Return(result, [&] { return Entry().autoOutput; });
     }
     STDMETHODIMP get_AutoOutputEnabledExRedundantDasTimeout(long* result) override {
-        return Return(result, [&] { return Entry().auto_output_timeout; });
+        return Return(result, [&] { return Entry().autoOutputTimeout; });
     }
     STDMETHODIMP get_RedundantDasRole(RedundantDasRoleEnum* result) override {
         return Return(result, [&] { return Entry().role; });
@@ -83,24 +82,24 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
         return Return(result, [&] { return v5::RedundantDasRoleText(Entry().role); });
     }
     STDMETHODIMP get_RedundantDasSyncStagingEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return Entry().sync_staging_enabled; });
+        return Return(result, [&] { return Entry().syncStagingEnabled; });
     }
     STDMETHODIMP get_RedundantDasSyncCompareEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return Entry().sync_compare_enabled; });
+        return Return(result, [&] { return Entry().syncCompareEnabled; });
     }
     STDMETHODIMP get_RedundantDASSyncMergeEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return Entry().sync_merge_enabled; });
+        return Return(result, [&] { return Entry().syncMergeEnabled; });
     }
     STDMETHODIMP get_DRCurrentHealthTimeouts(BSTR* result) override {
-        return Text(result, Entry().dr_current_health_timeouts);
+        return Text(result, Entry().drCurrentHealthTimeouts);
     }
     STDMETHODIMP get_ExtraTraceMsgsEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return Entry().extra_trace_msgs_enabled; });
+        return Return(result, [&] { return Entry().extraTraceMsgsEnabled; });
     }
     STDMETHODIMP get_LogFlushEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return Entry().log_flush_enabled; });
+        return Return(result, [&] { return Entry().logFlushEnabled; });
     }
-    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, Entry().reports_url); }
+    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, Entry().reportsUrl); }
     STDMETHODIMP get_MustUseReportsURL(VARIANT_BOOL* result) override {
         return Return(result, [&] { return site_.Current().MustUseReportsUrl(); });
     }
@@ -108,12 +107,12 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, Folders().vantor); }
     STDMETHODIMP get_VantorSystemDir(BSTR* result) override { return Text(result, Folders().system); }
     STDMETHODIMP get_VantorLogsDir(BSTR* result) override { return Text(result, Folders().logs); }
-    STDMETHODIMP get_VantorMailLogsDir(BSTR* result) override { return Text(result, Folders().mail_logs); }
+    STDMETHODIMP get_VantorMailLogsDir(BSTR* result) override { return Text(result, Folders().mailLogs); }
     STDMETHODIMP get_VantorCustomReportTemplatesDir(BSTR* result) override {
-        return Text(result, Folders().custom_report_templates);
+        return Text(result, Folders().customReportTemplates);
     }
-    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, Folders().primary_backup); }
-    STDMETHODIMP get_SecondaryBackupDir(BSTR* result) override { return Text(result, Folders().secondary_backup); }
+    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, Folders().primaryBackup); }
+    STDMETHODIMP get_SecondaryBackupDir(BSTR* result) override { return Text(result, Folders().secondaryBackup); }
     STDMETHODIMP get_TempDir(BSTR* result) override { return Text(result, Folders().temp); }
     STDMETHODIMP get_PadepReportDir(BSTR* result) override {
         return Return(result, [&] { return site_.Current().PadepReportDir(); });
@@ -130,7 +129,7 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     }
     STDMETHODIMP get_SqlConnectionString_Ostra(BSTR* result) override { return Connection(result, Database::kOstra); }
 
-    STDMETHODIMP GetInfoArray(long extra_array_entries, VARIANT* result) override;
+    STDMETHODIMP GetInfoArray(long extraArrayEntries, VARIANT* result) override;
 
   private:
     const DahsEntry& Entry() const { return *site_.Current().entry; }

@@ -156,12 +156,12 @@ std::array<std::int32_t, kAppCategoryCount> ReadAffinityMasks(const IniFile& fil
 // Reads and judges one section.
 class DahsSectionReader {
   public:
-    DahsSectionReader(const IniFile& file, std::int32_t dahs_id, const std::wstring& path, BlankConnections option,
+    DahsSectionReader(const IniFile& file, std::int32_t dahsId, const std::wstring& path, BlankConnections option,
                       std::vector<std::wstring>& problems)
         : file_(file), path_(path), option_(option), problems_(problems) {
         static const IniNames keys(kKeyNames);
-        file.ReadSection(static_cast<size_t>(dahs_id) - 1, keys, values_);
-        entry_.dahs_id = dahs_id;
+        file.ReadSection(static_cast<size_t>(dahsId) - 1, keys, values_);
+        entry_.dahsId = dahsId;
     }
 
     // The entry, or nullopt when there is no such section or its entry cannot be used.
@@ -189,7 +189,7 @@ class DahsSectionReader {
     // the computer name.
     void Report(std::wstring_view text) {
         const std::pair<std::wstring_view, std::wstring> words[] = {
-            {L"$file$", path_}, {L"$n$", std::to_wstring(entry_.dahs_id)}, {L"$name$", entry_.computer_name}};
+            {L"$file$", path_}, {L"$n$", std::to_wstring(entry_.dahsId)}, {L"$name$", entry_.computerName}};
         std::wstring message;
         while (!text.empty()) {
             const auto word = std::find_if(std::begin(words), std::end(words),
@@ -212,15 +212,15 @@ class DahsSectionReader {
 
     // False when the section does not exist.
     bool ReadIdentity() {
-        entry_.site_id = ToUpper(Value(kSiteId));
-        if (entry_.site_id.empty()) {
+        entry_.siteId = ToUpper(Value(kSiteId));
+        if (entry_.siteId.empty()) {
             return false;
         }
-        if (IsNumeric(entry_.site_id)) {
+        if (IsNumeric(entry_.siteId)) {
             ReportMissing(L"STR-084", kSiteId, L"may not be a number");
             valid_ = false;
         }
-        entry_.language_id = Value(kLanguageId);
+        entry_.languageId = Value(kLanguageId);
         ReadComputerName();
         entry_.description = Value(kDescription);
         if (EqualsIgnoreCase(entry_.description, L"{optional DAHS description}")) {
@@ -230,8 +230,8 @@ class DahsSectionReader {
     }
 
     void ReadComputerName() {
-        entry_.computer_name = Value(kComputerName);
-        const std::wstring& name = entry_.computer_name;
+        entry_.computerName = Value(kComputerName);
+        const std::wstring& name = entry_.computerName;
         if (name.empty()) {
             ReportMissing(L"STR-091", kComputerName, L"may not be blank");
             valid_ = false;
@@ -266,26 +266,26 @@ class DahsSectionReader {
     }
 
     void ReadSwitches() {
-        entry_.hdr_enabled = IsOnByDefault(kHdr);
+        entry_.hdrEnabled = IsOnByDefault(kHdr);
         ReadAutoOutput();
-        entry_.extra_trace_msgs_enabled = IsOnByDefault(kTrace);
-        entry_.log_flush_enabled = IsOnByDefault(kLogFlush);
+        entry_.extraTraceMsgsEnabled = IsOnByDefault(kTrace);
+        entry_.logFlushEnabled = IsOnByDefault(kLogFlush);
     }
 
     void ReadAutoOutput() {
-        entry_.auto_output = AutoOutput::kUnknown;
-        entry_.auto_output_timeout = 60;
+        entry_.autoOutput = AutoOutput::kUnknown;
+        entry_.autoOutputTimeout = 60;
         const std::wstring value = Value(kAutoOutput);
         if (value.empty()) {
             return;
         }
         if (const std::optional<double> number = ParseNumber(value)) {
-            entry_.auto_output = *number != 0 ? AutoOutput::kEnabled : AutoOutput::kDisabled;
+            entry_.autoOutput = *number != 0 ? AutoOutput::kEnabled : AutoOutput::kDisabled;
             return;
         }
         const std::vector<std::wstring> parts = Split(value, L',');
         if (const std::optional<AutoOutput> setting = AutoOutputFromWord(parts[0])) {
-            entry_.auto_output = *setting;
+            entry_.autoOutput = *setting;
         } else {
             Report(L"STR-0172: '$file$', DAHS $n$: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.");
         }
@@ -293,24 +293,24 @@ class DahsSectionReader {
             return;
         }
         if (IsNumeric(parts[1])) {
-            entry_.auto_output_timeout = std::max(ToLong(parts[1]).value_or(-1), 0);
+            entry_.autoOutputTimeout = std::max(ToLong(parts[1]).value_or(-1), 0);
         } else {
             Report(L"STR-0173: '$file$', DAHS $n$: 'AutoOutputEnabled' timeout is not valid. Will use 60.");
         }
     }
 
     void ReadFolders() {
-        entry_.reports_url = Value(kReportsUrl);
-        entry_.vantor_dir = Value(kVantorDir);
-        if (entry_.vantor_dir.empty()) {
+        entry_.reportsUrl = Value(kReportsUrl);
+        entry_.vantorDir = Value(kVantorDir);
+        if (entry_.vantorDir.empty()) {
             ReportMissing(L"STR-085", kVantorDir);
             valid_ = false;
         }
-        entry_.logs_dir = Value(kLogsDir);
-        if (entry_.logs_dir.empty() && !entry_.vantor_dir.empty()) {
-            entry_.logs_dir = entry_.vantor_dir + L"\\Logs";
+        entry_.logsDir = Value(kLogsDir);
+        if (entry_.logsDir.empty() && !entry_.vantorDir.empty()) {
+            entry_.logsDir = entry_.vantorDir + L"\\Logs";
         }
-        if (entry_.logs_dir.empty()) {
+        if (entry_.logsDir.empty()) {
             ReportMissing(L"STR-142", kLogsDir);
             valid_ = false;
         }
@@ -318,11 +318,11 @@ class DahsSectionReader {
 
     void ReadRedundancy() {
         ReadRole();
-        entry_.sync_staging_enabled = IsOffByDefault(kSyncStaging);
-        entry_.sync_compare_enabled = IsOffByDefault(kSyncCompare);
-        entry_.sync_merge_enabled = IsOffByDefault(kSyncMerge);
-        entry_.dr_current_health_timeouts = Value(kHealthTimeouts);
-        std::erase(entry_.dr_current_health_timeouts, L' ');
+        entry_.syncStagingEnabled = IsOffByDefault(kSyncStaging);
+        entry_.syncCompareEnabled = IsOffByDefault(kSyncCompare);
+        entry_.syncMergeEnabled = IsOffByDefault(kSyncMerge);
+        entry_.drCurrentHealthTimeouts = Value(kHealthTimeouts);
+        std::erase(entry_.drCurrentHealthTimeouts, L' ');
     }
 
     void ReadRole() {
@@ -336,12 +336,12 @@ class DahsSectionReader {
             Report(L"STR-0179: '$file$', DAHS $n$: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'.");
         }
         // In these two texts the quote before RedundantDasRole stays open: programs know them so.
-        if (entry_.role == RedundantDasRole::kPrimary && entry_.auto_output == AutoOutput::kAutoSecondaryDas) {
+        if (entry_.role == RedundantDasRole::kPrimary && entry_.autoOutput == AutoOutput::kAutoSecondaryDas) {
             Report(
                 L"STR-0180: '$file$', DAHS $n$: 'RedundantDasRole=PRIMARY is inconsistent with "
                 L"AutoOutputEnabled=AUTOSECONDARY. Will assume 'STANDALONE'.");
             entry_.role = RedundantDasRole::kStandalone;
-        } else if (entry_.role == RedundantDasRole::kSecondary && entry_.auto_output == AutoOutput::kAutoPrimaryDas) {
+        } else if (entry_.role == RedundantDasRole::kSecondary && entry_.autoOutput == AutoOutput::kAutoPrimaryDas) {
             Report(
                 L"STR-0181: '$file$', DAHS $n$: 'RedundantDasRole=SECONDARY is inconsistent with "
                 L"AutoOutputEnabled=AUTOPRIMARY. Will assume 'STANDALONE'.");
@@ -350,7 +350,7 @@ class DahsSectionReader {
     }
 
     std::wstring& Connection(ConnectionForm form, size_t database) {
-        return entry_.connection_strings[static_cast<size_t>(form)][database];
+        return entry_.connectionStrings[static_cast<size_t>(form)][database];
     }
     std::wstring ConnectionValue(ConnectionForm form, size_t database) const {
         return Value(kConnections + static_cast<size_t>(form) * kDatabaseCount + database);
@@ -364,7 +364,7 @@ class DahsSectionReader {
                 plain = OstraConnection(Connection(ConnectionForm::kOleDb, static_cast<size_t>(Database::kData)));
             } else if (plain.empty()) {
                 ReportMissing(kBlankConnectionTags[database], kConnections + database);
-                blank_connection_ = true;
+                blankConnection_ = true;
             }
         }
         for (size_t database = 0; database < kDatabaseCount; ++database) {
@@ -380,27 +380,27 @@ class DahsSectionReader {
         constexpr std::pair<ConnectionForm, ConnectionForm> kForms[] = {
             {ConnectionForm::kDotNet, ConnectionForm::kOleDb},
             {ConnectionForm::kDotNetNoninteractive, ConnectionForm::kOleDbNoninteractive}};
-        for (const auto& [dot_net_form, ole_db_form] : kForms) {
+        for (const auto& [dotNetForm, oleDbForm] : kForms) {
             for (size_t database = 0; database < kDatabaseCount; ++database) {
-                std::wstring& dot_net = Connection(dot_net_form, database);
-                dot_net = ConnectionValue(dot_net_form, database);
-                if (dot_net.empty()) {
-                    dot_net = DotNetConnection(Connection(ole_db_form, database));
+                std::wstring& dotNet = Connection(dotNetForm, database);
+                dotNet = ConnectionValue(dotNetForm, database);
+                if (dotNet.empty()) {
+                    dotNet = DotNetConnection(Connection(oleDbForm, database));
                 }
             }
         }
     }
 
     void ReadBackupDir() {
-        entry_.primary_backup_dir = Value(kBackupDir);
-        if (entry_.primary_backup_dir.empty()) {
+        entry_.primaryBackupDir = Value(kBackupDir);
+        if (entry_.primaryBackupDir.empty()) {
             ReportMissing(L"STR-024", kBackupDir);
         }
     }
 
     // Whether the entry can be used.
     bool Judge() {
-        if (blank_connection_ && option_ == BlankConnections::kIgnoreEntry) {
+        if (blankConnection_ && option_ == BlankConnections::kIgnoreEntry) {
             Report(L"STR-0174: DAHS$n$ in '$file$' cannot be used because one or more connection strings are blank");
             return false;
         }
@@ -417,7 +417,7 @@ class DahsSectionReader {
     std::array<std::string_view, kKeyCount> values_;
     DahsEntry entry_;
     bool valid_ = true;
-    bool blank_connection_ = false;
+    bool blankConnection_ = false;
 };
 
 std::vector<std::string> SiteSectionNames() {
@@ -442,7 +442,7 @@ void ReadDahsEntries(const IniFile& file, const std::wstring& path, BlankConnect
     const auto masks = ReadAffinityMasks(file);
     for (std::int32_t number = 1; number <= kMaxDahsId; ++number) {
         if (std::optional<DahsEntry> entry = DahsSectionReader(file, number, path, option, problems).Read()) {
-            entry->affinity_masks = masks;
+            entry->affinityMasks = masks;
             entries.Add(std::move(*entry));
         }
     }

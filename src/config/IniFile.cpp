@@ -39,8 +39,8 @@ std::string_view WithoutQuotes(std::string_view value) {
 }
 
 // Takes the next line off the front of `rest`, blanks around it dropped.
-std::string_view TakeLine(std::string_view& rest, char line_end) {
-    const size_t end = rest.find(line_end);
+std::string_view TakeLine(std::string_view& rest, char lineEnd) {
+    const size_t end = rest.find(lineEnd);
     const std::string_view line = rest.substr(0, end);
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
     return Strip(line);
@@ -65,19 +65,19 @@ bool IsAscii(std::string_view bytes) {
 
 }  // namespace
 
-IniFile::IniFile(std::string bytes, const IniNames& sections, AnsiDecoder decode_ansi)
-    : bytes_(std::move(bytes)), decode_ansi_(std::move(decode_ansi)), sections_(sections.size()) {
+IniFile::IniFile(std::string bytes, const IniNames& sections, AnsiDecoder decodeAnsi)
+    : bytes_(std::move(bytes)), decodeAnsi_(std::move(decodeAnsi)), sections_(sections.size()) {
     if (bytes_.starts_with(kUtf16LittleEndianMark)) {
         bytes_ = Utf8FromUtf16(std::string_view(bytes_).substr(2), ByteOrder::kLittleEndian);
-        is_utf8_ = true;
+        isUtf8_ = true;
     } else if (bytes_.starts_with(kUtf16BigEndianMark)) {
         bytes_ = Utf8FromUtf16(std::string_view(bytes_).substr(2), ByteOrder::kBigEndian);
-        is_utf8_ = true;
+        isUtf8_ = true;
     } else if (bytes_.starts_with(kUtf8Mark)) {
         bytes_.erase(0, kUtf8Mark.size());
-        is_utf8_ = true;
+        isUtf8_ = true;
     }
-    line_end_ = bytes_.find('\n') == std::string::npos ? '\r' : '\n';
+    lineEnd_ = bytes_.find('\n') == std::string::npos ? '\r' : '\n';
     Index(sections);
 }
 
@@ -85,28 +85,28 @@ void IniFile::Index(const IniNames& sections) {
     std::string_view rest = bytes_;
     size_t current = IniNames::kNone;
     const char* begin = nullptr;
-    const auto close_section = [&](const char* end) {
+    const auto closeSection = [&](const char* end) {
         if (current != IniNames::kNone && sections_[current].data() == nullptr) {
             sections_[current] = std::string_view(begin, static_cast<size_t>(end - begin));
         }
     };
     while (!rest.empty()) {
-        const char* line_start = rest.data();
+        const char* lineStart = rest.data();
         std::string_view name;
-        if (IsHeader(TakeLine(rest, line_end_), name)) {
-            close_section(line_start);
+        if (IsHeader(TakeLine(rest, lineEnd_), name)) {
+            closeSection(lineStart);
             current = sections.Find(name);
             begin = rest.data();
         }
     }
-    close_section(rest.data());
+    closeSection(rest.data());
 }
 
 void IniFile::ReadSection(size_t section, const IniNames& keys, std::span<std::string_view> values) const {
     std::fill(values.begin(), values.end(), std::string_view());
     std::string_view rest = sections_[section];
     while (!rest.empty()) {
-        const std::string_view line = TakeLine(rest, line_end_);
+        const std::string_view line = TakeLine(rest, lineEnd_);
         const size_t equals = line.find('=');
         if (equals == std::string_view::npos || line.front() == ';') {
             continue;
@@ -122,7 +122,7 @@ std::wstring IniFile::Decode(std::string_view value) const {
     if (IsAscii(value)) {
         return {value.begin(), value.end()};
     }
-    return is_utf8_ ? WideFromUtf8(value) : decode_ansi_(value);
+    return isUtf8_ ? WideFromUtf8(value) : decodeAnsi_(value);
 }
 
 }  // namespace v5

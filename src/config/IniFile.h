@@ -25,7 +25,7 @@ class IniFile {
 
     // `bytes` is the whole file. Only the sections named in `sections` can be asked for later; time and memory are
     // linear in the size of the file whatever it holds.
-    IniFile(std::string bytes, const IniNames& sections, AnsiDecoder decode_ansi);
+    IniFile(std::string bytes, const IniNames& sections, AnsiDecoder decodeAnsi);
 
     IniFile(const IniFile&) = delete;  // the sections point into the bytes
     IniFile& operator=(const IniFile&) = delete;
@@ -41,9 +41,9 @@ class IniFile {
     void Index(const IniNames& sections);
 
     std::string bytes_;
-    char line_end_ = '\n';
-    bool is_utf8_ = false;
-    AnsiDecoder decode_ansi_;
+    char lineEnd_ = '\n';
+    bool isUtf8_ = false;
+    AnsiDecoder decodeAnsi_;
     std::vector<std::string_view> sections_;  // the lines of each wanted section
 };
 

@@ -49,20 +49,20 @@ std::wstring_view RedundantDasRoleText(RedundantDasRole role) {
 bool CurrentDahs::MustUseReportsUrl() const {
     const auto ostra =
         connections.begin() + static_cast<std::ptrdiff_t>(Database::kOstra);  // the last: it may be blank
-    return !entry->reports_url.empty() &&
+    return !entry->reportsUrl.empty() &&
            std::any_of(connections.begin(), ostra, [](const std::wstring& text) { return text.empty(); });
 }
 
-bool Site::Read(AppCategory category, bool noninteractive, bool dot_net, BlankConnections option) {
-    if (is_set_up_) {
+bool Site::Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option) {
+    if (isSetUp_) {
         Report(L"STR-017: this instance has already been set up");
         return false;
     }
-    is_set_up_ = true;
+    isSetUp_ = true;
     if (!Locate() || !Parse(option)) {
         return false;
     }
-    SelectFirst(noninteractive, dot_net);
+    SelectFirst(noninteractive, dotNet);
     SetAffinity(category);
     CreateMissingFolders(current_.folders, host_, problems_);
     return true;
@@ -76,13 +76,13 @@ bool Site::Locate() {
         return true;
     }
     Report(L"STR-0184: Could not find Vantor5.INI file in '" + start + L"' or parent folders");
-    const std::wstring library_folder = host_.LibraryFolder();
-    path_ = FindSiteFile(library_folder, host_);
+    const std::wstring libraryFolder = host_.LibraryFolder();
+    path_ = FindSiteFile(libraryFolder, host_);
     if (!path_.empty()) {
         Report(L"STR-094: found INI file '" + path_ + L"'");
         return true;
     }
-    Report(L"STR-018: Could not find Vantor5.INI file in '" + library_folder + L"' or parent folders");
+    Report(L"STR-018: Could not find Vantor5.INI file in '" + libraryFolder + L"' or parent folders");
     return false;
 }
 
@@ -101,74 +101,74 @@ bool Site::Parse(BlankConnections option) {
         ReportUnreadable(L"it is too large");
         return false;
     }
-    has_entries_from_file_ = entries_->Count() > 0;
-    if (!has_entries_from_file_) {
+    hasEntriesFromFile_ = entries_->Count() > 0;
+    if (!hasEntriesFromFile_) {
         Report(L"STR-031: no DAHS entries found in '" + path_ + L"'");
     }
-    return has_entries_from_file_;
+    return hasEntriesFromFile_;
 }
 
-bool Site::SetupForced(const std::wstring& site_id) {
-    if (is_set_up_) {
+bool Site::SetupForced(const std::wstring& siteId) {
+    if (isSetUp_) {
         Report(L"STR-0175: this instance has already been set up");
         return false;
     }
-    is_set_up_ = true;
+    isSetUp_ = true;
     Report(L"STR-0176: This instance can only be used for compile validation");
     Report(L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI");
     DahsEntry entry;
-    entry.dahs_id = kForcedDahsId;
-    entry.site_id = site_id;
-    entry.computer_name = local_computer_name_;
+    entry.dahsId = kForcedDahsId;
+    entry.siteId = siteId;
+    entry.computerName = localComputerName_;
     entry.description = L"For compile validation only";
     entries_->Add(std::move(entry));
     return SelectFirst(false, false);
 }
 
-bool Site::SelectFirst(bool noninteractive, bool dot_net) {
+bool Site::SelectFirst(bool noninteractive, bool dotNet) {
     const DahsEntryPtr first = entries_->At(0);
     if (first) {
-        Select(first, noninteractive, dot_net);
+        Select(first, noninteractive, dotNet);
     }
     return first != nullptr;
 }
 
-void Site::Select(const DahsEntryPtr& entry, bool noninteractive, bool dot_net) {
+void Site::Select(const DahsEntryPtr& entry, bool noninteractive, bool dotNet) {
     CurrentDahs chosen;
     chosen.entry = entry;
-    chosen.is_remote = IsRemote(*entry);
-    chosen.connections = entry->Connections(ConnectionFormFor(noninteractive, dot_net));
+    chosen.isRemote = IsRemote(*entry);
+    chosen.connections = entry->Connections(ConnectionFormFor(noninteractive, dotNet));
     chosen.folders = FoldersOf(*entry, host_);
     current_ = std::move(chosen);
 }
 
-bool Site::Choose(std::int32_t dahs_id, bool noninteractive, bool dot_net) {
-    if (dahs_id == 0) {
-        const bool chosen = SelectFirst(noninteractive, dot_net);
+bool Site::Choose(std::int32_t dahsId, bool noninteractive, bool dotNet) {
+    if (dahsId == 0) {
+        const bool chosen = SelectFirst(noninteractive, dotNet);
         if (!chosen) {
             Report(L"STR-029: no DAHS is defined");
         }
         return chosen;
     }
-    const DahsEntryPtr entry = entries_->Find(dahs_id);
+    const DahsEntryPtr entry = entries_->Find(dahsId);
     if (entry) {
-        Select(entry, noninteractive, dot_net);
+        Select(entry, noninteractive, dotNet);
     }
     return entry != nullptr;
 }
 
-bool Site::ChooseSite(std::wstring_view site_id, bool noninteractive, bool dot_net) {
-    const std::wstring site(Trim(ToUpper(site_id)).substr(0, kMaxSiteIdLength));
+bool Site::ChooseSite(std::wstring_view siteId, bool noninteractive, bool dotNet) {
+    const std::wstring site(Trim(ToUpper(siteId)).substr(0, kMaxSiteIdLength));
     if (site.empty()) {
-        const bool chosen = SelectFirst(noninteractive, dot_net);
+        const bool chosen = SelectFirst(noninteractive, dotNet);
         if (!chosen) {
             Report(L"STR-163: no DAHS is defined");
         }
         return chosen;
     }
     for (const DahsEntryPtr& entry : *entries_) {
-        if (entry->site_id == site) {
-            Select(entry, noninteractive, dot_net);
+        if (entry->siteId == site) {
+            Select(entry, noninteractive, dotNet);
             return true;
         }
     }
@@ -176,23 +176,23 @@ bool Site::ChooseSite(std::wstring_view site_id, bool noninteractive, bool dot_n
     return false;
 }
 
-RedundantDasIds Site::FindRedundantDasIds(std::wstring_view site_id, std::int32_t initial_das_id) const {
-    std::wstring site(site_id);
-    if (const DahsEntryPtr initial = initial_das_id != 0 ? entries_->Find(initial_das_id) : nullptr) {
-        site = initial->site_id;
+RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteId, std::int32_t initialDasId) const {
+    std::wstring site(siteId);
+    if (const DahsEntryPtr initial = initialDasId != 0 ? entries_->Find(initialDasId) : nullptr) {
+        site = initial->siteId;
         if (initial->role == RedundantDasRole::kStandalone) {
-            return {initial_das_id, 0};
+            return {initialDasId, 0};
         }
     }
     RedundantDasIds ids;
     for (const DahsEntryPtr& entry : *entries_) {
-        if (!EqualsIgnoreCase(entry->site_id, site)) {
+        if (!EqualsIgnoreCase(entry->siteId, site)) {
             continue;
         }
         if (entry->role == RedundantDasRole::kStandalone) {
-            return {entry->dahs_id, 0};
+            return {entry->dahsId, 0};
         }
-        (entry->role == RedundantDasRole::kPrimary ? ids.primary : ids.secondary) = entry->dahs_id;
+        (entry->role == RedundantDasRole::kPrimary ? ids.primary : ids.secondary) = entry->dahsId;
     }
     if (ids.primary == 0) {
         std::swap(ids.primary, ids.secondary);
@@ -200,12 +200,12 @@ RedundantDasIds Site::FindRedundantDasIds(std::wstring_view site_id, std::int32_
     return ids;
 }
 
-std::int32_t Site::FindLocalDahsId(bool prefer_primary) const {
+std::int32_t Site::FindLocalDahsId(bool preferPrimary) const {
     for (const DahsEntryPtr& entry : *entries_) {
         if (!IsRemote(*entry)) {
-            return prefer_primary && entry->role == RedundantDasRole::kSecondary
-                       ? FindRedundantDasIds(entry->site_id, 0).primary
-                       : entry->dahs_id;
+            return preferPrimary && entry->role == RedundantDasRole::kSecondary
+                       ? FindRedundantDasIds(entry->siteId, 0).primary
+                       : entry->dahsId;
         }
     }
     return 0;
@@ -214,7 +214,7 @@ std::int32_t Site::FindLocalDahsId(bool prefer_primary) const {
 void Site::SetAffinity(AppCategory category) {
     const auto index = static_cast<size_t>(category);
     const DahsEntryPtr first = entries_->At(0);
-    const std::int32_t requested = index < kAppCategoryCount ? first->affinity_masks[index] : 0;
+    const std::int32_t requested = index < kAppCategoryCount ? first->affinityMasks[index] : 0;
     if (requested == 0) {
         return;
     }
@@ -232,29 +232,29 @@ std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
     const std::pair<const wchar_t*, std::wstring> items[] = {
         {L"ActualVantorINI=", path_},
         {L"DahsEntries.Count=", std::to_wstring(entries_->Count())},
-        {L"DahsID=", std::to_wstring(dahs.dahs_id)},
-        {L"SiteID=", dahs.site_id},
-        {L"LanguageId=", dahs.language_id},  // spelled so, unlike the property
-        {L"DahsComputerName=", dahs.computer_name},
+        {L"DahsID=", std::to_wstring(dahs.dahsId)},
+        {L"SiteID=", dahs.siteId},
+        {L"LanguageId=", dahs.languageId},  // spelled so, unlike the property
+        {L"DahsComputerName=", dahs.computerName},
         {L"DahsDescription=", dahs.description},
-        {L"LocalComputerName=", local_computer_name_},
-        {L"HDREnabled=", Word(dahs.hdr_enabled)},
+        {L"LocalComputerName=", localComputerName_},
+        {L"HDREnabled=", Word(dahs.hdrEnabled)},
         {L"AutoOutputEnabled=", Word(dahs.AutoOutputEnabled())},
-        {L"AutoOutputEnabledEx=", Number(dahs.auto_output)},
-        {L"AutoOutputEnabledExRedundantDasTimeout=", std::to_wstring(dahs.auto_output_timeout)},
+        {L"AutoOutputEnabledEx=", Number(dahs.autoOutput)},
+        {L"AutoOutputEnabledExRedundantDasTimeout=", std::to_wstring(dahs.autoOutputTimeout)},
         {L"RedundantDasRole=", Number(dahs.role)},
-        {L"RedundantDasSyncStagingEnabled=", Word(dahs.sync_staging_enabled)},
-        {L"RedundantDasSyncCompareEnabled=", Word(dahs.sync_compare_enabled)},
-        {L"RedundantDASSyncMergeEnabled=", Word(dahs.sync_merge_enabled)},
-        {L"DRCurrentHealthTimeouts=", dahs.dr_current_health_timeouts},
-        {L"ExtraTraceMsgsEnabled=", Word(dahs.extra_trace_msgs_enabled)},
-        {L"LogFlushEnabled=", Word(dahs.log_flush_enabled)},
+        {L"RedundantDasSyncStagingEnabled=", Word(dahs.syncStagingEnabled)},
+        {L"RedundantDasSyncCompareEnabled=", Word(dahs.syncCompareEnabled)},
+        {L"RedundantDASSyncMergeEnabled=", Word(dahs.syncMergeEnabled)},
+        {L"DRCurrentHealthTimeouts=", dahs.drCurrentHealthTimeouts},
+        {L"ExtraTraceMsgsEnabled=", Word(dahs.extraTraceMsgsEnabled)},
+        {L"LogFlushEnabled=", Word(dahs.logFlushEnabled)},
         {L"VantorDir=", folders.vantor},
         {L"VantorSystemDir=", folders.system},
         {L"VantorLogsDir=", folders.logs},
-        {L"VantorCustomReportTemplatesDir=", folders.custom_report_templates},
-        {L"PrimaryBackupDir=", folders.primary_backup},
-        {L"SecondaryBackupDir=", folders.secondary_backup},
+        {L"VantorCustomReportTemplatesDir=", folders.customReportTemplates},
+        {L"PrimaryBackupDir=", folders.primaryBackup},
+        {L"SecondaryBackupDir=", folders.secondaryBackup},
         {L"TempDir=", folders.temp},
         {L"SqlConnectionString_Alarms=", connection(Database::kAlarms)},
         {L"SqlConnectionString_Config=", connection(Database::kConfig)},
@@ -262,7 +262,7 @@ std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
         {L"SqlConnectionString_DataShortTerm=", connection(Database::kDataShortTerm)},
         {L"SqlConnectionString_Realtime=", connection(Database::kRealtime)},
         {L"SqlConnectionString_Ostra=", connection(Database::kOstra)},
-        {L"ReportsURL=", dahs.reports_url},
+        {L"ReportsURL=", dahs.reportsUrl},
     };
     std::wstring text;
     for (const auto& [label, value] : items) {

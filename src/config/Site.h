@@ -19,7 +19,7 @@ namespace v5 {
 // The current DAHS: a chosen entry with what follows from choosing it. Before any choice all is zero, False or empty.
 struct CurrentDahs {
     DahsEntryPtr entry = std::make_shared<const DahsEntry>();
-    bool is_remote = false;
+    bool isRemote = false;
     ConnectionStrings connections;  // in the form that fits the process
     DahsFolders folders;
 
@@ -43,28 +43,28 @@ class Site {
     static constexpr std::int32_t kForcedDahsId = 888;  // of the only entry of SetupForced
 
     // `host` must outlive this object.
-    explicit Site(SiteHost& host) : host_(host), local_computer_name_(host.LocalComputerName()) {}
+    explicit Site(SiteHost& host) : host_(host), localComputerName_(host.LocalComputerName()) {}
 
     // Finds and reads the site file, makes its first entry the current DAHS, pins the process to the processors listed
     // for `category` (values that are no category: none) and creates missing folders. False when there is no current
     // DAHS for it; the reasons stand in `Problems`. Works once for each object.
-    bool Read(AppCategory category, bool noninteractive, bool dot_net, BlankConnections option);
+    bool Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option);
 
     // Goes without a site file, for tools that only need an object to compile against: one entry with defaults.
-    bool SetupForced(const std::wstring& site_id);
+    bool SetupForced(const std::wstring& siteId);
 
     // Makes another entry the current DAHS: by its identifier (0: the first entry), or the first entry of a site
     // (empty: of any). False when there is none; the current DAHS is then unchanged.
-    bool Choose(std::int32_t dahs_id, bool noninteractive, bool dot_net);
-    bool ChooseSite(std::wstring_view site_id, bool noninteractive, bool dot_net);
+    bool Choose(std::int32_t dahsId, bool noninteractive, bool dotNet);
+    bool ChooseSite(std::wstring_view siteId, bool noninteractive, bool dotNet);
 
-    // The primary and the secondary DAS of a site, or, where `initial_das_id` is that of an entry, of its site. Case is
+    // The primary and the secondary DAS of a site, or, where `initialDasId` is that of an entry, of its site. Case is
     // ignored. A standalone DAS counts as primary, and so does a secondary without a primary.
-    RedundantDasIds FindRedundantDasIds(std::wstring_view site_id, std::int32_t initial_das_id) const;
+    RedundantDasIds FindRedundantDasIds(std::wstring_view siteId, std::int32_t initialDasId) const;
 
     // The identifier of the first DAHS on this computer, or of its primary where it is a secondary and the primary is
     // preferred; 0 when there is none.
-    std::int32_t FindLocalDahsId(bool prefer_primary) const;
+    std::int32_t FindLocalDahsId(bool preferPrimary) const;
 
     // All current settings as "name=value" texts, then `extra` + 1 empty ones. Values with tabs split into several.
     std::vector<std::wstring> InfoTexts(std::int32_t extra) const;
@@ -73,18 +73,18 @@ class Site {
     const std::wstring& FilePath() const { return path_; }
     const std::shared_ptr<DahsEntryList>& Entries() const { return entries_; }
     const CurrentDahs& Current() const { return current_; }
-    const std::wstring& LocalComputerName() const { return local_computer_name_; }
+    const std::wstring& LocalComputerName() const { return localComputerName_; }
 
     // Whether reading found at least one usable entry.
-    bool HasEntriesFromFile() const { return has_entries_from_file_; }
+    bool HasEntriesFromFile() const { return hasEntriesFromFile_; }
 
-    bool IsRemote(const DahsEntry& entry) const { return !host_.IsLocalComputer(entry.computer_name); }
+    bool IsRemote(const DahsEntry& entry) const { return !host_.IsLocalComputer(entry.computerName); }
 
   private:
     bool Locate();
     bool Parse(BlankConnections option);
-    bool SelectFirst(bool noninteractive, bool dot_net);
-    void Select(const DahsEntryPtr& entry, bool noninteractive, bool dot_net);
+    bool SelectFirst(bool noninteractive, bool dotNet);
+    void Select(const DahsEntryPtr& entry, bool noninteractive, bool dotNet);
     void SetAffinity(AppCategory category);
     void Report(std::wstring problem) { problems_.push_back(std::move(problem)); }
     void ReportUnreadable(const std::wstring& reason) {
@@ -92,9 +92,9 @@ class Site {
     }
 
     SiteHost& host_;
-    const std::wstring local_computer_name_;
-    bool is_set_up_ = false;
-    bool has_entries_from_file_ = false;
+    const std::wstring localComputerName_;
+    bool isSetUp_ = false;
+    bool hasEntriesFromFile_ = false;
     std::wstring path_;
     std::vector<std::wstring> problems_;
     std::shared_ptr<DahsEntryList> entries_ = std::make_shared<DahsEntryList>();

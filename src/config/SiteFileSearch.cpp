@@ -34,19 +34,19 @@ std::wstring StartFolder(const std::wstring& start, const SiteHost& host) {
 
 std::wstring ParentFolder(std::wstring_view path) {
     const size_t root = RootLength(path);
-    const auto drop_separators = [&] {
+    const auto dropSeparators = [&] {
         while (path.size() > root && IsSeparator(path.back())) {
             path.remove_suffix(1);
         }
     };
-    drop_separators();
+    dropSeparators();
     if (path.size() <= root) {
         return {};
     }
     while (path.size() > root && !IsSeparator(path.back())) {
         path.remove_suffix(1);
     }
-    drop_separators();
+    dropSeparators();
     return path == L"\\\\" ? std::wstring() : std::wstring(path);
 }
 

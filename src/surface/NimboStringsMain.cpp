@@ -117,16 +117,16 @@ STDMETHODIMP NimboStringsMain::GetDahsIDFromUser4(long lngInitialDahsID, long* l
     return ReturnQuietly(Result, false, [&] {
         WindowsSiteHost host;
         const DahsChoice choice =
-            ShowDahsChooser({.blank_connections = static_cast<BlankConnections>(lngConnStringOption),
-                             .allow_secondary = ToBool(blnAllowSecondaryDas),
-                             .allow_remote = ToBool(blnAllowRemoteDas),
-                             .initial_dahs_id = lngInitialDahsID},
+            ShowDahsChooser({.blankConnections = static_cast<BlankConnections>(lngConnStringOption),
+                             .allowSecondary = ToBool(blnAllowSecondaryDas),
+                             .allowRemote = ToBool(blnAllowRemoteDas),
+                             .initialDahsId = lngInitialDahsID},
                             host);
         if (choice.cancelled) {
             return false;
         }
-        *lngUserSelectedDahsID = choice.dahs_id;
-        return choice.dahs_id != lngInitialDahsID;
+        *lngUserSelectedDahsID = choice.dahsId;
+        return choice.dahsId != lngInitialDahsID;
     });
 }
 

@@ -51,13 +51,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     Require(read == (site.Entries()->Count() > 0), "reading succeeds exactly when there is an entry");
     std::int32_t last = 0;
     for (const DahsEntryPtr& entry : *site.Entries()) {
-        Require(entry->dahs_id > last && entry->dahs_id <= 99, "entries come in ascending order, 1 to 99");
-        last = entry->dahs_id;
-        Require(!entry->site_id.empty() && !entry->computer_name.empty() && !entry->vantor_dir.empty(),
+        Require(entry->dahsId > last && entry->dahsId <= 99, "entries come in ascending order, 1 to 99");
+        last = entry->dahsId;
+        Require(!entry->siteId.empty() && !entry->computerName.empty() && !entry->vantorDir.empty(),
                 "a usable entry has a site, a computer and a folder");
-        Require(entry->auto_output_timeout >= 0, "the time-out is not negative");
-        Require(site.Choose(entry->dahs_id, false, true), "every entry can be chosen");
-        site.FindRedundantDasIds(entry->site_id, entry->dahs_id);
+        Require(entry->autoOutputTimeout >= 0, "the time-out is not negative");
+        Require(site.Choose(entry->dahsId, false, true), "every entry can be chosen");
+        site.FindRedundantDasIds(entry->siteId, entry->dahsId);
         Require(site.InfoTexts(2).size() >= 36, "the information array has all its items");
     }
     return 0;

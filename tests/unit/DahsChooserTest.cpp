@@ -19,16 +19,16 @@ DahsEntryList Entries(std::initializer_list<DahsEntry> entries) {
 DahsEntry Entry(int id, RedundantDasRole role, const wchar_t* site, const wchar_t* description = L"",
                 const wchar_t* computer = L"near") {
     DahsEntry entry;
-    entry.dahs_id = id;
+    entry.dahsId = id;
     entry.role = role;
-    entry.site_id = site;
+    entry.siteId = site;
     entry.description = description;
-    entry.computer_name = computer;
+    entry.computerName = computer;
     return entry;
 }
 
 bool IsFar(const DahsEntry& entry) {
-    return entry.computer_name == L"far";
+    return entry.computerName == L"far";
 }
 
 }  // namespace
@@ -49,7 +49,7 @@ TEST(DahsChooser, RowsAndFirstChoice) {
     };
     ASSERT_EQ(chooser.Rows().size(), std::size(rows));
     for (size_t i = 0; i < std::size(rows); ++i) {
-        EXPECT_EQ(chooser.Rows()[i].dahs_id, rows[i].first);
+        EXPECT_EQ(chooser.Rows()[i].dahsId, rows[i].first);
         EXPECT_EQ(chooser.Rows()[i].text, rows[i].second);
     }
     EXPECT_EQ(chooser.FirstChoice(), 1u);
@@ -59,14 +59,14 @@ TEST(DahsChooser, RowsAndFirstChoice) {
 
     const DahsChooser near(entries, false, false, IsFar);
     ASSERT_EQ(near.Rows().size(), 2u);
-    EXPECT_EQ(near.Rows()[0].dahs_id, 7);
+    EXPECT_EQ(near.Rows()[0].dahsId, 7);
     EXPECT_EQ(near.EmptyListMessage(), L"");  // some were left out, but there is a choice
 }
 
 TEST(DahsChooser, WhatAnEmptyListSays) {
     const DahsEntry primary = Entry(1, kPrimary, L"N", L"", L"far");
     const DahsEntry secondary = Entry(2, kSecondary, L"N");
-    const DahsEntry far_secondary = Entry(3, kSecondary, L"N", L"", L"far");
+    const DahsEntry farSecondary = Entry(3, kSecondary, L"N", L"", L"far");
     const struct {
         DahsEntryList entries;
         const wchar_t* message;
@@ -75,7 +75,7 @@ TEST(DahsChooser, WhatAnEmptyListSays) {
         {Entries({primary, secondary}),
          L"No DAHS entries are available to choose from. 1 secondary DASes cannot be included in the list. "
          L"1 remote DASes cannot be included in the list."},
-        {Entries({far_secondary, secondary}),  // one entry is refused for both reasons
+        {Entries({farSecondary, secondary}),  // one entry is refused for both reasons
          L"No DAHS entries are available to choose from. 2 secondary DASes cannot be included in the list. "
          L"1 remote DASes cannot be included in the list."},
         {Entries({primary}),

@@ -48,15 +48,15 @@ TEST(DahsSection, DefaultsOfASoundSection) {
     ASSERT_EQ(result.entries.Count(), 1);
     EXPECT_EQ(result.problems, Problems());
     const DahsEntry& entry = *result.entries.At(0);
-    EXPECT_EQ(entry.dahs_id, 3);
-    EXPECT_TRUE(entry.hdr_enabled && entry.extra_trace_msgs_enabled && entry.log_flush_enabled);
-    EXPECT_EQ(entry.auto_output, AutoOutput::kUnknown);
+    EXPECT_EQ(entry.dahsId, 3);
+    EXPECT_TRUE(entry.hdrEnabled && entry.extraTraceMsgsEnabled && entry.logFlushEnabled);
+    EXPECT_EQ(entry.autoOutput, AutoOutput::kUnknown);
     EXPECT_TRUE(entry.AutoOutputEnabled());
-    EXPECT_EQ(entry.auto_output_timeout, 60);
+    EXPECT_EQ(entry.autoOutputTimeout, 60);
     EXPECT_EQ(entry.role, RedundantDasRole::kStandalone);
-    EXPECT_FALSE(entry.sync_staging_enabled || entry.sync_compare_enabled || entry.sync_merge_enabled);
-    EXPECT_EQ(entry.logs_dir, L"D:\\V\\Logs");
-    EXPECT_EQ(entry.primary_backup_dir, L"D:\\B");
+    EXPECT_FALSE(entry.syncStagingEnabled || entry.syncCompareEnabled || entry.syncMergeEnabled);
+    EXPECT_EQ(entry.logsDir, L"D:\\V\\Logs");
+    EXPECT_EQ(entry.primaryBackupDir, L"D:\\B");
 }
 
 // Each faulty line, whether the entry survives it, and the messages in their order.
@@ -69,9 +69,8 @@ TEST(DahsSection, Messages) {
     const std::wstring unusable = L"STR-031: DAHS3 in 'F' cannot be used because one or more entries are invalid";
     const std::wstring blank =
         L"STR-0174: DAHS3 in 'F' cannot be used because one or more connection strings are blank";
-    const std::wstring bad_output =
-        L"STR-0172: 'F', DAHS 3: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.";
-    const std::wstring bad_timeout = L"STR-0173: 'F', DAHS 3: 'AutoOutputEnabled' timeout is not valid. Will use 60.";
+    const std::wstring badOutput = L"STR-0172: 'F', DAHS 3: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.";
+    const std::wstring badTimeout = L"STR-0173: 'F', DAHS 3: 'AutoOutputEnabled' timeout is not valid. Will use 60.";
     const auto missing = [](const std::wstring& tag, const std::wstring& key) {
         return tag + L": 'F', DAHS 3: missing or invalid value for '" + key + L"'";
     };
@@ -94,11 +93,11 @@ TEST(DahsSection, Messages) {
           L"correct."}},
         {"VantorDir=", false, {missing(L"STR-085", L"VantorDir"), missing(L"STR-142", L"LogsDir"), unusable}},
         {"VantorDir=\nLogsDir=L", false, {missing(L"STR-085", L"VantorDir"), unusable}},
-        {"AutoOutputEnabled=maybe", true, {bad_output}},
-        {"AutoOutputEnabled=yes ,30", true, {bad_output}},
-        {"AutoOutputEnabled=YES,abc", true, {bad_timeout}},
-        {"AutoOutputEnabled=YES,", true, {bad_timeout}},
-        {"AutoOutputEnabled=x,y", true, {bad_output, bad_timeout}},
+        {"AutoOutputEnabled=maybe", true, {badOutput}},
+        {"AutoOutputEnabled=yes ,30", true, {badOutput}},
+        {"AutoOutputEnabled=YES,abc", true, {badTimeout}},
+        {"AutoOutputEnabled=YES,", true, {badTimeout}},
+        {"AutoOutputEnabled=x,y", true, {badOutput, badTimeout}},
         {"RedundantDasRole=1",
          true,
          {L"STR-0179: 'F', DAHS 3: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'."}},
@@ -152,24 +151,24 @@ TEST(DahsSection, AutoOutput) {
                           Case{"AutoDasId,&H10", AutoOutput::kAutoDahsId, 16}, Case{"yes,-5", AutoOutput::kEnabled, 0},
                           Case{"no,3000000000", AutoOutput::kDisabled, 0}, Case{"maybe,9", AutoOutput::kUnknown, 9}}) {
         const DahsEntry entry = ReadEntry(std::string("AutoOutputEnabled=") + c.value);
-        EXPECT_EQ(entry.auto_output, c.setting) << c.value;
-        EXPECT_EQ(entry.auto_output_timeout, c.timeout) << c.value;
+        EXPECT_EQ(entry.autoOutput, c.setting) << c.value;
+        EXPECT_EQ(entry.autoOutputTimeout, c.timeout) << c.value;
         EXPECT_EQ(entry.AutoOutputEnabled(), c.setting != AutoOutput::kDisabled) << c.value;
     }
 }
 
 TEST(DahsSection, Switches) {
     for (const char* value : {"fasle", "No", "FALSE", "0", "&H0", "(0.0)"}) {
-        EXPECT_FALSE(ReadEntry(std::string("HDR=") + value).hdr_enabled) << value;
+        EXPECT_FALSE(ReadEntry(std::string("HDR=") + value).hdrEnabled) << value;
     }
     for (const char* value : {"off", "yes", "-1", "0.1", "1e999"}) {
-        EXPECT_TRUE(ReadEntry(std::string("HDR=") + value).hdr_enabled) << value;
+        EXPECT_TRUE(ReadEntry(std::string("HDR=") + value).hdrEnabled) << value;
     }
     for (const char* value : {"true", "YES", "2"}) {
-        EXPECT_TRUE(ReadEntry(std::string("RedundantDASSyncMergeEnabled=") + value).sync_merge_enabled) << value;
+        EXPECT_TRUE(ReadEntry(std::string("RedundantDASSyncMergeEnabled=") + value).syncMergeEnabled) << value;
     }
     for (const char* value : {"on", "0", "no"}) {
-        EXPECT_FALSE(ReadEntry(std::string("RedundantDasSyncStagingEnabled=") + value).sync_staging_enabled) << value;
+        EXPECT_FALSE(ReadEntry(std::string("RedundantDasSyncStagingEnabled=") + value).syncStagingEnabled) << value;
     }
 }
 
@@ -179,15 +178,15 @@ TEST(DahsSection, Texts) {
         "description}\nReportsURL=http://x/y?a=b\n"
         "VantorDir=D:\\V\\\nRedundantDasRole=sec-ond_ary\nDRCurrentHealthTimeouts= 1, 2 ; 3 4\n"
         "TraceEnabled=no\nLogFlushEnabled=0\nRedundantDasSyncCompareEnabled=1");
-    EXPECT_EQ(entry.site_id, L"ABC");
-    EXPECT_EQ(entry.language_id, L"en");
+    EXPECT_EQ(entry.siteId, L"ABC");
+    EXPECT_EQ(entry.languageId, L"en");
     EXPECT_EQ(entry.description, L"");
-    EXPECT_EQ(entry.reports_url, L"http://x/y?a=b");
-    EXPECT_EQ(entry.logs_dir, L"D:\\V\\\\Logs");  // the folder is taken as it stands
+    EXPECT_EQ(entry.reportsUrl, L"http://x/y?a=b");
+    EXPECT_EQ(entry.logsDir, L"D:\\V\\\\Logs");  // the folder is taken as it stands
     EXPECT_EQ(entry.role, RedundantDasRole::kSecondary);
-    EXPECT_EQ(entry.dr_current_health_timeouts, L"1,2;34");
-    EXPECT_FALSE(entry.extra_trace_msgs_enabled || entry.log_flush_enabled);
-    EXPECT_TRUE(entry.sync_compare_enabled);
+    EXPECT_EQ(entry.drCurrentHealthTimeouts, L"1,2;34");
+    EXPECT_FALSE(entry.extraTraceMsgsEnabled || entry.logFlushEnabled);
+    EXPECT_TRUE(entry.syncCompareEnabled);
 }
 
 TEST(DahsSection, ConnectionStrings) {
@@ -224,7 +223,7 @@ TEST(DahsSection, ConnectionStrings) {
     }
     const DahsEntry full = ReadEntry(lines);
     for (size_t i = 0; i < names.size(); ++i) {
-        EXPECT_EQ(full.connection_strings[i / kDatabaseCount][i % kDatabaseCount],
+        EXPECT_EQ(full.connectionStrings[i / kDatabaseCount][i % kDatabaseCount],
                   L"<" + std::wstring(names[i].begin(), names[i].end()) + L">");
     }
 }
@@ -234,7 +233,7 @@ TEST(DahsSection, AffinityMasks) {
                                                "[Dahs1]\nSiteID=A\nDahsComputerName=c\nVantorDir=v\nBackupDir=b\n") +
                                    kConnectionKeys);
     ASSERT_EQ(result.entries.Count(), 1);
-    const auto& masks = result.entries.At(0)->affinity_masks;
+    const auto& masks = result.entries.At(0)->affinityMasks;
     EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kIos)], 15);
     EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kDr)], 3);
     EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kDm)], 0);
@@ -251,9 +250,9 @@ TEST(DahsSection, SectionsFrom1To99AreReadInOrder) {
     }
     const Result result = ReadFile(text);
     ASSERT_EQ(result.entries.Count(), 3);
-    EXPECT_EQ(result.entries.At(0)->dahs_id, 2);
-    EXPECT_EQ(result.entries.At(1)->dahs_id, 7);
-    EXPECT_EQ(result.entries.At(2)->dahs_id, 99);
+    EXPECT_EQ(result.entries.At(0)->dahsId, 2);
+    EXPECT_EQ(result.entries.At(1)->dahsId, 7);
+    EXPECT_EQ(result.entries.At(2)->dahsId, 99);
     EXPECT_EQ(result.entries.Find(7), result.entries.At(1));
     EXPECT_EQ(result.entries.Find(1), nullptr);
     EXPECT_EQ(result.entries.At(3), nullptr);

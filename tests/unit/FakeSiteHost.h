@@ -15,18 +15,18 @@ namespace v5 {
 
 class FakeSiteHost : public SiteHost {
   public:
-    std::wstring system_folder = L"C:\\Site";  // empty: the variable is not defined
+    std::wstring systemFolder = L"C:\\Site";  // empty: the variable is not defined
     std::set<std::wstring> folders = {L"C:\\", L"C:\\Site", L"C:\\Windows\\Temp"};
     std::map<std::wstring, std::string> files;
     std::set<std::wstring> unreadable;
-    std::wstring refused_folder;
-    std::optional<std::uint64_t> system_mask = 0xF;
-    bool affinity_refused = false;
-    std::uint64_t affinity_set = 0;
+    std::wstring refusedFolder;
+    std::optional<std::uint64_t> systemMask = 0xF;
+    bool affinityRefused = false;
+    std::uint64_t affinitySet = 0;
     std::vector<std::wstring> created;
 
     std::wstring ExpandEnvironment(const std::wstring& text) const override {
-        return system_folder.empty() ? text : ReplaceAll(text, L"%VANTOR5_SYSTEM_FOLDER%", system_folder);
+        return systemFolder.empty() ? text : ReplaceAll(text, L"%VANTOR5_SYSTEM_FOLDER%", systemFolder);
     }
     bool FolderExists(const std::wstring& path) const override { return folders.count(path) != 0; }
     bool FileExists(const std::wstring& path) const override { return files.count(path) != 0; }
@@ -38,7 +38,7 @@ class FakeSiteHost : public SiteHost {
         return {};
     }
     std::wstring CreateFolder(const std::wstring& path) override {
-        if (path == refused_folder) {
+        if (path == refusedFolder) {
             return L"Access is denied.";
         }
         created.push_back(path);
@@ -58,10 +58,10 @@ class FakeSiteHost : public SiteHost {
     std::wstring TemporaryFolder() const override { return L"C:\\Windows\\Temp"; }
     std::wstring LocalComputerName() const override { return L"DAS1"; }
     bool IsLocalComputer(const std::wstring& name) const override { return EqualsIgnoreCase(name, L"das1"); }
-    std::optional<std::uint64_t> SystemAffinityMask() const override { return system_mask; }
+    std::optional<std::uint64_t> SystemAffinityMask() const override { return systemMask; }
     bool SetProcessAffinityMask(std::uint64_t mask) override {
-        affinity_set = mask;
-        return !affinity_refused;
+        affinitySet = mask;
+        return !affinityRefused;
     }
 };
 

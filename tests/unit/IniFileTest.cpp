@@ -23,14 +23,14 @@ std::wstring SiteIdIn(std::string bytes) {
     return file.Decode(values[0]);
 }
 
-std::string Utf16(std::u16string_view text, bool big_endian) {
+std::string Utf16(std::u16string_view text, bool bigEndian) {
     std::string bytes;
     const std::u16string marked = u"\uFEFF" + std::u16string(text);
     for (const char16_t unit : marked) {
         const char high = static_cast<char>(unit >> 8);
         const char low = static_cast<char>(unit & 0xFF);
-        bytes += big_endian ? high : low;
-        bytes += big_endian ? low : high;
+        bytes += bigEndian ? high : low;
+        bytes += bigEndian ? low : high;
     }
     return bytes;
 }

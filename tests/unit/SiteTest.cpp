@@ -67,11 +67,11 @@ TEST(SiteFileSearch, ParentFolders) {
 TEST(SiteFileSearch, StartFolders) {
     struct Case {
         const wchar_t* name;
-        const wchar_t* system_folder;
+        const wchar_t* systemFolder;
         const wchar_t* file;
         Problems problems;
     };
-    const std::wstring not_found = L"' or parent folders";
+    const std::wstring notFound = L"' or parent folders";
     const Case cases[] = {
         {L"in the folder",
          L"C:\\Site",
@@ -90,17 +90,17 @@ TEST(SiteFileSearch, StartFolders) {
         {L"beside the library",
          L"C:\\Site",
          L"C:\\Program\\Bin\\Vantor5.INI",
-         {L"STR-0184: Could not find Vantor5.INI file in 'C:\\Site" + not_found,
+         {L"STR-0184: Could not find Vantor5.INI file in 'C:\\Site" + notFound,
           L"STR-094: found INI file 'C:\\Program\\Bin\\Vantor5.INI'"}},
         {L"nowhere",
          L"",
          L"C:\\Other\\Vantor5.INI",
-         {L"STR-0184: Could not find Vantor5.INI file in '%VANTOR5_SYSTEM_FOLDER%" + not_found,
-          L"STR-018: Could not find Vantor5.INI file in 'C:\\Program\\Bin" + not_found}},
+         {L"STR-0184: Could not find Vantor5.INI file in '%VANTOR5_SYSTEM_FOLDER%" + notFound,
+          L"STR-018: Could not find Vantor5.INI file in 'C:\\Program\\Bin" + notFound}},
     };
     for (const Case& c : cases) {
         FakeSiteHost host;
-        host.system_folder = c.system_folder;
+        host.systemFolder = c.systemFolder;
         host.folders.insert({L"C:\\Program", L"C:\\Program\\Bin"});
         host.files[c.file] = Section(1, "AB");
         Site site(host);
@@ -119,7 +119,7 @@ TEST(Site, ReadsOnceAndReportsWhatCannotBeRead) {
     EXPECT_EQ(sound.site.Problems().back(), L"STR-017: this instance has already been set up");
     EXPECT_FALSE(sound.site.SetupForced(L"X"));
     EXPECT_EQ(sound.site.Problems().back(), L"STR-0175: this instance has already been set up");
-    EXPECT_EQ(sound.site.Current().entry->site_id, L"AB");
+    EXPECT_EQ(sound.site.Current().entry->siteId, L"AB");
 
     SiteFixture empty("[Dahs1]\n");
     EXPECT_FALSE(empty.Read());
@@ -139,10 +139,10 @@ TEST(Site, ForcedEntryGoesWithoutAFile) {
     EXPECT_EQ(site.Problems(), (Problems{L"STR-0176: This instance can only be used for compile validation",
                                          L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI"}));
     const DahsEntry& entry = *site.Current().entry;
-    EXPECT_EQ(entry.dahs_id, 888);
-    EXPECT_EQ(entry.site_id, L"xy");
-    EXPECT_EQ(entry.computer_name, L"DAS1");
-    EXPECT_FALSE(site.Current().is_remote || entry.AutoOutputEnabled() || site.HasEntriesFromFile());
+    EXPECT_EQ(entry.dahsId, 888);
+    EXPECT_EQ(entry.siteId, L"xy");
+    EXPECT_EQ(entry.computerName, L"DAS1");
+    EXPECT_FALSE(site.Current().isRemote || entry.AutoOutputEnabled() || site.HasEntriesFromFile());
     EXPECT_EQ(site.Entries()->Count(), 1);
 }
 
@@ -154,13 +154,13 @@ TEST(Site, Choosing) {
     EXPECT_FALSE(site.ChooseSite(L" ", false, false));
     EXPECT_EQ(site.Problems(), (Problems{L"STR-029: no DAHS is defined", L"STR-163: no DAHS is defined"}));
     ASSERT_TRUE(fixture.Read());
-    EXPECT_EQ(site.Current().entry->dahs_id, 2);
+    EXPECT_EQ(site.Current().entry->dahsId, 2);
 
     EXPECT_TRUE(site.Choose(5, false, false));
-    EXPECT_TRUE(site.Current().is_remote);
+    EXPECT_TRUE(site.Current().isRemote);
     EXPECT_EQ(site.Current().connections[0], L"Provider=p;alarms");
     EXPECT_FALSE(site.Choose(6, true, true));
-    EXPECT_EQ(site.Current().entry->dahs_id, 5);
+    EXPECT_EQ(site.Current().entry->dahsId, 5);
     EXPECT_EQ(site.Current().connections[0], L"Provider=p;alarms");
     EXPECT_TRUE(site.Choose(4, true, false));
     EXPECT_EQ(site.Current().connections[0], L"batch");
@@ -169,14 +169,14 @@ TEST(Site, Choosing) {
     EXPECT_TRUE(site.Choose(4, true, true));
     EXPECT_EQ(site.Current().connections[0], L"batch");
     EXPECT_TRUE(site.Choose(0, false, false));
-    EXPECT_EQ(site.Current().entry->dahs_id, 2);
+    EXPECT_EQ(site.Current().entry->dahsId, 2);
 
     EXPECT_TRUE(site.ChooseSite(L" ab ", false, false));
-    EXPECT_EQ(site.Current().entry->dahs_id, 4);
+    EXPECT_EQ(site.Current().entry->dahsId, 4);
     EXPECT_TRUE(site.ChooseSite(L"abcdefghijkl", false, false));
-    EXPECT_EQ(site.Current().entry->dahs_id, 8);
+    EXPECT_EQ(site.Current().entry->dahsId, 8);
     EXPECT_TRUE(site.ChooseSite(L"", false, false));
-    EXPECT_EQ(site.Current().entry->dahs_id, 2);
+    EXPECT_EQ(site.Current().entry->dahsId, 2);
     EXPECT_FALSE(site.ChooseSite(L"zzzzzzzzzzzz", false, false));
     EXPECT_EQ(site.Problems().back(), L"STR-164: no DAHS is defined for site ID 'ZZZZZZZZZZ'");
 }
@@ -237,10 +237,10 @@ TEST(Site, Affinity) {
           Case{"1", static_cast<AppCategory>(6), 0xF, false, 0, nullptr},
           Case{"1", static_cast<AppCategory>(-1), 0xF, false, 0, nullptr}}) {
         SiteFixture fixture(Section(1, "AB") + "[AffinityMasks]\nDM=" + c.mask);
-        fixture.host.system_mask = c.system;
-        fixture.host.affinity_refused = c.refused;
+        fixture.host.systemMask = c.system;
+        fixture.host.affinityRefused = c.refused;
         EXPECT_TRUE(fixture.Read(c.category));
-        EXPECT_EQ(fixture.host.affinity_set, c.set) << c.mask;
+        EXPECT_EQ(fixture.host.affinitySet, c.set) << c.mask;
         EXPECT_EQ(fixture.site.Problems().size(), c.problem != nullptr ? 2u : 1u) << c.mask;
         EXPECT_EQ(fixture.site.Problems().back(),
                   c.problem != nullptr ? c.problem : L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'");
@@ -255,7 +255,7 @@ TEST(Site, Folders) {
                                               L"C:\\Site\\CustomReportTemplates", L"D:\\Vantor\\SecondaryBackup"}));
     const DahsFolders& folders = fixture.site.Current().folders;
     EXPECT_EQ(folders.vantor, L"D:\\Vantor");
-    EXPECT_EQ(folders.primary_backup, L"E:\\Backup");
+    EXPECT_EQ(folders.primaryBackup, L"E:\\Backup");
     EXPECT_EQ(folders.temp, L"C:\\Windows\\Temp");
     EXPECT_EQ(fixture.site.Current().PadepReportDir(), L"D:\\Vantor\\PADEP Reports");
 
@@ -264,7 +264,7 @@ TEST(Site, Folders) {
     EXPECT_EQ(folders.temp, L"D:\\Vantor\\Temp");
 
     SiteFixture refused(Section(1, "AB", "LogsDir=D:\\Logs\\"));
-    refused.host.refused_folder = L"D:\\Logs";
+    refused.host.refusedFolder = L"D:\\Logs";
     EXPECT_TRUE(refused.Read());
     EXPECT_EQ(refused.host.created, Problems{L"D:\\Vantor"});
     EXPECT_EQ(refused.site.Problems().back(), L"Could not create folder 'D:\\Logs': Access is denied.");

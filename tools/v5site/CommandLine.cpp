@@ -76,38 +76,38 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
         throw UsageError(L"a command is missing");
     }
     line.command = CommandFrom(arguments[0]);
-    const bool is_show = line.command == Command::kShow;
-    const bool is_for_one_dahs = is_show || line.command == Command::kSecurity;
+    const bool isShow = line.command == Command::kShow;
+    const bool isForOneDahs = isShow || line.command == Command::kSecurity;
     struct Switch {
         const wchar_t* name;
-        bool is_allowed;
+        bool isAllowed;
         bool CommandLine::*flag;
     };
     const Switch switches[] = {{L"--json", true, &CommandLine::json},
-                               {L"--noninteractive", is_for_one_dahs, &CommandLine::noninteractive},
-                               {L"--dotnet", is_show, &CommandLine::dot_net},
-                               {L"--show-passwords", is_show, &CommandLine::show_passwords}};
+                               {L"--noninteractive", isForOneDahs, &CommandLine::noninteractive},
+                               {L"--dotnet", isShow, &CommandLine::dotNet},
+                               {L"--show-passwords", isShow, &CommandLine::showPasswords}};
     for (size_t i = 1; i < arguments.size(); ++i) {
         const std::wstring& word = arguments[i];
         if (word == L"--help" || word == L"-h") {
             line.command = Command::kHelp;
             return line;
         }
-        if (is_for_one_dahs && (word == L"--dahs" || word == L"--site")) {
+        if (isForOneDahs && (word == L"--dahs" || word == L"--site")) {
             if (i + 1 == arguments.size()) {
                 throw UsageError(L"a value is missing after " + word);
             }
             const std::wstring& value = arguments[++i];
             if (word == L"--dahs") {
-                line.dahs_id = DahsIdFrom(value);
+                line.dahsId = DahsIdFrom(value);
             } else {
-                line.site_id = value;
+                line.siteId = value;
             }
             continue;
         }
         bool known = false;
         for (const Switch& option : switches) {
-            if (word == option.name && option.is_allowed) {
+            if (word == option.name && option.isAllowed) {
                 line.*option.flag = true;
                 known = true;
             }
@@ -116,7 +116,7 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             throw UsageError(L"'" + word + L"' is no option of " + arguments[0]);
         }
     }
-    if (line.dahs_id && line.site_id) {
+    if (line.dahsId && line.siteId) {
         throw UsageError(L"--dahs and --site exclude each other");
     }
     return line;

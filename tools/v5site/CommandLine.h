@@ -12,12 +12,12 @@ enum class Command { kHelp, kVersion, kCheck, kList, kShow, kSecurity };
 
 struct CommandLine {
     Command command = Command::kHelp;
-    std::optional<long> dahs_id;          // show, security: this DAHS, not the first
-    std::optional<std::wstring> site_id;  // show, security: the first DAHS of this site
+    std::optional<long> dahsId;          // show, security: this DAHS, not the first
+    std::optional<std::wstring> siteId;  // show, security: the first DAHS of this site
     bool noninteractive = false;
-    bool dot_net = false;
+    bool dotNet = false;
     bool json = false;
-    bool show_passwords = false;
+    bool showPasswords = false;
 };
 
 // A command line that cannot be understood; `What` says why.

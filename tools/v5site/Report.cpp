@@ -32,15 +32,15 @@ std::wstring Display(const Value& value) {
 }
 
 const wchar_t* Place(const EntryRow& row) {
-    return row.is_remote ? L"remote" : L"local";
+    return row.isRemote ? L"remote" : L"local";
 }
 
 std::wstring JsonRow(const EntryRow& row, int depth) {
-    return JsonSettings({{L"dahs", row.dahs_id},
-                         {L"site", row.site_id},
+    return JsonSettings({{L"dahs", row.dahsId},
+                         {L"site", row.siteId},
                          {L"role", row.role},
-                         {L"computer", row.computer_name},
-                         {L"remote", row.is_remote},
+                         {L"computer", row.computerName},
+                         {L"remote", row.isRemote},
                          {L"description", row.description}},
                         depth);
 }
@@ -67,7 +67,7 @@ std::wstring TableOf(const std::vector<EntryRow>& rows) {
     std::vector<Cells> table = {{L"ID", L"SITE", L"ROLE", L"COMPUTER", L"WHERE", L"DESCRIPTION"}};
     for (const EntryRow& row : rows) {
         table.push_back(
-            {std::to_wstring(row.dahs_id), row.site_id, row.role, row.computer_name, Place(row), row.description});
+            {std::to_wstring(row.dahsId), row.siteId, row.role, row.computerName, Place(row), row.description});
     }
     std::array<size_t, kColumns> widths{};
     for (const Cells& cells : table) {
@@ -127,8 +127,8 @@ Report Check(const CommandLine& line, bool usable, const SiteClient& site) {
     } else {
         report.output += L"Usable:\n";
         for (const EntryRow& row : rows) {
-            report.output += L"  DAHS " + std::to_wstring(row.dahs_id) + L" (site " + row.site_id + L", " +
-                             row.computer_name + L")\n";
+            report.output +=
+                L"  DAHS " + std::to_wstring(row.dahsId) + L" (site " + row.siteId + L", " + row.computerName + L")\n";
         }
     }
     report.output += problems == 0   ? L"No problems.\n"
@@ -148,7 +148,7 @@ Report List(const CommandLine& line, const SiteClient& site) {
 
 Report Show(const CommandLine& line, const SiteClient& site) {
     std::vector<Setting> connections = site.Connections();
-    if (!line.show_passwords) {
+    if (!line.showPasswords) {
         for (Setting& connection : connections) {
             connection.value = MaskPasswords(std::get<std::wstring>(connection.value));
         }
@@ -163,7 +163,7 @@ Report Show(const CommandLine& line, const SiteClient& site) {
                         L"\n";
         return report;
     }
-    const std::wstring heading = std::wstring(L"Connection strings (") + (line.dot_net ? L".NET" : L"OLE DB") + L", " +
+    const std::wstring heading = std::wstring(L"Connection strings (") + (line.dotNet ? L".NET" : L"OLE DB") + L", " +
                                  (line.noninteractive ? L"non-interactive" : L"interactive") + L")";
     report.output = L"File " + site.FilePath() + L"\n\n" + Group(L"Settings", site.Settings()) + L"\n" +
                     Group(L"Folders", site.Folders()) + L"\n" + Group(heading.c_str(), connections);
@@ -192,8 +192,8 @@ Report Run(const CommandLine& line, SiteClient& site) {
         return List(line, site);
     }
     if (!site.Choose(line)) {
-        return Nothing(line.dahs_id ? L"DAHS " + std::to_wstring(*line.dahs_id) + L" is not defined or not usable"
-                                    : site.Findings().back());
+        return Nothing(line.dahsId ? L"DAHS " + std::to_wstring(*line.dahsId) + L" is not defined or not usable"
+                                   : site.Findings().back());
     }
     return line.command == Command::kSecurity ? ShowSecurity(line, site.Security()) : Show(line, site);
 }

@@ -128,12 +128,12 @@ std::wstring Field(SAFEARRAY* records, LONG row, LONG column) {
 
 std::vector<Change> LastChanges(const SecuritySite& site) {
     const auto database = Create<IDatabaseInterface>(CLSID_DatabaseInterface, L"V5DBIL.DatabaseInterface");
-    const _bstr_t id(site.site_id.c_str()), none(L"");
+    const _bstr_t id(site.siteId.c_str()), none(L"");
     VARIANT_BOOL done = VARIANT_FALSE;
     _variant_t records;
     database->SetApplicationName(_bstr_t(L"v5site"), &done);
-    database->Initialise(id, _bstr_t(site.language_id.c_str()), _bstr_t(site.config_database.c_str()),
-                         _bstr_t(site.alarms_database.c_str()), none, none, none, VARIANT_TRUE, 0, &done);
+    database->Initialise(id, _bstr_t(site.languageId.c_str()), _bstr_t(site.configDatabase.c_str()),
+                         _bstr_t(site.alarmsDatabase.c_str()), none, none, none, VARIANT_TRUE, 0, &done);
     database->OpenSite(id, -1, -1, -1, 0, 0, 0, &done);
     database->ReadEventLog(id, kRecordsSearched, records.GetAddress());
     std::vector<Change> changes;
@@ -162,11 +162,11 @@ SecurityFacts ReadSecurity(const SecuritySite& site) {
     SecurityFacts facts;
     const Listener listener(security.Get(), DIID___NimboSecurity, facts.messages);
     VARIANT_BOOL done = VARIANT_FALSE;
-    security->Setup(_bstr_t(site.site_id.c_str()), _bstr_t(site.language_id.c_str()),
-                    _bstr_t(site.config_database.c_str()), _bstr_t(site.alarms_database.c_str()), _bstr_t(L"v5site"),
+    security->Setup(_bstr_t(site.siteId.c_str()), _bstr_t(site.languageId.c_str()),
+                    _bstr_t(site.configDatabase.c_str()), _bstr_t(site.alarmsDatabase.c_str()), _bstr_t(L"v5site"),
                     VARIANT_TRUE, &done);
-    facts.is_open = done != VARIANT_FALSE;
-    if (!facts.is_open) {
+    facts.isOpen = done != VARIANT_FALSE;
+    if (!facts.isOpen) {
         return facts;
     }
     const auto levels = Enumeration(security.Get(), L"PrivilegeLevelEnum");
@@ -175,7 +175,7 @@ SecurityFacts ReadSecurity(const SecuritySite& site) {
     security->get_SecurityEnabledStatus(&status);
     facts.status = Named(status, Enumeration(security.Get(), L"SecurityEnabledEnum"));
     security->GetUserPrivilegeLevel(&level);
-    facts.user_level = Named(level, levels);
+    facts.userLevel = Named(level, levels);
     _bstr_t user, list1, list2, list3;
     security->GetCurrentUserName(user.GetAddress());
     facts.user = TextOf(user);

@@ -27,10 +27,10 @@ struct Change {
 };
 
 struct SecurityFacts {
-    bool is_open = false;  // whether the databases could be opened; else only `messages` means something
+    bool isOpen = false;  // whether the databases could be opened; else only `messages` means something
     NamedNumber status;
     std::wstring user;
-    NamedNumber user_level;
+    NamedNumber userLevel;
     std::wstring lists[3];               // levels 1, 2 and 3
     std::vector<Minimum> minimums;       // of every published restriction
     std::vector<Change> changes;         // the last ones, oldest first

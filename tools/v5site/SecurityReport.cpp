@@ -21,7 +21,7 @@ std::wstring Display(const NamedNumber& value) {
 
 std::wstring Lines(const SecurityFacts& facts) {
     std::wstring text = L"Security    " + Display(facts.status) + L"\n" +  //
-                        L"User        " + facts.user + L", level " + Display(facts.user_level) + L"\n";
+                        L"User        " + facts.user + L", level " + Display(facts.userLevel) + L"\n";
     for (size_t i = 0; i < std::size(facts.lists); ++i) {
         text += L"Level " + std::to_wstring(i + 1) + L"     " +
                 (facts.lists[i].empty() ? L"(nobody)" : facts.lists[i]) + L"\n";
@@ -68,10 +68,10 @@ std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
         changes.push_back(JsonSettings({{L"time", change.time}, {L"tag", change.tag}, {L"text", change.text}}, 2));
     }
     return JsonObject(
-               {{L"site", JsonText(site.site_id)},
+               {{L"site", JsonText(site.siteId)},
                 {L"status", JsonNamed(facts.status, 1)},
                 {L"user", JsonText(facts.user)},
-                {L"userLevel", JsonNamed(facts.user_level, 1)},
+                {L"userLevel", JsonNamed(facts.userLevel, 1)},
                 {L"lists",
                  JsonSettings({{L"level1", facts.lists[0]}, {L"level2", facts.lists[1]}, {L"level3", facts.lists[2]}},
                               1)},
@@ -90,12 +90,12 @@ Report ShowSecurity(const CommandLine& line, const SecuritySite& site) {
     for (const std::wstring& message : facts.messages) {
         report.errors += L"v5site: " + message + L"\n";
     }
-    if (!facts.is_open) {
+    if (!facts.isOpen) {
         report.status = kNoDahs;
         return report;
     }
     report.status = facts.messages.empty() ? kFine : kProblems;
-    report.output = line.json ? Json(site, facts) : L"Site        " + site.site_id + L"\n" + Lines(facts);
+    report.output = line.json ? Json(site, facts) : L"Site        " + site.siteId + L"\n" + Lines(facts);
     return report;
 }
 

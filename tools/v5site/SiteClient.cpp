@@ -74,18 +74,18 @@ SiteClient::SiteClient() {
 
 bool SiteClient::Read(const CommandLine& line) {
     VARIANT_BOOL done = VARIANT_FALSE;
-    Check(main_->ReadVantorINI3(V5Strings::NotApplicable, Boolean(line.noninteractive), Boolean(line.dot_net), &done),
+    Check(main_->ReadVantorINI3(V5Strings::NotApplicable, Boolean(line.noninteractive), Boolean(line.dotNet), &done),
           L"ReadVantorINI3");
     return done != VARIANT_FALSE;
 }
 
 bool SiteClient::Choose(const CommandLine& line) {
     VARIANT_BOOL done = VARIANT_TRUE;
-    if (line.dahs_id) {
-        Check(main_->ChooseDahs3(*line.dahs_id, Boolean(line.noninteractive), Boolean(line.dot_net), &done),
+    if (line.dahsId) {
+        Check(main_->ChooseDahs3(*line.dahsId, Boolean(line.noninteractive), Boolean(line.dotNet), &done),
               L"ChooseDahs3");
-    } else if (line.site_id) {
-        Check(main_->ChooseDahs4(_bstr_t(line.site_id->c_str()), Boolean(line.noninteractive), Boolean(line.dot_net),
+    } else if (line.siteId) {
+        Check(main_->ChooseDahs4(_bstr_t(line.siteId->c_str()), Boolean(line.noninteractive), Boolean(line.dotNet),
                                  &done),
               L"ChooseDahs4");
     }
@@ -122,12 +122,12 @@ std::vector<EntryRow> SiteClient::Entries() const {
         ComPtr<_DahsIniEntry> entry;
         Check(entries->Item0(i, &entry), L"Item0");
         _DahsIniEntry* dahs = entry.Get();
-        rows.push_back({.dahs_id = NumberOf<long>(dahs, &_DahsIniEntry::get_DahsID),
-                        .site_id = Text(dahs, &_DahsIniEntry::get_SiteID),
+        rows.push_back({.dahsId = NumberOf<long>(dahs, &_DahsIniEntry::get_DahsID),
+                        .siteId = Text(dahs, &_DahsIniEntry::get_SiteID),
                         .role = RoleText(NumberOf<RedundantDasRoleEnum>(dahs, &_DahsIniEntry::get_RedundantDasRole)),
-                        .computer_name = Text(dahs, &_DahsIniEntry::get_DahsComputerName),
+                        .computerName = Text(dahs, &_DahsIniEntry::get_DahsComputerName),
                         .description = Text(dahs, &_DahsIniEntry::get_DahsDescription),
-                        .is_remote = Flag(dahs, &_DahsIniEntry::get_IsRemote)});
+                        .isRemote = Flag(dahs, &_DahsIniEntry::get_IsRemote)});
     }
     return rows;
 }
@@ -193,10 +193,10 @@ std::vector<Setting> SiteClient::Connections() const {
 SecuritySite SiteClient::Security() const {
     _DahsIniMain* main = main_.Get();
     using Main = _DahsIniMain;
-    return {.site_id = Text(main, &Main::get_SiteID),
-            .language_id = Text(main, &Main::get_LanguageID),
-            .config_database = Text(main, &Main::get_SqlConnectionString_Config),
-            .alarms_database = Text(main, &Main::get_SqlConnectionString_Alarms)};
+    return {.siteId = Text(main, &Main::get_SiteID),
+            .languageId = Text(main, &Main::get_LanguageID),
+            .configDatabase = Text(main, &Main::get_SqlConnectionString_Config),
+            .alarmsDatabase = Text(main, &Main::get_SqlConnectionString_Alarms)};
 }
 
 }  // namespace v5site

@@ -25,9 +25,9 @@ struct Setting {
 
 // A row of the table of entries.
 struct EntryRow {
-    long dahs_id;
-    std::wstring site_id, role, computer_name, description;
-    bool is_remote;
+    long dahsId;
+    std::wstring siteId, role, computerName, description;
+    bool isRemote;
 };
 
 // A call on the component that failed; `What` says which and why.
@@ -43,7 +43,7 @@ class ClientError : public std::exception {
 
 // What the user security of the chosen DAHS's site is read with.
 struct SecuritySite {
-    std::wstring site_id, language_id, config_database, alarms_database;
+    std::wstring siteId, languageId, configDatabase, alarmsDatabase;
 };
 
 class SiteClient {

@@ -18,15 +18,15 @@ namespace {
 constexpr LCID kEnglishUnitedStates = 0x0409;
 
 struct Oracle {
-    HRESULT real_status, long_status, boolean_status;
+    HRESULT realStatus, longStatus, booleanStatus;
     double real = 0;
     LONG whole = 0;
     VARIANT_BOOL truth = VARIANT_FALSE;
 
     explicit Oracle(std::wstring text) {
-        real_status = VarR8FromStr(text.data(), kEnglishUnitedStates, LOCALE_NOUSEROVERRIDE, &real);
-        long_status = VarI4FromStr(text.data(), kEnglishUnitedStates, LOCALE_NOUSEROVERRIDE, &whole);
-        boolean_status = VarBoolFromStr(text.data(), kEnglishUnitedStates, LOCALE_NOUSEROVERRIDE, &truth);
+        realStatus = VarR8FromStr(text.data(), kEnglishUnitedStates, LOCALE_NOUSEROVERRIDE, &real);
+        longStatus = VarI4FromStr(text.data(), kEnglishUnitedStates, LOCALE_NOUSEROVERRIDE, &whole);
+        booleanStatus = VarBoolFromStr(text.data(), kEnglishUnitedStates, LOCALE_NOUSEROVERRIDE, &truth);
     }
 };
 
@@ -42,15 +42,15 @@ bool Agree(const std::wstring& text) {
     const std::optional<std::int32_t> whole = ToLong(text);
     // The test machine's run-time overflows when &HFFFFFFFF is to be a double, which the documented one takes as -1:
     // there the 32-bit conversion decides.
-    const bool real_known = SUCCEEDED(oracle.real_status);
-    const bool long_known = SUCCEEDED(oracle.long_status);
-    if (real.has_value() != (real_known || long_known) || whole.has_value() != long_known) {
+    const bool realKnown = SUCCEEDED(oracle.realStatus);
+    const bool longKnown = SUCCEEDED(oracle.longStatus);
+    if (real.has_value() != (realKnown || longKnown) || whole.has_value() != longKnown) {
         return false;
     }
     // Its scaling by large powers of ten loses the last digits.
-    const bool same_real = !real_known || std::abs(*real - oracle.real) <= std::abs(oracle.real) * 1e-14;
-    const bool same_truth = !real_known || ToBoolean(text) == (oracle.truth != VARIANT_FALSE);
-    return same_real && same_truth && (!whole || *whole == oracle.whole);
+    const bool sameReal = !realKnown || std::abs(*real - oracle.real) <= std::abs(oracle.real) * 1e-14;
+    const bool sameTruth = !realKnown || ToBoolean(text) == (oracle.truth != VARIANT_FALSE);
+    return sameReal && sameTruth && (!whole || *whole == oracle.whole);
 }
 
 }  // namespace
