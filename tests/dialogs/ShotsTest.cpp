@@ -1,6 +1,8 @@
 // No test: `./dev shots` runs this by its name to take a picture of every dialog.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "Calls.h"
@@ -12,51 +14,120 @@ namespace v5::test {
 
 namespace {
 
-// Writes a part of the screen into a bitmap file.
-void Capture(const RECT& area, const std::string& path) {
-    const int width = area.right - area.left;
-    const int height = area.bottom - area.top;
-    BITMAPINFOHEADER info{};
-    info.biSize = sizeof info;
-    info.biWidth = width;
-    info.biHeight = -height;
-    info.biPlanes = 1;
-    info.biBitCount = 24;
-    void* pixels = nullptr;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap =
-        CreateDIBSection(screen, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, &pixels, nullptr, 0);
-    SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    GdiFlush();
-    const auto size = static_cast<DWORD>((width * 3 + 3) / 4 * 4 * height);  // rows end at multiples of four bytes
-    BITMAPFILEHEADER header{};
-    header.bfType = 0x4D42;  // "BM"
-    header.bfOffBits = sizeof header + sizeof info;
-    header.bfSize = header.bfOffBits + size;
-    FILE* file = std::fopen(path.c_str(), "wb");
-    ASSERT_NE(file, nullptr) << path;
-    std::fwrite(&header, sizeof header, 1, file);
-    std::fwrite(&info, sizeof info, 1, file);
-    std::fwrite(pixels, size, 1, file);
-    std::fclose(file);
-    DeleteDC(memory);
-    DeleteObject(bitmap);
-    ReleaseDC(nullptr, screen);
+// A copy of a window as it stands on the screen.
+class Picture {
+  public:
+    explicit Picture(HWND window) {
+        GetWindowRect(window, &area_);
+        info_.biSize = sizeof info_;
+        info_.biWidth = area_.right - area_.left;
+        info_.biHeight = area_.top - area_.bottom;
+        info_.biPlanes = 1;
+        info_.biBitCount = 24;
+        const HDC screen = GetDC(nullptr);
+        dc_ = CreateCompatibleDC(screen);
+        bitmap_ =
+            CreateDIBSection(screen, reinterpret_cast<const BITMAPINFO*>(&info_), DIB_RGB_COLORS, &pixels_, nullptr, 0);
+        SelectObject(dc_, bitmap_);
+        BitBlt(dc_, 0, 0, info_.biWidth, -info_.biHeight, screen, area_.left, area_.top, SRCCOPY);
+        ReleaseDC(nullptr, screen);
+    }
+    ~Picture() {
+        DeleteDC(dc_);
+        DeleteObject(bitmap_);
+    }
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+
+    bool operator==(const Picture& other) const {
+        return Size() == other.Size() && std::memcmp(pixels_, other.pixels_, Size()) == 0;
+    }
+
+    // Draws the cross of the close box, for which the test machine has no font.
+    void DrawCloseCross(HWND window) const {
+        RECT box{};
+        for (LONG x = area_.left; x < area_.right; ++x) {
+            for (LONG y = area_.top; y < area_.top + GetSystemMetrics(SM_CYCAPTION); ++y) {
+                if (SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == HTCLOSE) {
+                    const RECT point{x, y, x + 1, y + 1};
+                    UnionRect(&box, &box, &point);
+                }
+            }
+        }
+        OffsetRect(&box, -area_.left, -area_.top);
+        const LONG edge = (box.bottom - box.top) / 4;
+        InflateRect(&box, -edge, -edge);
+        const UINT state = GetMenuState(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND);
+        const COLORREF cross = GetSysColor((state & MF_GRAYED) != 0 ? COLOR_GRAYTEXT : COLOR_BTNTEXT);
+        const HPEN pen = CreatePen(PS_SOLID, std::max<int>(1, edge / 3), cross);
+        const HGDIOBJ previous = SelectObject(dc_, pen);
+        FillRect(dc_, &box, GetSysColorBrush(COLOR_BTNFACE));
+        InflateRect(&box, -1, -1);
+        const LONG side = std::min(box.right - box.left, box.bottom - box.top);
+        const LONG left = (box.left + box.right - side) / 2;
+        MoveToEx(dc_, left, box.top, nullptr);
+        LineTo(dc_, left + side, box.top + side);
+        MoveToEx(dc_, left + side - 1, box.top, nullptr);
+        LineTo(dc_, left - 1, box.top + side);
+        SelectObject(dc_, previous);
+        DeleteObject(pen);
+        GdiFlush();
+    }
+
+    void Save(const std::string& path) const {
+        BITMAPFILEHEADER header{};
+        header.bfType = 0x4D42;  // "BM"
+        header.bfOffBits = sizeof header + sizeof info_;
+        header.bfSize = header.bfOffBits + static_cast<DWORD>(Size());
+        FILE* file = std::fopen(path.c_str(), "wb");
+        ASSERT_NE(file, nullptr) << path;
+        std::fwrite(&header, sizeof header, 1, file);
+        std::fwrite(&info_, sizeof info_, 1, file);
+        std::fwrite(pixels_, Size(), 1, file);
+        std::fclose(file);
+    }
+
+  private:
+    // Rows end at multiples of four bytes.
+    size_t Size() const {
+        return (static_cast<size_t>(info_.biWidth) * 3 + 3) / 4 * 4 * static_cast<size_t>(-info_.biHeight);
+    }
+
+    RECT area_{};
+    BITMAPINFOHEADER info_{};
+    HDC dc_ = nullptr;
+    HBITMAP bitmap_ = nullptr;
+    void* pixels_ = nullptr;
+};
+
+// Whether the window looks the same for a while: all of it is painted.
+bool HasSettled(HWND window) {
+    constexpr DWORD kStepMilliseconds = 60;
+    const Picture first(window);
+    for (int i = 0; i < 3; ++i) {
+        Sleep(kStepMilliseconds);
+        if (!(Picture(window) == first)) {
+            return false;
+        }
+    }
+    return true;
 }
 
-// Shows a dialog, takes its picture as soon as it is painted, and closes it.
+// Shows a dialog, takes its picture when it is painted, and closes it.
 void Shoot(const std::string& name, const std::wstring& title, const std::function<void()>& show) {
     const char* folder = std::getenv("V5_SHOTS");
     ASSERT_NE(folder, nullptr) << "V5_SHOTS names the folder for the pictures";
     ModalCall call(show);
     const Dialog dialog(title);
+    EXPECT_EVENTUALLY(HasSettled(dialog.Window()));
     SendMessageW(dialog.Window(), WM_NCACTIVATE, TRUE, 0);  // without a window manager, captions look inactive
-    RedrawWindow(dialog.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
-    RECT area{};
-    GetWindowRect(dialog.Window(), &area);
-    Capture(area, std::string(folder) + "\\" + name + ".bmp");
+    RedrawWindow(dialog.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_FRAME);
+    EXPECT_EVENTUALLY(HasSettled(dialog.Window()));
+    const Picture picture(dialog.Window());
+    if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr) {
+        picture.DrawCloseCross(dialog.Window());
+    }
+    picture.Save(std::string(folder) + "\\" + name + ".bmp");
     for (const WPARAM id : {IDCANCEL, IDABORT, IDNO}) {
         PostMessageW(dialog.Window(), WM_COMMAND, id, 0);
     }
