@@ -30,6 +30,7 @@ class Image {
     }
 
     WORD Machine() const { return machine_; }
+    size_t Size() const { return bytes_.size(); }
 
     std::set<std::string> Exports() const {
         std::set<std::string> names;
@@ -101,6 +102,7 @@ TEST_P(ImageTest, ExportsTheEntryPointsAndNeedsWindowsOnly) {
     const std::set<std::string> entryPoints = {"DllCanUnloadNow", "DllGetClassObject", "DllInstall",
                                                "DllRegisterServer", "DllUnregisterServer"};
     EXPECT_EQ(image.Exports(), entryPoints);
+    EXPECT_LE(image.Size(), size_t{1} << 20) << "the DLL has grown beyond 1 MB";
     char system[MAX_PATH];
     ASSERT_NE(GetSystemDirectoryA(system, MAX_PATH), 0U);
     for (const std::string& library : image.ImportedLibraries()) {

@@ -1,0 +1,168 @@
+# The packages as their users meet them: unpacked, built against, installed, upgraded, repaired, removed. Sourced by
+# ./dev test, whose functions it uses; packages_suite WIDTH… prints what fails and sets `passed` and `failed`.
+# A Wine prefix of its own has nothing registered.
+
+UPGRADE_CODES=('{F1E30AF2-4BE1-47FD-9A5E-97E9E2E0A5D9}' '{0B7B86F6-7E53-4F68-A1AE-3F0C8C1D90B7}')
+OLDER=5.2.9
+
+# check NAME COMMAND…: one test
+check() {
+  local name=$1 output
+  shift
+  if output=$("$@" 2>&1); then
+    passed=$((passed + 1))
+  else
+    failed=$((failed + 1))
+    printf '[  FAILED  ] %s\n' "$name"
+    head -n 40 <<<"$output"
+  fi
+}
+is() { [ "$1" = "$2" ] || { printf 'is:     %s\nwanted: %s\n' "$1" "$2"; return 1; }; }
+fails() { ! "$@"; }
+
+host_of() { if [ "$1" = win64 ]; then echo 'C:\windows\system32\'; else echo 'C:\windows\syswow64\'; fi; }
+script() { in_wine "$(host_of "$1")cscript.exe" //nologo "$(windows_path "tests/packaging/$2")" "${@:3}" | tr -d '\r'; }
+client_works() { is "$(script "$1" client.vbs)" passed; }
+msi() { in_wine msiexec "$1" "$(windows_path "$2")" "${@:3}" /qn; }
+installed() { script win64 installed.vbs "${UPGRADE_CODES[@]}"; }
+folder_of() { if [ "$1" = win64 ]; then echo 'Program Files'; else echo 'Program Files (x86)'; fi; }
+
+# The script hosts register themselves when they are first used.
+first_scripts() {
+  local width
+  for width in win64 win32; do script "$width" fileversion.vbs 'C:\windows\win.ini' || true; done
+}
+# A Wine prefix with nothing registered: the pristine one, whose files it shares.
+fresh_prefix() {
+  local pristine="$BUILD/wine-pristine.$WINE32"
+  if [ ! -e "$pristine/ready" ]; then
+    rm -rf "$pristine"
+    (export WINEPREFIX="$pristine"; in_wine wineboot --init && first_scripts && end_prefix && touch "$pristine/ready") >"$BUILD/wineboot-pristine.log" 2>&1
+  fi
+  export WINEPREFIX="$BUILD/wine-package"
+  rm -rf "$WINEPREFIX"
+  cp -al "$pristine" "$WINEPREFIX"
+  rm "$WINEPREFIX"/*.reg
+  cp "$pristine"/*.reg "$WINEPREFIX"
+}
+
+# What the machine has: registered classes, installed products, files in the program folders. The registry is read from
+# the file that the Wine server writes when it ends. Keys of the installer itself that became empty are the installer's.
+machine_state() {
+  end_prefix
+  awk '/^\[/ { sub(/\] [0-9]+$/, "]"); key = $0 }
+       /^#time/ || NF == 0 || !/^\[/ && key == "" { next }
+       tolower(key) ~ /^\[software\\\\(classes|microsoft\\\\windows\\\\currentversion\\\\(uninstall|installer))/ &&
+         !(/^\[/ && tolower($0) ~ /\\\\installer/) { print key " " ($0 == key ? "" : $0) }' "$WINEPREFIX/system.reg" | sort
+  (cd "$WINEPREFIX/drive_c" && find 'Program Files' 'Program Files (x86)' | sort)
+}
+end_prefix() { wineserver -k 8>&- 9>&- || true; wineserver -w 8>&- 9>&- || true; }
+
+# The examples, built with nothing but the unpacked package.
+build_example() {
+  local width=$1 example=$2 toolchain=x86_64 build="$BUILD/package/test/$1-$2"
+  [ "$width" = win64 ] || toolchain=i686
+  cmake -S "$unpacked/$width/examples/$example" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-$toolchain.cmake" \
+    -DCMAKE_PREFIX_PATH="$unpacked/$width" -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
+    -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror" && cmake --build "$build"
+}
+registration_free_works() { in_wine "$BUILD/package/test/$1-registration_free/every_class.exe"; }
+example_works() {
+  local log="$BUILD/package/test/footnotes-$1.log"
+  rm -f "$log"
+  is "$(in_wine "$BUILD/package/test/$1-cpp/footnotes.exe" "$(windows_path "$BUILD/package/test")\\footnotes-$1.log" | tr -d '\r')" \
+    "112.4: mark 2020
+ 98.0: mark 2021
+110.9: mark 2020
+entries: 0
+error 9 from V5Strings.DahsIniEntries: Subscript out of range" && grep -q 'Marked 2 kinds of values' "$log"
+}
+
+all_versions_agree() {
+  local version
+  version=$(package_version)
+  is "$(in_wine "$BUILD/$1/v5site.exe" --version | tr -d '\r')" "v5site $version" &&
+    is "$(sed -n 's/^## \([0-9.]*\).*/\1/p' docs/changelog.md | head -n 1)" "$version" &&
+    is "$(script "$1" fileversion.vbs "$(windows_path "$BUILD/$1/V5Strings.dll")")" "$version.0" &&
+    is "$(script "$1" fileversion.vbs "$(windows_path "$BUILD/$1/v5site.exe")")" "$version.0"
+}
+no_own_paths() { fails grep -rlF "$PWD" "$unpacked/$1" --include='*.h' --include='*.hpp' --include='*.cpp' --include='*.cmake' --include='*.manifest'; }
+
+repair_works() {
+  rm "$WINEPREFIX/drive_c/$(folder_of "$1")/Vantor/V5Strings/V5Strings.dll"
+  in_wine "$(host_of "$1")reg.exe" delete 'HKLM\Software\Classes\CLSID\{D8D40FB6-A60C-4CE8-B5F3-D55A6ACED141}' /f
+  fails client_works "$1" && msi /i "$(installer "$1" "$(package_version)")" REINSTALL=ALL REINSTALLMODE=amus &&
+    client_works "$1"
+}
+# The installer's rows are what registration writes: registering the installed file changes nothing.
+registering_changes_nothing() {
+  machine_state >"$BUILD/package/test/installed.txt"
+  in_wine "$(host_of "$1")regsvr32.exe" /s "C:\\$(folder_of "$1")\\Vantor\\V5Strings\\V5Strings.dll" &&
+    diff "$BUILD/package/test/installed.txt" <(machine_state)
+}
+installer() { echo "$BUILD/package/test/V5Strings-$2-$1.msi"; }
+
+# The programs with an older version in their resources (the fixed part, which the installer goes by).
+make_older_programs() {
+  local folder="$BUILD/package/test/$1-older" fixed='\xBD\x04\xEF\xFE\x00\x00\x01\x00'
+  mkdir -p "$folder"
+  cp "$BUILD/$1/V5Strings.dll" "$BUILD/$1/v5site.exe" "$folder"
+  perl -0777 -pi -e "s/($fixed).{8}/\$1\\x02\\x00\\x05\\x00\\x00\\x00\\x09\\x00/s" "$folder"/*
+}
+
+packages_suite() {
+  local width unpacked="$BUILD/package/unpacked" version file
+  passed=0 failed=0
+  . packaging/package.sh
+  version=$(package_version)
+  mkdir -p "$BUILD/package/test"
+  rm -rf "$unpacked"
+
+  for width in "$@"; do
+    make_zip "$width" "$BUILD/package/test/$width.zip"
+    mkdir -p "$unpacked/$width"
+    (cd "$unpacked/$width" && cmake -E tar xf "$BUILD/package/test/$width.zip" && mv V5Strings-*/* .)
+    make_older_programs "$width"
+    make_installer "$width" "$OLDER" "$(installer "$width" "$OLDER")" "$BUILD/package/test/$width-older"
+    make_installer "$width" "$version" "$(installer "$width" "$version")"
+    check "versions agree $width" all_versions_agree "$width"
+    check "no paths of the build machine $width" no_own_paths "$width"
+  done
+
+  fresh_prefix
+  for width in "$@"; do
+    for file in registration_free cpp; do check "build example $file $width" build_example "$width" "$file"; done
+    check "registration-free $width" registration_free_works "$width"
+    rm "$BUILD/package/test/$width-registration_free/V5Strings.manifest"
+    check "not found without its manifest $width" fails registration_free_works "$width"
+    cp "$unpacked/$width/bin/V5Strings.manifest" "$BUILD/package/test/$width-registration_free"
+  done
+  machine_state >"$BUILD/package/test/before.txt"
+  for width in "$@"; do installer_tests "$width"; done
+  if [ $# = 2 ]; then
+    for width in "$@"; do check "install beside the other $width" msi /i "$(installer "$width" "$version")"; done
+    check "both are installed" is "$(installed)" "V5Strings $version (64 bit)"$'\n'"V5Strings $version (32 bit)"
+    check "remove $1" msi /x "$(installer "$1" "$version")"
+    check "$2 outlives the other width" client_works "$2"
+    # What is left now is not looked at: Wine, other than Windows, has programmatic identifiers of each width.
+  fi
+  end_prefix
+}
+
+# The life of one width on the machine.
+installer_tests() {
+  local width=$1
+  check "install $OLDER $width" msi /i "$(installer "$width" "$OLDER")"
+  check "upgrade $width" msi /i "$(installer "$width" "$version")"
+  check "the files are the new ones $width" is "$(script "$width" fileversion.vbs \
+    "C:\\$(folder_of "$width")\\Vantor\\V5Strings\\V5Strings.dll")" "$version.0"
+  check "one version is installed $width" is "$(installed)" "V5Strings $version (${width#win} bit)"
+  check "script client $width" client_works "$width"
+  check "C++ client $width" example_works "$width"
+  check "older refused $width" fails msi /i "$(installer "$width" "$OLDER")"
+  check "still installed $width" client_works "$width"
+  check "repair $width" repair_works "$width"
+  check "installed as registered $width" registering_changes_nothing "$width"
+  check "remove $width" msi /x "$(installer "$width" "$version")"
+  check "registry and folders as before $width" diff "$BUILD/package/test/before.txt" <(machine_state)
+}
