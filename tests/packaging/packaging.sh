@@ -40,6 +40,7 @@ fresh_prefix() {
     (export WINEPREFIX="$pristine"; in_wine wineboot --init && first_scripts && end_prefix && touch "$pristine/ready") >"$BUILD/wineboot-pristine.log" 2>&1
   fi
   export WINEPREFIX="$BUILD/wine-package"
+  [ ! -e "$WINEPREFIX" ] || end_prefix  # of a run that was interrupted
   rm -rf "$WINEPREFIX"
   cp -al "$pristine" "$WINEPREFIX"
   rm "$WINEPREFIX"/*.reg
