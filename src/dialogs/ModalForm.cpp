@@ -261,6 +261,7 @@ INT_PTR ModalForm::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCDESTROY) {
         window_ = nullptr;
         closed_ = true;
+        PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the message loop, as in Close()
     }
     return FALSE;
 }

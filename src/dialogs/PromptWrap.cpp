@@ -40,7 +40,14 @@ class Wrapper {
     std::wstring Result() && { return std::move(result_); }
 
   private:
-    bool Fits(std::wstring_view text) const { return text.empty() || width_(text) <= limit_; }
+    bool Fits(std::wstring_view text) const {
+        // A long rest is measured again for every line that it gives: its start tells as well that it does not fit.
+        constexpr size_t kEnough = 500;
+        if (text.size() > kEnough && width_(text.substr(0, kEnough)) > limit_) {
+            return false;
+        }
+        return text.empty() || width_(text) <= limit_;
+    }
 
     // The last blank of `line` before which the text fits; npos when not even the first word does.
     size_t LastBreak(std::wstring_view line) const {

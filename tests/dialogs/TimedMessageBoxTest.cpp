@@ -229,6 +229,15 @@ TEST(TimedMessageBox, NestedBoxesReturnInOrder) {
               6);
 }
 
+TEST(TimedMessageBox, OwnerThatGoesTakesItsBoxAlong) {
+    long result = -1;
+    ModalCall call([&] { result = AsyncMsgBox(L"Go on?", 4, kTitle); }, ModalCall::Owner::Window);
+    const Dialog box(kTitle);
+    SetTimer(call.OwnerWindow(), 1, 1, [](HWND owner, UINT, UINT_PTR, DWORD) { DestroyWindow(owner); });
+    call.Wait();
+    EXPECT_EQ(result, 2);
+}
+
 TEST(TimedMessageBox, QuitRequestEndsTheBoxAndReachesTheCaller) {
     bool quitArrived = false;
     ModalCall call([&] {

@@ -64,6 +64,17 @@ TEST(PromptWrap, NothingIsLostAndEveryLineFits) {
     EXPECT_EQ(std::count(wrapped.begin(), wrapped.end(), L'x'), std::count(prompt.begin(), prompt.end(), L'x'));
 }
 
+TEST(PromptWrap, LongPromptsAreMeasuredInTimeThatGrowsWithThem) {
+    size_t measured = 0;
+    const auto width = [&](std::wstring_view text) {
+        measured += text.size();
+        return HundredTwipsEach(text);
+    };
+    constexpr size_t kLength = 100000;
+    EXPECT_EQ(WrapPrompt(std::wstring(kLength, L'x'), kPromptLimit, width).size(), kLength + kLength / 63 * 2);
+    EXPECT_LT(measured, kLength * 100);
+}
+
 TEST(TimedMessageBox, ButtonsDefaultsAndEscape) {
     const struct {
         std::uint32_t style;
