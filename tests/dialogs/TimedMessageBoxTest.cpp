@@ -210,6 +210,10 @@ void CALLBACK ShowNested(HWND window, UINT, UINT_PTR timer, DWORD) {
     nestedAnswer = AsyncMsgBox(L"Inner", 0x104, L"Inner box", 1);
 }
 
+void CALLBACK DestroyOwner(HWND window, UINT, UINT_PTR, DWORD) {
+    DestroyWindow(window);
+}
+
 }  // namespace
 
 TEST(TimedMessageBox, NestedBoxesReturnInOrder) {
@@ -233,7 +237,7 @@ TEST(TimedMessageBox, OwnerThatGoesTakesItsBoxAlong) {
     long result = -1;
     ModalCall call([&] { result = AsyncMsgBox(L"Go on?", 4, kTitle); }, ModalCall::Owner::Window);
     const Dialog box(kTitle);
-    SetTimer(call.OwnerWindow(), 1, 1, [](HWND owner, UINT, UINT_PTR, DWORD) { DestroyWindow(owner); });
+    SetTimer(call.OwnerWindow(), 1, 1, DestroyOwner);
     call.Wait();
     EXPECT_EQ(result, 2);
 }
