@@ -69,7 +69,7 @@ void Table::Print() const {
     const auto columns = static_cast<int>(width);
     std::printf("%-*s  %10s  %10s  %7s  %7s  ok?\n", columns, "name", "ours", "peer", "ratio", "goal");
     for (const Row& row : rows_) {
-        std::printf("%-*s  %10s  %10s  %7.3f  <=%5.4g  %s\n", columns, row.name.c_str(), Readable(row.ours).c_str(),
+        std::printf("%-*s  %10s  %10s  %7.3f  <=%-5.4g  %s\n", columns, row.name.c_str(), Readable(row.ours).c_str(),
                     Readable(row.peer).c_str(), row.Ratio(), row.goal, row.Ratio() <= row.goal ? "ok" : "MISSED");
     }
 }

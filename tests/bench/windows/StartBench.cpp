@@ -1,0 +1,70 @@
+// From CoCreateInstance to the first answered call, the DLL loaded anew each time, against a class that does nothing in
+// a DLL that is built the same way and registered in the same place.
+#include "V5Strings.h"
+#include "bench/Bench.h"
+#include "bench/windows/Com.h"
+#include "bench/windows/nothing/Nothing.h"
+
+namespace v5::bench {
+namespace {
+
+constexpr int kStarts = 20;
+
+// The do-nothing class in the registry, as long as this object lives. Its DLL lies beside this program.
+class NothingRegistered {
+  public:
+    NothingRegistered() {
+        wchar_t program[MAX_PATH], id[40];
+        GetModuleFileNameW(nullptr, program, MAX_PATH);
+        const std::wstring path = program;
+        dll_ = path.substr(0, path.rfind(L'\\')) + L"\\v5nothing.dll";
+        StringFromGUID2(kNothing, id, 40);
+        key_ = std::wstring(L"Software\\Classes\\CLSID\\") + id;
+        Write(nullptr, dll_);
+        Write(L"ThreadingModel", L"Apartment");
+    }
+    ~NothingRegistered() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, key_.c_str()); }
+    NothingRegistered(const NothingRegistered&) = delete;
+    NothingRegistered& operator=(const NothingRegistered&) = delete;
+
+  private:
+    void Write(const wchar_t* name, const std::wstring& text) {
+        Check(HRESULT_FROM_WIN32(static_cast<DWORD>(
+                  RegSetKeyValueW(HKEY_LOCAL_MACHINE, (key_ + L"\\InprocServer32").c_str(), name, REG_SZ, text.c_str(),
+                                  static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))))),
+              "registering the class");
+    }
+    std::wstring dll_, key_;
+};
+
+void StartAndCall(REFCLSID clsid, const wchar_t* dll) {
+    for (int i = 0; i < kStarts; ++i) {
+        {
+            ComPtr<_FootnoteList> object;
+            Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "CoCreateInstance");
+            long count = -1;
+            Check(object->get_Count(&count), "get_Count");
+            Check(count == 0 ? S_OK : E_FAIL, "the answer");
+        }
+        CoFreeUnusedLibrariesEx(0, 0);
+        Check(GetModuleHandleW(dll) == nullptr ? S_OK : E_FAIL, "unloading the DLL");
+    }
+}
+
+void Start(Table& table) {
+    Check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
+    const NothingRegistered registered;
+    table.Compare(
+        {.name = "start: CoCreateInstance to the first answer / a class that does nothing",
+         .goal = 1.2,
+         .runs = 15,
+         .operations = kStarts},
+        [] { StartAndCall(__uuidof(FootnoteList), L"V5Strings.dll"); },
+        [] { StartAndCall(kNothing, L"v5nothing.dll"); });
+    CoUninitialize();
+}
+
+const Benchmark registered("start", Start);
+
+}  // namespace
+}  // namespace v5::bench

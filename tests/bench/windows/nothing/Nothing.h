@@ -1,0 +1,9 @@
+#pragma once
+
+#include <windows.h>
+
+namespace v5::bench {
+
+inline constexpr CLSID kNothing = {0x5C1F9A56, 0x0E2B, 0x4B7E, {0x9D, 0x63, 0x2A, 0x71, 0xC4, 0x0F, 0x88, 0x1D}};
+
+}  // namespace v5::bench
