@@ -1,44 +1,21 @@
 // The entry points that every in-process server has, over the component's class table.
 #include <olectl.h>
 
-#include <atomic>
 #include <cwchar>
 #include <new>
 
 #include "com/Component.h"
 #include "com/Guard.h"
 #include "com/Registration.h"
+#include "com/SimpleObject.h"
 
 namespace v5 {
 
 namespace {
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public SimpleObject<IClassFactory> {
   public:
-    explicit ClassFactory(const ClassEntry& entry) : entry_(entry) { AddComponentUse(); }
-    ClassFactory(const ClassFactory&) = delete;
-    ClassFactory& operator=(const ClassFactory&) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) {
-            return E_POINTER;
-        }
-        if (iid != IID_IUnknown && iid != IID_IClassFactory) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IClassFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
+    explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
 
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
         if (object == nullptr) {
@@ -57,10 +34,7 @@ class ClassFactory final : public IClassFactory {
     }
 
   private:
-    virtual ~ClassFactory() { ReleaseComponentUse(); }
-
     const ClassEntry& entry_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 HRESULT Install(Registration registration, bool install) noexcept {

@@ -3,11 +3,10 @@
 #include <oleauto.h>
 
 #include <algorithm>
-#include <atomic>
 #include <utility>
 
-#include "com/Component.h"
 #include "com/Guard.h"
+#include "com/SimpleObject.h"
 #include "com/Values.h"
 #include "platform/Adopt.h"
 
@@ -15,77 +14,30 @@ namespace v5 {
 
 namespace {
 
-class Enumerator final : public IEnumVARIANT {
+class Enumerator final : public SimpleEnumerator<IEnumVARIANT, VARIANT, _variant_t> {
   public:
-    Enumerator(std::vector<_variant_t> items, size_t next) : items_(std::move(items)), next_(next) {
-        AddComponentUse();
-    }
-    Enumerator(const Enumerator&) = delete;
-    Enumerator& operator=(const Enumerator&) = delete;
+    Enumerator(std::vector<_variant_t> items, size_t next) : SimpleEnumerator(std::move(items), next) {}
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) {
-            return E_POINTER;
-        }
-        if (iid != IID_IUnknown && iid != IID_IEnumVARIANT) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IEnumVARIANT*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-
-    STDMETHODIMP Next(ULONG wanted, VARIANT* items, ULONG* fetched) override {
-        if (items == nullptr || (fetched == nullptr && wanted != 1)) {
-            return E_POINTER;
-        }
-        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, items_.size() - next_));
-        for (ULONG i = 0; i < given; ++i) {
-            VariantInit(&items[i]);
-            const HRESULT status = VariantCopy(&items[i], &items_[next_ + i]);
-            if (FAILED(status)) {
-                std::for_each(items, items + i, [](VARIANT& item) { VariantClear(&item); });
-                return status;
-            }
-        }
-        next_ += given;
-        if (fetched != nullptr) {
-            *fetched = given;
-        }
-        return given == wanted ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP Skip(ULONG count) override {
-        const size_t skipped = std::min<size_t>(count, items_.size() - next_);
-        next_ += skipped;
-        return skipped == count ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP Reset() override {
-        next_ = 0;
-        return S_OK;
-    }
     STDMETHODIMP Clone(IEnumVARIANT** copy) override {
         if (copy == nullptr) {
             return E_POINTER;
         }
         *copy = nullptr;
-        return Guarded(IID_NULL, L"", [&] { *copy = new Enumerator(items_, next_); });
+        return Guarded(IID_NULL, L"", [&] { *copy = new Enumerator(Items(), Position()); });
     }
 
   private:
-    virtual ~Enumerator() { ReleaseComponentUse(); }
-
-    std::vector<_variant_t> items_;
-    size_t next_;
-    std::atomic<ULONG> references_ = 1;
+    HRESULT CopyOut(const _variant_t* from, ULONG count, VARIANT* to) override {
+        for (ULONG i = 0; i < count; ++i) {
+            VariantInit(&to[i]);
+            const HRESULT status = VariantCopy(&to[i], const_cast<_variant_t*>(&from[i]));
+            if (FAILED(status)) {
+                std::for_each(to, to + i, [](VARIANT& item) { VariantClear(&item); });
+                return status;
+            }
+        }
+        return S_OK;
+    }
 };
 
 }  // namespace

@@ -3,7 +3,8 @@
 #include <olectl.h>
 
 #include <algorithm>
-#include <atomic>
+
+#include "com/SimpleObject.h"
 
 namespace v5 {
 
@@ -21,72 +22,29 @@ void CopyItem(const ComPtr<IConnectionPoint>& from, IConnectionPoint** to) {
 // The connection enumerators of OLE controls, which differ only in what they enumerate. `Stored` is what is kept,
 // `Item` what a client gets.
 template <class Interface, class Item, class Stored>
-class ConnectionEnumerator final : public Interface {
+class ConnectionEnumerator final : public SimpleEnumerator<Interface, Item, Stored> {
   public:
     ConnectionEnumerator(std::vector<Stored> items, std::vector<ComPtr<IUnknown>> kept, size_t next)
-        : items_(std::move(items)), kept_(std::move(kept)), next_(next) {
-        AddComponentUse();
-    }
-    ConnectionEnumerator(const ConnectionEnumerator&) = delete;
-    ConnectionEnumerator& operator=(const ConnectionEnumerator&) = delete;
+        : SimpleEnumerator<Interface, Item, Stored>(std::move(items), next), kept_(std::move(kept)) {}
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) {
-            return E_POINTER;
-        }
-        if (iid != IID_IUnknown && iid != __uuidof(Interface)) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<Interface*>(this);
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-    STDMETHODIMP Next(ULONG wanted, Item* items, ULONG* fetched) override {
-        if (items == nullptr || (fetched == nullptr && wanted != 1)) {
-            return E_POINTER;
-        }
-        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, items_.size() - next_));
-        for (ULONG i = 0; i < given; ++i) {
-            CopyItem(items_[next_++], &items[i]);
-        }
-        if (fetched != nullptr) {
-            *fetched = given;
-        }
-        return given == wanted ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP Skip(ULONG count) override {
-        const size_t skipped = std::min<size_t>(count, items_.size() - next_);
-        next_ += skipped;
-        return skipped == count ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP Reset() override {
-        next_ = 0;
-        return S_OK;
-    }
     STDMETHODIMP Clone(Interface** copy) override {
         if (copy == nullptr) {
             return E_POINTER;
         }
         *copy = nullptr;
-        return Guarded(IID_NULL, L"", [&] { *copy = new ConnectionEnumerator(items_, kept_, next_); });
+        return Guarded(IID_NULL, L"",
+                       [&] { *copy = new ConnectionEnumerator(this->Items(), kept_, this->Position()); });
     }
 
   private:
-    virtual ~ConnectionEnumerator() { ReleaseComponentUse(); }
+    HRESULT CopyOut(const Stored* from, ULONG count, Item* to) override {
+        for (ULONG i = 0; i < count; ++i) {
+            CopyItem(from[i], &to[i]);
+        }
+        return S_OK;
+    }
 
-    std::vector<Stored> items_;
     std::vector<ComPtr<IUnknown>> kept_;  // keeps alive what the items point to
-    size_t next_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 using ListenerEnumerator = ConnectionEnumerator<IEnumConnections, CONNECTDATA, CONNECTDATA>;

@@ -6,6 +6,7 @@
 
 #include "V5DBIL.h"
 #include "com/Guard.h"
+#include "com/SimpleObject.h"
 #include "platform/Adopt.h"
 #include "platform/BstrText.h"
 
@@ -22,33 +23,12 @@ VARIANT_BOOL Flag(bool value) {
 }
 
 // Receives the component's events. It may outlive the database object for as long as the component holds it.
-class DbilEvents final : public IDispatch {
+class DbilEvents final : public SimpleObject<IDispatch> {
   public:
     explicit DbilEvents(MessageSink& messages) : messages_(&messages) {}
-    virtual ~DbilEvents() = default;
 
     void Disconnect() { messages_ = nullptr; }
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) {
-            return E_POINTER;
-        }
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID__DatabaseInterfaceEvents;
-        *object = known ? this : nullptr;
-        if (!known) {
-            return E_NOINTERFACE;
-        }
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
     STDMETHODIMP GetTypeInfoCount(UINT* count) override {
         *count = 0;
         return S_OK;
@@ -75,7 +55,8 @@ class DbilEvents final : public IDispatch {
     }
 
   private:
-    ULONG references_ = 1;
+    bool AnswersTo(REFIID iid) const override { return iid == DIID__DatabaseInterfaceEvents; }
+
     MessageSink* messages_;
 };
 
