@@ -5,10 +5,6 @@ namespace v5::test {
 
 namespace {
 
-void CALLBACK DestroyOwner(HWND owner, UINT, UINT_PTR, DWORD) {
-    DestroyWindow(owner);
-}
-
 constexpr wchar_t kTitle[] = L"Message box under test";
 
 // Shows a box, works it, and gives its answer.
