@@ -1,7 +1,7 @@
 // A class that does nothing, in a DLL that is built like the component: what loading, creating and calling cost by
 // themselves. It answers FootnoteList's interface.
-#include "V5Strings.h"
 #include "bench/windows/nothing/Nothing.h"
+#include "V5Strings.h"
 #include "com/AutomationObject.h"
 #include "com/Component.h"
 
@@ -20,7 +20,8 @@ class Nothing final : public AutomationObject<Nothing, _FootnoteList, ::Footnote
     STDMETHODIMP GetAllFootnotes(IDispatch**) override { return E_NOTIMPL; }
 };
 
-constexpr ClassEntry kClasses[] = {{&bench::kNothing, Nothing::kProgId, L"A class that does nothing", &Nothing::Create}};
+constexpr ClassEntry kClasses[] = {
+    {&bench::kNothing, Nothing::kProgId, L"A class that does nothing", &Nothing::Create}};
 
 }  // namespace
 
