@@ -102,6 +102,8 @@ TEST(V5Site, CheckTellsProblemsByItsStatus) {
     outcome = Tool(L"check");
     EXPECT_EQ(outcome.status, 2u);
     EXPECT_TRUE(Contains(outcome.output, "No DAHS is usable.")) << outcome.output;
+    EXPECT_TRUE(Contains(outcome.output, "'SiteID'; may not be a number (line 2)\n")) << outcome.output;
+    EXPECT_TRUE(Contains(outcome.output, "'VantorDir' (line 1)\n")) << "the header stands in for a missing key";
     outcome = Tool(L"list");
     EXPECT_EQ(outcome.status, 2u);
     EXPECT_EQ(outcome.output, "");

@@ -9,7 +9,8 @@ const wchar_t kHelpText[] =
 
 Usage:
   v5site check [--json]
-      Read the file, print every finding and which DAHS entries are usable.
+      Read the file, print every finding, with the line of the file that it is about, and which DAHS entries are
+      usable.
   v5site list [--json]
       Print a table of the usable entries: id, site, role, computer, local or remote, description.
   v5site show [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]

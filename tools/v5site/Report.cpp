@@ -6,6 +6,7 @@
 #include "Json.h"
 #include "PasswordMask.h"
 #include "SecurityReport.h"
+#include "SiteLines.h"
 
 namespace v5site {
 
@@ -53,10 +54,12 @@ std::wstring JsonRows(const std::vector<EntryRow>& rows) {
     return JsonArray(items, 1);
 }
 
-std::wstring Lines(const std::vector<std::wstring>& texts) {
+// One line a finding, with the number of the line of the file that it is about.
+std::wstring Lines(const std::vector<std::wstring>& findings, const SiteLines& file) {
     std::wstring lines;
-    for (const std::wstring& text : texts) {
-        lines += text + L"\n";
+    for (const std::wstring& finding : findings) {
+        const size_t number = file.LineOf(finding);
+        lines += finding + (number == 0 ? std::wstring() : L" (line " + std::to_wstring(number) + L")") + L"\n";
     }
     return lines;
 }
@@ -105,23 +108,26 @@ std::wstring Group(const wchar_t* heading, const std::vector<Setting>& settings)
 Report Check(const CommandLine& line, bool usable, const SiteClient& site) {
     const std::vector<std::wstring> findings = site.Findings();
     const std::vector<EntryRow> rows = site.Entries();
+    const SiteLines file(site.FilePath());
     const auto problems = std::count_if(findings.begin(), findings.end(), IsProblem);
     Report report;
     report.status = !usable ? kNoDahs : problems > 0 ? kProblems : kFine;
     if (line.json) {
-        std::vector<std::wstring> texts;
+        std::vector<std::wstring> texts, numbers;
         for (const std::wstring& finding : findings) {
             texts.push_back(JsonText(finding));
+            numbers.push_back(std::to_wstring(file.LineOf(finding)));
         }
         report.output = JsonObject({{L"file", JsonText(site.FilePath())},
                                     {L"status", std::to_wstring(report.status)},
                                     {L"findings", JsonArray(texts, 1)},
+                                    {L"lines", JsonArray(numbers, 1)},
                                     {L"usable", JsonRows(rows)}},
                                    0) +
                         L"\n";
         return report;
     }
-    report.output = Lines(findings) + L"\n";
+    report.output = Lines(findings, file) + L"\n";
     if (rows.empty()) {
         report.output += L"No DAHS is usable.\n";
     } else {
