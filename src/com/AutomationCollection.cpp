@@ -64,6 +64,7 @@ const VARIANT* ArgumentAt(const DISPPARAMS& arguments, UINT position) {
 // A copy of what an argument stands for, references resolved.
 _variant_t ValueOf(const VARIANT& argument) {
     _variant_t value;
+    Check((V_VT(&argument) & VT_BYREF) != 0 && V_BYREF(&argument) == nullptr ? E_POINTER : S_OK);
     Check(VariantCopyInd(&value, const_cast<VARIANT*>(&argument)));
     return value;
 }
@@ -201,9 +202,12 @@ _variant_t AutomationCollection::Call(DISPID id, const DISPPARAMS& arguments) {
             return {};
         case kCount:
             return static_cast<long>(entries_.size());
-        case kRemove:
-            entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(PositionAt(ArgumentAt(arguments, 0))));
+        case kRemove: {
+            const auto position = entries_.begin() + static_cast<std::ptrdiff_t>(PositionAt(ArgumentAt(arguments, 0)));
+            const Entry removed = std::move(*position);  // an item that ends here may call back into us
+            entries_.erase(position);
             return {};
+        }
         default:
             return NewEnum();
     }

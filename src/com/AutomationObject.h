@@ -49,6 +49,9 @@ class DualInterface : public Interface {
         });
     }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        if (names == nullptr || ids == nullptr) {
+            return E_POINTER;
+        }
         HRESULT status = S_OK;
         const HRESULT guarded =
             Guarded(IID_NULL, L"", [&] { status = DispatchTableOf<Interface>().GetIDsOfNames(names, count, ids); });
@@ -130,13 +133,29 @@ class AutomationObject : public DualInterface<Interface>,
     AutomationObject() { AddComponentUse(); }
     ~AutomationObject() override { ReleaseComponentUse(); }
 
+    // Every member under way holds its object: a listener or message sink may release the client's last reference.
+    class Alive {
+      public:
+        explicit Alive(AutomationObject& object) : object_(object) { object_.AddRef(); }
+        ~Alive() { object_.Release(); }
+        Alive(const Alive&) = delete;
+        Alive& operator=(const Alive&) = delete;
+
+      private:
+        AutomationObject& object_;
+    };
+
     // A further interface that is not among `More` (a facet with an identity of its own); null when there is none.
     virtual void* FindMore(REFIID) { return nullptr; }
 
     // A member that returns a value and raises what goes wrong. `work` gives a value that Pack accepts.
     template <class Out, class Work>
     HRESULT Return(Out* out, Work&& work) noexcept {
-        return out == nullptr ? E_POINTER : Guarded(__uuidof(Interface), Self::kProgId, [&] {
+        if (out == nullptr) {
+            return E_POINTER;
+        }
+        const Alive alive(*this);
+        return Guarded(__uuidof(Interface), Self::kProgId, [&] {
             *out = Out{};
             Pack(std::forward<Work>(work)(), out);
         });
@@ -148,6 +167,7 @@ class AutomationObject : public DualInterface<Interface>,
         if (out == nullptr) {
             return E_POINTER;
         }
+        const Alive alive(*this);
         *out = Out{};
         bool done = false;
         GuardedQuietly([&] {
@@ -160,10 +180,12 @@ class AutomationObject : public DualInterface<Interface>,
     // A member that returns nothing: raising, or never raising.
     template <class Work>
     HRESULT Do(Work&& work) noexcept {
+        const Alive alive(*this);
         return Guarded(__uuidof(Interface), Self::kProgId, std::forward<Work>(work));
     }
     template <class Work>
     HRESULT DoQuietly(Work&& work) noexcept {
+        const Alive alive(*this);
         return GuardedQuietly(std::forward<Work>(work));
     }
 

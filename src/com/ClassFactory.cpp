@@ -9,9 +9,19 @@
 #include "com/Registration.h"
 #include "com/SimpleObject.h"
 
+namespace __gnu_cxx {
+void __freeres();  // NOLINT(bugprone-reserved-identifier): the C++ run-time's own name
+}
+
 namespace v5 {
 
 namespace {
+
+// The C++ run-time keeps 70 KB for exceptions when memory is out, and leaves it behind when the DLL is unloaded.
+struct RuntimeReserve {
+    ~RuntimeReserve() { __gnu_cxx::__freeres(); }
+};
+const RuntimeReserve kRuntimeReserve;
 
 class ClassFactory final : public SimpleObject<IClassFactory> {
   public:

@@ -94,10 +94,11 @@ class Argument {
         if (given == nullptr || (V_VT(given) == VT_ERROR && V_ERROR(given) == DISP_E_PARAMNOTFOUND)) {
             return parameter.optional ? TakeDefault() : DISP_E_PARAMNOTOPTIONAL;
         }
-        if (parameter.byReference && (V_VT(given) & VT_BYREF) != 0) {
-            if (V_BYREF(given) == nullptr) {
-                return E_POINTER;
-            }
+        const bool isReference = (V_VT(given) & VT_BYREF) != 0;
+        if (isReference && V_BYREF(given) == nullptr) {
+            return E_POINTER;
+        }
+        if (isReference && parameter.byReference) {
             callers_ = given;
         }
         VARIANT plain;

@@ -21,9 +21,8 @@ class RaiseMsgSink final : public MessageSink {
             return;
         }
         GuardedQuietly([&] {
-            BSTR description = NewBstr(text);
-            sink_->RaiseMsg(type, description);
-            SysFreeString(description);
+            const _variant_t description = TextVariant(text);
+            sink_->RaiseMsg(type, V_BSTR(&description));
         });
     }
 

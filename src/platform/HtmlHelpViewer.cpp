@@ -22,7 +22,7 @@ HtmlHelpFunction LoadHtmlHelp() {
     wchar_t folder[MAX_PATH];
     const UINT length = GetSystemDirectoryW(folder, static_cast<UINT>(std::size(folder)));
     const std::wstring path = std::wstring(folder, length) + L"\\hhctrl.ocx";
-    const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     const FARPROC function = library ? GetProcAddress(library, "HtmlHelpA") : nullptr;
     if (!function) {
         ThrowLastError();

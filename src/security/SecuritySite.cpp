@@ -90,11 +90,15 @@ void SecuritySite::Save(const StoredDocument& document, std::wstring_view savePr
     if (!Parse(text) || !database->WriteLookup(siteID_, key, EncodeBase64(ToUtf8(text)))) {
         throw SecurityProblem(saveProblem);
     }
-    for (const EventRecord& record : records) {
-        if (!database->WriteEvent(siteID_, host_.LocalClock().LocalNow(), record)) {
-            database->WriteLookup(siteID_, key, document.stored);  // no change without its audit record
-            throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
+    try {
+        for (const EventRecord& record : records) {
+            if (!database->WriteEvent(siteID_, host_.LocalClock().LocalNow(), record)) {
+                throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
+            }
         }
+    } catch (...) {
+        database->WriteLookup(siteID_, key, document.stored);  // no change without its audit record
+        throw;
     }
 }
 

@@ -11,11 +11,13 @@ std::wstring UserIdentity::Name() {
 
 std::wstring UserIdentity::NameNoncached() {
     std::wstring name;
-    try {
-        name = site_.Database()->CurrentUserName(site_.SiteID());
-    } catch (const AutomationError& failure) {
-        site_.RaiseProblem(L"STR-0150: " + std::to_wstring(failure.Number()) + L", " + failure.Description());
-    }
+    site_.Guard([&] {
+        try {
+            name = site_.Database()->CurrentUserName(site_.SiteID());
+        } catch (const AutomationError& failure) {
+            throw SecurityProblem(L"STR-0150: " + std::to_wstring(failure.Number()) + L", " + failure.Description());
+        }
+    });
     return name.empty() ? WindowsName() : name;
 }
 

@@ -32,6 +32,19 @@ class Image {
     WORD Machine() const { return machine_; }
     size_t Size() const { return bytes_.size(); }
 
+    // Address space layout randomisation, no executable data … (IMAGE_DLLCHARACTERISTICS_…). The field lies at the same
+    // place in both widths.
+    WORD Characteristics() const { return At<IMAGE_NT_HEADERS32>(headers_)->OptionalHeader.DllCharacteristics; }
+
+    // The sections' access rights (IMAGE_SCN_…).
+    std::vector<DWORD> SectionRights() const {
+        std::vector<DWORD> rights;
+        for (WORD i = 0; i < SectionCount(); ++i) {
+            rights.push_back(Section(i)->Characteristics);
+        }
+        return rights;
+    }
+
     std::set<std::string> Exports() const {
         std::set<std::string> names;
         const auto* exports =
@@ -61,14 +74,18 @@ class Image {
         return offset + sizeof(T) <= bytes_.size() ? reinterpret_cast<const T*>(&bytes_[offset]) : nullptr;
     }
 
+    WORD SectionCount() const { return At<IMAGE_NT_HEADERS32>(headers_)->FileHeader.NumberOfSections; }
+    const IMAGE_SECTION_HEADER* Section(WORD index) const {
+        const size_t first = headers_ + offsetof(IMAGE_NT_HEADERS32, OptionalHeader) +
+                             At<IMAGE_NT_HEADERS32>(headers_)->FileHeader.SizeOfOptionalHeader;
+        return At<IMAGE_SECTION_HEADER>(first + index * sizeof(IMAGE_SECTION_HEADER));
+    }
+
     // What the loader would put at the address, relative to the image's base.
     template <class T>
     const T* InMemory(DWORD address) const {
-        const auto* header = At<IMAGE_NT_HEADERS32>(headers_);
-        const size_t first =
-            headers_ + offsetof(IMAGE_NT_HEADERS32, OptionalHeader) + header->FileHeader.SizeOfOptionalHeader;
-        for (WORD i = 0; i < header->FileHeader.NumberOfSections; ++i) {
-            const auto* section = At<IMAGE_SECTION_HEADER>(first + i * sizeof(IMAGE_SECTION_HEADER));
+        for (WORD i = 0; i < SectionCount(); ++i) {
+            const auto* section = Section(i);
             if (address >= section->VirtualAddress && address < section->VirtualAddress + section->SizeOfRawData) {
                 return At<T>(address - section->VirtualAddress + section->PointerToRawData);
             }
@@ -110,6 +127,20 @@ TEST_P(ImageTest, ExportsTheEntryPointsAndNeedsWindowsOnly) {
             << library << " is not a part of Windows";
     }
     EXPECT_EQ(image.ImportedLibraries().count("KERNEL32.dll"), 1U) << "the list of imports cannot be read";
+}
+
+TEST_P(ImageTest, IsHardened) {
+    const Image image(GetParam().path);
+    WORD wanted = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_NX_COMPAT;
+    if (GetParam().machine == IMAGE_FILE_MACHINE_AMD64) {
+        wanted |= IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA;
+    }
+    EXPECT_EQ(image.Characteristics() & wanted, wanted);
+    EXPECT_GE(image.SectionRights().size(), 4u);
+    for (const DWORD rights : image.SectionRights()) {
+        EXPECT_FALSE((rights & IMAGE_SCN_MEM_WRITE) != 0 && (rights & IMAGE_SCN_MEM_EXECUTE) != 0)
+            << "code that can be written";
+    }
 }
 
 }  // namespace

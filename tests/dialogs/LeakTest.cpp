@@ -1,69 +1,19 @@
 // Every dialog, shown again and again, leaves the process's graphics, window and kernel objects as they were.
 #include <windows.h>
 
-#include <winternl.h>
-
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
 #include "Calls.h"
 #include "SiteFolder.h"
 #include "security/PasswordForm.h"
+#include "soak/Usage.h"
 
 namespace v5::test {
 
 namespace {
 
-// The entries in use of the process's table of graphics objects, for systems that do not count them.
-int CountGdiTable() {
-    struct Entry {
-        ULONG64 object;
-        ULONG owner;
-        USHORT unique;
-        UCHAR type;
-        UCHAR flags;
-        ULONG64 user;
-    };
-    constexpr size_t kTableOffset = sizeof(void*) == 8 ? 0xF8 : 0x94;  // GdiSharedHandleTable
-    constexpr size_t kEntries = 0x4000;
-    PROCESS_BASIC_INFORMATION process{};
-    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process, nullptr);
-    const auto* block = reinterpret_cast<const char*>(process.PebBaseAddress);
-    const auto* table = *reinterpret_cast<const Entry* const*>(block + kTableOffset);
-    return static_cast<int>(std::count_if(table, table + kEntries, [](const Entry& entry) { return entry.type != 0; }));
-}
-
-int CountGdi() {
-    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    return counted != 0 ? static_cast<int>(counted) : CountGdiTable();
-}
-
-// Objects have numbers out of one table: of many new ones, at least one has a number above all that are in use.
-template <typename Create, typename Destroy>
-int HighestNumber(Create create, Destroy destroy) {
-    std::vector<decltype(create())> objects(64);
-    int highest = 0;
-    for (auto& object : objects) {
-        object = create();
-        highest = std::max(highest, static_cast<int>(LOWORD(reinterpret_cast<UINT_PTR>(object))));
-    }
-    std::for_each(objects.begin(), objects.end(), destroy);
-    return highest;
-}
-
-int CountUser() {
-    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    return counted != 0 ? static_cast<int>(counted) : HighestNumber(CreateMenu, DestroyMenu);
-}
-
-int CountHandles() {
-    DWORD counted = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &counted);
-    const auto create = [] { return CreateEventW(nullptr, FALSE, FALSE, nullptr); };
-    constexpr int kHandleStep = 4;
-    return counted != 0 ? static_cast<int>(counted) : HighestNumber(create, CloseHandle) / kHandleStep;
-}
+constexpr wchar_t kTitle[] = L"Dialog shown often";
 
 // Shows a dialog `rounds` times, each time closed as soon as it stands there.
 void Repeat(int rounds, const std::wstring& title, const std::function<void()>& show) {

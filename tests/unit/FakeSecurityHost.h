@@ -42,6 +42,7 @@ struct LoggedEvent {
 struct FakeMachine {
     std::string failing;
     std::function<void()> whenItFails;
+    std::function<void(const char*)> onCall = [](const char*) {};  // before each operation; may throw
     std::vector<std::string> calls;
 
     std::map<std::wstring, std::wstring> rows;  // by document key
@@ -62,6 +63,7 @@ struct FakeMachine {
 
     bool Succeeds(const char* operation) {
         calls.emplace_back(operation);
+        onCall(operation);
         if (failing != operation) {
             return true;
         }
@@ -129,12 +131,16 @@ class FakeAccounts : public Accounts {
   public:
     explicit FakeAccounts(FakeMachine& machine) : m_(machine) {}
 
-    std::wstring CurrentUserName() override { return m_.windowsUser; }
+    std::wstring CurrentUserName() override {
+        m_.Require("Accounts.CurrentUserName");
+        return m_.windowsUser;
+    }
     std::wstring CurrentUserSid() override {
         m_.Require("CurrentUserSid");
         return m_.sid;
     }
     bool IsCurrentUserMemberOfGroup(std::wstring_view sid) override {
+        m_.Require("IsCurrentUserMemberOfGroup");
         return std::find(m_.groups.begin(), m_.groups.end(), sid) != m_.groups.end();
     }
     bool IsCurrentUserAnAdministrator() override {
@@ -157,6 +163,7 @@ class FakePrompt : public PasswordPrompt {
     void SetMessage(std::wstring_view message) override { m_.promptMessage = message; }
     void SetWindowTitle(std::wstring_view title) override { m_.promptTitle = title; }
     std::optional<SecretText> Ask() override {
+        m_.Require("Ask");
         if (m_.typed.empty()) {
             return std::nullopt;
         }
@@ -188,6 +195,7 @@ class FakeSecurityHost : public SecurityHost, public Clock {
         return std::make_unique<FakePrompt>(machine);
     }
     void ShowMessageBox(std::wstring_view text, std::int32_t style, std::wstring_view title) override {
+        machine.Require("ShowMessageBox");
         machine.boxes.push_back(std::to_wstring(style) + L"|" + std::wstring(title) + L"|" + std::wstring(text));
     }
     void Pause(std::uint32_t milliseconds) override { machine.pauses.push_back(milliseconds); }

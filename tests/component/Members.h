@@ -1,0 +1,185 @@
+// Every member of every published class, as the type library describes it, and calls on them with arguments made up
+// from the description: for tests that ask the same of all members.
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <array>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace v5::test {
+
+struct MemberParameter {
+    VARTYPE type = VT_EMPTY;  // of the value; VT_UNKNOWN for every kind of object
+    bool isReference = false;
+    bool isOutput = false;
+};
+
+struct PublishedMember {
+    std::wstring name;
+    DISPID id = 0;
+    INVOKEKIND kind = INVOKE_FUNC;
+    ULONG_PTR offset = 0;  // in the table of virtual functions
+    std::vector<MemberParameter> parameters;
+    bool hasResult = false;  // the last parameter is the result
+
+    bool HasOutput() const {
+        for (const MemberParameter& parameter : parameters) {
+            if (parameter.isOutput) {
+                return true;
+            }
+        }
+        return false;
+    }
+    // How many arguments a late-bound call gives at most.
+    size_t Arguments() const { return parameters.size() - (hasResult ? 1 : 0); }
+    // A window that waits for the user.
+    bool ShowsWindow() const {
+        static const std::set<std::wstring> kNames = {L"AsyncMsgBox",           L"ShowVantorAboutBox",
+                                                      L"ShowVantorSupportInfo", L"GetDateFromUser",
+                                                      L"GetTimeFromUser",       L"GetDahsIDFromUser",
+                                                      L"GetDahsIDFromUser2",    L"GetDahsIDFromUser3",
+                                                      L"GetDahsIDFromUser4",    L"ShowHelp"};
+        return kNames.contains(name);
+    }
+};
+
+struct PublishedClass {
+    std::wstring name;
+    CLSID clsid{};
+    IID iid{};  // of the default interface
+    std::vector<PublishedMember> members;
+};
+
+namespace members {
+
+using Microsoft::WRL::ComPtr;
+
+inline VARTYPE ValueType(ITypeInfo& info, const TYPEDESC& description) {
+    if (description.vt == VT_PTR) {
+        return ValueType(info, *description.lptdesc);
+    }
+    if (description.vt != VT_USERDEFINED) {
+        return description.vt == VT_DISPATCH ? static_cast<VARTYPE>(VT_UNKNOWN) : description.vt;
+    }
+    ComPtr<ITypeInfo> named;
+    TYPEATTR* attributes = nullptr;
+    info.GetRefTypeInfo(description.hreftype, &named);
+    named->GetTypeAttr(&attributes);
+    const VARTYPE type = attributes->typekind == TKIND_ENUM ? VT_I4 : VT_UNKNOWN;
+    named->ReleaseTypeAttr(attributes);
+    return type;
+}
+
+inline PublishedMember Read(ITypeInfo& info, const FUNCDESC& function) {
+    PublishedMember member;
+    BSTR name = nullptr;
+    info.GetDocumentation(function.memid, &name, nullptr, nullptr, nullptr);
+    member.name.assign(name, SysStringLen(name));
+    SysFreeString(name);
+    member.id = function.memid;
+    member.kind = function.invkind;
+    member.offset = static_cast<ULONG_PTR>(function.oVft);
+    for (SHORT i = 0; i < function.cParams; ++i) {
+        const ELEMDESC& element = function.lprgelemdescParam[i];
+        MemberParameter parameter;
+        parameter.type = ValueType(info, element.tdesc);
+        parameter.isOutput = (element.paramdesc.wParamFlags & PARAMFLAG_FOUT) != 0;
+        parameter.isReference = parameter.isOutput;
+        member.hasResult = member.hasResult || (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0;
+        member.parameters.push_back(parameter);
+    }
+    return member;
+}
+
+// The members of a dual interface in the order of its virtual functions.
+inline std::vector<PublishedMember> Read(ITypeInfo& dispatchView) {
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> info;
+    TYPEATTR* attributes = nullptr;
+    std::vector<PublishedMember> result;
+    dispatchView.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference);
+    dispatchView.GetRefTypeInfo(reference, &info);
+    info->GetTypeAttr(&attributes);
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+        FUNCDESC* function = nullptr;
+        info->GetFuncDesc(i, &function);
+        result.push_back(Read(*info.Get(), *function));
+        info->ReleaseFuncDesc(function);
+    }
+    info->ReleaseTypeAttr(attributes);
+    return result;
+}
+
+}  // namespace members
+
+inline std::vector<PublishedClass> PublishedClasses(ITypeLib& library) {
+    using Microsoft::WRL::ComPtr;
+    std::vector<PublishedClass> classes;
+    for (UINT i = 0; i < library.GetTypeInfoCount(); ++i) {
+        TYPEKIND kind{};
+        library.GetTypeInfoType(i, &kind);
+        if (kind != TKIND_COCLASS) {
+            continue;
+        }
+        PublishedClass published;
+        ComPtr<ITypeInfo> type, view;
+        TYPEATTR* attributes = nullptr;
+        BSTR name = nullptr;
+        HREFTYPE reference = 0;
+        library.GetTypeInfo(i, &type);
+        type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
+        published.name.assign(name, SysStringLen(name));
+        SysFreeString(name);
+        type->GetTypeAttr(&attributes);
+        published.clsid = attributes->guid;
+        type->ReleaseTypeAttr(attributes);
+        type->GetRefTypeOfImplType(0, &reference);
+        type->GetRefTypeInfo(reference, &view);
+        view->GetTypeAttr(&attributes);
+        published.iid = attributes->guid;
+        view->ReleaseTypeAttr(attributes);
+        published.members = members::Read(*view.Get());
+        classes.push_back(std::move(published));
+    }
+    return classes;
+}
+
+enum class Outputs { kNull, kReal };
+
+// Calls a member of `object`, a pointer to the default interface itself, as a compiled client would: zeros, null texts
+// and null objects go in; what comes out is dropped. Gives the member's status.
+inline HRESULT CallWithZeros(void* object, const PublishedMember& member, Outputs outputs) {
+    std::array<VARIANT, 20> slots{}, arguments{};
+    std::array<VARTYPE, 20> types{};
+    std::array<VARIANTARG*, 20> pointers{};
+    const size_t count = member.parameters.size();
+    for (size_t i = 0; i < count; ++i) {
+        const MemberParameter& parameter = member.parameters[i];
+        V_VT(&arguments[i]) = parameter.type;
+        if (parameter.isReference) {
+            V_VT(&arguments[i]) = VT_BYREF | VT_I4;  // a pointer is a pointer
+            void* slot = parameter.type == VT_VARIANT ? static_cast<void*>(&slots[i]) : &V_BYREF(&slots[i]);
+            V_BYREF(&arguments[i]) = outputs == Outputs::kReal ? slot : nullptr;
+        }
+        types[i] = V_VT(&arguments[i]);
+        pointers[i] = &arguments[i];
+    }
+    VARIANT returned{};
+    const HRESULT status = DispCallFunc(object, member.offset, CC_STDCALL, VT_ERROR, static_cast<UINT>(count),
+                                        types.data(), pointers.data(), &returned);
+    for (size_t i = 0; i < count; ++i) {
+        if (member.parameters[i].isReference && member.parameters[i].type != VT_VARIANT) {
+            V_VT(&slots[i]) = member.parameters[i].type;
+        }
+        VariantClear(&slots[i]);
+    }
+    return FAILED(status) ? status : V_ERROR(&returned);
+}
+
+}  // namespace v5::test

@@ -1,0 +1,551 @@
+// Every call on a port and every allocation fails in turn, in each way in which it can: the rules must answer what they
+// promise, never grant what they should not, store all or nothing, and work again afterwards.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <stdexcept>
+
+#include "FailingAllocations.h"
+#include "FakeInstaller.h"
+#include "FakeRegistry.h"
+#include "FakeSecurityHost.h"
+#include "FakeSiteHost.h"
+#include "config/Site.h"
+#include "footnotes/FootnoteBook.h"
+#include "log/LogWriter.h"
+#include "productinfo/HelpLauncher.h"
+#include "productinfo/ReleaseNumber.h"
+#include "productinfo/SupportInfo.h"
+#include "security/Base64.h"
+#include "security/Security.h"
+#include "security/TextConversion.h"
+
+namespace v5 {
+
+namespace {
+
+// A document in memory: the elements under the root, in text and back. Enough for what the rules write.
+struct Node {
+    std::wstring name, text;
+    std::vector<std::pair<std::wstring, std::wstring>> attributes;
+    bool removed = false;
+};
+
+class MemoryElement : public XmlElement {
+  public:
+    MemoryElement(std::shared_ptr<Node> node, FakeMachine& machine) : node_(std::move(node)), m_(machine) {}
+    std::wstring Text() const override {
+        m_.Require("Text");
+        return node_->text;
+    }
+    void SetText(std::wstring_view text) override {
+        m_.Require("SetText");
+        node_->text = text;
+    }
+    std::wstring Attribute(std::wstring_view name) const override {
+        m_.Require("Attribute");
+        for (const auto& [known, value] : node_->attributes) {
+            if (known == name) {
+                return value;
+            }
+        }
+        return {};
+    }
+    void SetAttribute(std::wstring_view name, std::wstring_view value) override {
+        m_.Require("SetAttribute");
+        node_->attributes.emplace_back(name, value);
+    }
+    void Remove() override {
+        m_.Require("Remove");
+        node_->removed = true;
+    }
+
+  private:
+    std::shared_ptr<Node> node_;
+    FakeMachine& m_;
+};
+
+class MemoryDocument : public XmlDocument {
+  public:
+    MemoryDocument(std::wstring_view text, FakeMachine& machine) : m_(machine) {
+        size_t at = text.find(L'>') + 1;  // behind <root>
+        while ((at = text.find(L'<', at)) != std::wstring_view::npos && text[at + 1] != L'/') {
+            if (text[at + 1] == L'!') {
+                at = text.find(L"-->", at);
+                continue;
+            }
+            auto node = std::make_shared<Node>();
+            const size_t end = text.find(L'>', at);
+            for (const std::wstring& word : Split(text.substr(at + 1, end - at - 1), L'|')) {
+                const size_t equals = word.find(L'=');
+                if (equals == std::wstring::npos) {
+                    node->name = word;
+                } else {
+                    node->attributes.emplace_back(word.substr(0, equals), word.substr(equals + 1));
+                }
+            }
+            at = text.find(L"</", end);
+            node->text = text.substr(end + 1, at - end - 1);
+            at = text.find(L'>', at);
+            nodes_.push_back(std::move(node));
+        }
+    }
+    std::vector<std::unique_ptr<XmlElement>> Select(std::wstring_view xpath) override {
+        m_.Require("Select");
+        const std::wstring_view name = xpath.substr(3, xpath.find(L'[') - 3);  // "/*/Name[@rid="1"]"
+        std::vector<std::unique_ptr<XmlElement>> found;
+        for (const auto& node : nodes_) {
+            const bool hasRid =
+                xpath.ends_with(L']') ? xpath.ends_with(L"\"" + node->attributes.at(0).second + L"\"]") : true;
+            if (node->name == name && hasRid && !node->removed) {
+                found.push_back(std::make_unique<MemoryElement>(node, m_));
+            }
+        }
+        return found;
+    }
+    std::unique_ptr<XmlElement> Append(std::wstring_view name) override {
+        m_.Require("Append");
+        nodes_.push_back(std::make_shared<Node>());
+        nodes_.back()->name = name;
+        return std::make_unique<MemoryElement>(nodes_.back(), m_);
+    }
+    std::wstring Serialise() const override {
+        m_.Require("Serialise");
+        std::wstring text = L"<root>";
+        for (const auto& node : nodes_) {
+            if (node->removed) {
+                continue;
+            }
+            text += L"<" + node->name;
+            for (const auto& [name, value] : node->attributes) {
+                text += L"|" + name + L"=" + value;
+            }
+            text += L">" + node->text + L"</" + node->name + L">";
+        }
+        return text + L"</root>";
+    }
+
+  private:
+    FakeMachine& m_;
+    std::vector<std::shared_ptr<Node>> nodes_;
+};
+
+struct FaultyHost : FakeSecurityHost {
+    std::unique_ptr<XmlDocument> ParseXml(std::wstring_view text) override {
+        if (!machine.Succeeds("ParseXml")) {
+            return nullptr;
+        }
+        return std::make_unique<MemoryDocument>(text, machine);
+    }
+    CivilDateTime LocalNow() const override {
+        const_cast<FaultyHost*>(this)->machine.Require("LocalNow");
+        return now;
+    }
+};
+
+struct CountingMessages : MessageSink {
+    int count = 0;
+    void RaiseMessage(long, std::wstring_view) override { ++count; }
+};
+
+// A site with security switched on, minimums and lists; the user is in the list of `level`, and no administrator.
+struct SecuredSite {
+    FaultyHost host;
+    CountingMessages messages;
+    Security security{host, messages};
+    std::map<std::wstring, std::wstring> before;
+
+    explicit SecuredSite(PrivilegeLevel level) {
+        security.Setup(kTestConnection, L"Test");
+        Put(kSwitchDocument, L"<root><Enabled>1</Enabled></root>");
+        Put(kMinimumsDocument, L"<root><MinPrivLevel|rid=301>52</MinPrivLevel></root>");
+        Put(kAlarmResetDocument, L"<root><ManualAlarmResetPwd>123</ManualAlarmResetPwd></root>");
+        Put(kAccountsDocument,
+            level == level::k3High ? L"<root><L1>S-1-9-9</L1><L3>S-1-5-21-7</L3></root>" : L"<root></root>");
+        before = host.machine.rows;
+        host.machine.calls.clear();
+    }
+    void Put(const DocumentFormat& format, std::wstring_view text) {
+        host.machine.rows[std::wstring(format.key)] = EncodeBase64(ToUtf8(text));
+    }
+};
+
+constexpr AccountListTexts kNoLists = {};
+
+// A member, and whether it answers rightly, be it with a failure inside or without: what it may answer then is less
+// than usual, never more, and the client is told.
+struct Operation {
+    const char* name;
+    PrivilegeLevel user;
+    std::function<bool(SecuredSite&)> answersRightly;
+    bool changesRows = false;
+};
+
+bool AllOrNothing(const SecuredSite& site, bool answer) {
+    return (site.host.machine.rows != site.before) == answer && site.host.machine.log.empty() != answer;
+}
+
+const Operation kOperations[] = {
+    {"Setup", 55,
+     [](SecuredSite& s) {
+         const bool done = s.security.Setup(kTestConnection, L"Test");
+         return done || s.messages.count > 0;
+     }},
+    {"Teardown", 55,
+     [](SecuredSite& s) {
+         s.security.Teardown();
+         return true;
+     }},
+    {"ClearLogonMemory", 55,
+     [](SecuredSite& s) {
+         s.security.ClearLogonMemory();
+         return true;
+     }},
+    {"Status", 55,
+     [](SecuredSite& s) {
+         const SecurityStatus status = s.security.Status();
+         return status == SecurityStatus::EnabledConfigured ||
+                (status == SecurityStatus::EnabledOther && s.messages.count > 0);
+     }},
+    {"UserLevel", 55,
+     [](SecuredSite& s) {
+         const PrivilegeLevel level = s.security.UserLevel();
+         return level == 55 || (level == 50 && s.messages.count > 0);
+     }},
+    {"UserLevel of nobody", 50, [](SecuredSite& s) { return s.security.UserLevel() == 50; }},
+    {"MinimumLevel", 55,
+     [](SecuredSite& s) {
+         const PrivilegeLevel minimum = s.security.MinimumLevel(301);
+         return minimum == 52 || (minimum == 54 && s.messages.count > 0);
+     }},
+    {"Check", 55, [](SecuredSite& s) { return s.security.Check(301, {}).isAllowed || s.messages.count > 0; }},
+    {"Check of nobody", 50, [](SecuredSite& s) { return !s.security.Check(301, {}).isAllowed; }},
+    {"Check with a wrong password", 50,
+     [](SecuredSite& s) {
+         s.host.machine.typed = {L"wrong"};
+         return !s.security.Check(301, {.allowed = true, .message = L"m", .title = L"t"}).isAllowed;
+     }},
+    {"SetEnabled", 55,
+     [](SecuredSite& s) {
+         s.security.SetEnabled(false);
+         return AllOrNothing(s, s.host.machine.rows != s.before);
+     },
+     true},
+    {"SetEnabled by nobody", 50,
+     [](SecuredSite& s) {
+         s.security.SetEnabled(false);
+         return AllOrNothing(s, false);
+     }},
+    {"SetMinimumLevel", 55, [](SecuredSite& s) { return AllOrNothing(s, s.security.SetMinimumLevel(301, 51)); }, true},
+    {"SetMinimumLevel by nobody", 50,
+     [](SecuredSite& s) { return !s.security.SetMinimumLevel(301, 51) && AllOrNothing(s, false); }},
+    {"SetAlarmResetPassword", 55,
+     [](SecuredSite& s) { return AllOrNothing(s, s.security.SetAlarmResetPassword(L"456")); }, true},
+    {"GetAccountLists", 55,
+     [](SecuredSite& s) {
+         AccountListTexts lists = {L"old", L"old", L"old"};
+         const bool done = s.security.GetAccountLists(lists);
+         const bool empty = lists.level1.empty() && lists.level2.empty() && lists.level3.empty();
+         return lists.level3 == L"[S-1-5-21-7]" ? done : empty && s.messages.count > 0;
+     }},
+    {"SetAccountLists by nobody", 50,
+     [](SecuredSite& s) { return !s.security.SetAccountLists(kNoLists, false) && AllOrNothing(s, false); }},
+    {"Name", 55, [](SecuredSite& s) { return s.security.User().Name() == L"Operator7" || s.messages.count > 0; }},
+    {"WindowsName", 55,
+     [](SecuredSite& s) { return s.security.User().WindowsName() == L"Operator7" || s.messages.count > 0; }},
+    {"IsSqlAuthenticationUsed", 55, [](SecuredSite& s) { return !s.security.User().IsSqlAuthenticationUsed(); }},
+    {"IsSqlAuthenticationEnabled", 55, [](SecuredSite& s) { return !s.security.User().IsSqlAuthenticationEnabled(); }},
+};
+
+// The ways in which a call on a neighbour fails; the first as the port says.
+struct Failure {
+    const char* name;
+    std::function<void(FakeMachine&, const char* operation)> fail;
+};
+const Failure kFailures[] = {
+    {"status", [](FakeMachine& machine, const char* operation) { machine.failing = operation; }},
+    {"out of memory", [](FakeMachine&, const char*) { throw std::bad_alloc(); }},
+    {"any exception", [](FakeMachine&, const char*) { throw std::runtime_error("it broke"); }},
+    {"an exception of no class", [](FakeMachine&, const char*) { throw 7; }},
+};
+
+}  // namespace
+
+TEST(Faults, EachCallOfSecurityOnItsNeighbours) {
+    size_t faults = 0;
+    for (const Operation& operation : kOperations) {
+        for (const Failure& failure : kFailures) {
+            bool reached = true;
+            for (int n = 0; reached; ++n) {
+                SecuredSite site(operation.user);
+                FakeMachine& machine = site.host.machine;
+                std::string failed;
+                int left = n;
+                machine.onCall = [&](const char* name) {
+                    machine.failing.clear();
+                    if (left-- == 0) {
+                        failed = name;
+                        failure.fail(machine, name);
+                    }
+                };
+                EXPECT_TRUE(operation.answersRightly(site))
+                    << operation.name << ": " << failure.name << " in call " << n << ", " << failed;
+                reached = !failed.empty();
+                faults += reached ? 1 : 0;
+                if (!reached && operation.changesRows) {
+                    EXPECT_NE(machine.rows, site.before) << operation.name << " does nothing even without a fault";
+                }
+                machine.onCall = [](const char*) {};
+                machine.failing.clear();
+                EXPECT_TRUE(site.security.Setup(kTestConnection, L"Test")) << operation.name << " leaves a wreck";
+            }
+        }
+    }
+    RecordProperty("faults", static_cast<int>(faults));
+    EXPECT_GT(faults, 400u);
+}
+
+TEST(Faults, EachAllocationOfSecurity) {
+    size_t faults = 0;
+    for (const Operation& operation : kOperations) {
+        faults += FailEachAllocation([&](size_t n) {
+            SecuredSite site(operation.user);
+            bool right = false, reached = false;
+            {
+                const FailingAllocation failing(n);
+                try {
+                    right = operation.answersRightly(site);
+                } catch (const std::bad_alloc&) {
+                    right = true;  // the test's own texts, or an answer that found no room
+                }
+                reached = failing.HasFailed();
+            }
+            EXPECT_TRUE(right) << operation.name << ": allocation " << n;
+            return reached;
+        });
+    }
+    RecordProperty("faults", static_cast<int>(faults));
+    EXPECT_GT(faults, 500u);
+}
+
+// Whoever listens to a message may tear down or set up again in the middle of any operation.
+TEST(Faults, AListenerMayTearDownOrSetUpAtAnyCall) {
+    const std::function<void(Security&)> deeds[] = {
+        [](Security& security) { security.Teardown(); },
+        [](Security& security) { security.Setup(kTestConnection, L"Again"); },
+    };
+    for (const Operation& operation : kOperations) {
+        for (const auto& deed : deeds) {
+            bool reached = true;
+            for (int n = 0; reached; ++n) {
+                SecuredSite site(operation.user);
+                int left = n;
+                reached = false;
+                site.host.machine.onCall = [&](const char*) {
+                    if (left-- == 0) {
+                        reached = true;
+                        deed(site.security);
+                    }
+                };
+                operation.answersRightly(site);  // whatever it answers: it must come back
+            }
+        }
+    }
+}
+
+namespace {
+
+struct QuietFile : LogFile {
+    bool open = false;
+    std::string content;
+    std::uint32_t Open(const std::wstring&) override {
+        open = true;
+        return 0;
+    }
+    bool IsOpen() const override { return open; }
+    void SeekToEnd() override {}
+    void Write(std::string_view bytes) override { content += bytes; }
+    void FlushToDisk() override {}
+    void Close() override { open = false; }
+};
+
+struct QuietEncoder : AnsiEncoder {
+    void Encode(std::wstring_view text, char* bytes) const override { std::fill_n(bytes, text.size(), 'x'); }
+};
+
+// Every function may throw: the one whose number is set does.
+struct FaultyLogHost : LogHost {
+    int failing = -1;
+    std::wstring Answer(int number) const {
+        if (number == failing) {
+            throw AutomationError(0x80004005u, L"it broke");
+        }
+        return L"a text that is too long to be kept inside the string object";
+    }
+    std::wstring LibraryFolder() const override { return Answer(0); }
+    std::wstring SystemErrorText(std::uint32_t) const override { return Answer(1); }
+    std::wstring LongDateAndTime(const CivilDateTime&) const override { return Answer(2); }
+    std::wstring ReleaseNumber(ReleaseKind) const override { return Answer(3); }
+    std::wstring ComputerName() const override { return Answer(4); }
+    std::wstring OperatingSystem() const override { return Answer(5); }
+};
+
+struct Tick : Clock {
+    CivilDateTime LocalNow() const override { return {2014, 3, 5, 14, 7, 9}; }
+    std::uint32_t TickMilliseconds() const override { return 1; }
+};
+
+struct LogBench {
+    QuietFile file;
+    Tick clock;
+    QuietEncoder encoder;
+    FaultyLogHost host;
+    LogWriter log{file, clock, encoder, host};
+};
+
+}  // namespace
+
+TEST(Faults, TheLogsHost) {
+    for (int failing = 0; failing <= 5; ++failing) {
+        LogBench bench;
+        bench.host.failing = failing;
+        const bool isAskedForTheHeader = failing >= 2;
+        try {
+            EXPECT_EQ(bench.log.Start(L"a.log", L"Title", {}), failing == 1) << "its answer is not needed";
+        } catch (const AutomationError&) {
+            EXPECT_NE(failing, 1);
+        }
+        EXPECT_EQ(bench.log.IsActive(), isAskedForTheHeader || failing == 1) << failing;
+        EXPECT_EQ(bench.file.content.empty(), failing == 0) << "the start line is written first";
+        bench.log.Stop();
+        bench.host.failing = -1;
+        EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {})) << failing;
+    }
+}
+
+namespace {
+
+// A piece of the rules that must end well, or with std::bad_alloc, wherever memory runs out. It answers whether what it
+// leaves behind is right.
+struct Work {
+    const char* name;
+    std::function<bool(size_t n, bool& reached)> run;
+};
+
+std::string TwoSections() {
+    std::string text;
+    for (const char* number : {"1", "2"}) {
+        text += std::string("[Dahs") + number + "]\nSiteID=SITE" + number +
+                "\nDahsComputerName=das1\nVantorDir=D:\\Vantor\nBackupDir=E:\\Backup\nSQLAlarms=Provider=p;alarms\n"
+                "SQLConfig=config\nSQLData=data\nSQLDataShortTerm=short\nSQLRealtime=real\nAffinityMask_IOS=3\n";
+    }
+    return text;
+}
+
+const Work kWork[] = {
+    {"reading a site",
+     [](size_t n, bool& reached) {
+         FakeSiteHost host;
+         host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
+         Site site(host);
+         bool done = false;
+         {
+             const FailingAllocation failing(n);
+             try {
+                 done = site.Read(AppCategory{}, true, true, BlankConnections::kIgnoreEntry);
+             } catch (const std::bad_alloc&) {
+             }
+             reached = failing.HasFailed();
+         }
+         // Whatever was lost, the object can be asked for everything.
+         site.InfoTexts(3);
+         site.Choose(2, false, false);
+         return done || (reached && site.Current().entry != nullptr);
+     }},
+    {"choosing another DAHS",
+     [](size_t n, bool& reached) {
+         FakeSiteHost host;
+         host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
+         Site site(host);
+         site.Read(AppCategory{}, true, true, BlankConnections::kIgnoreEntry);
+         bool done = false;
+         {
+             const FailingAllocation failing(n);
+             try {
+                 done = site.ChooseSite(L"site2", false, false);
+             } catch (const std::bad_alloc&) {
+             }
+             reached = failing.HasFailed();
+         }
+         const bool same = site.Current().entry->dahsId == 1 && site.Current().connections[0].empty();
+         return done ? site.Current().entry->dahsId == 2 : reached && (same || site.Current().entry->dahsId == 1);
+     }},
+    {"numbering a footnote",
+     [](size_t n, bool& reached) {
+         FootnoteBook book;
+         for (int i = 0; i < 13; ++i) {
+             book.NumberOf(std::wstring(20, static_cast<wchar_t>(L'a' + i)));
+         }
+         const std::wstring text(4000, L'z');
+         std::int32_t number = 0;
+         {
+             const FailingAllocation failing(n);
+             try {
+                 number = book.NumberOf(text);
+             } catch (const std::bad_alloc&) {
+             }
+             reached = failing.HasFailed();
+         }
+         return book.Count() == (number == 14 ? 14 : 13) && book.NumberOf(std::wstring(20, L'c')) == 3 &&
+                book.NumberOf(text) == 14;
+     }},
+    {"starting and writing a log",
+     [](size_t n, bool& reached) {
+         LogBench bench;
+         {
+             const FailingAllocation failing(n);
+             try {
+                 bench.log.Start(L"a.log", L"Title", {true, true, 1});
+                 bench.log.Write(std::wstring_view(L"a line that needs some room of its own, more than usual"), true);
+                 bench.log.Stop();
+             } catch (const std::bad_alloc&) {
+             }
+             reached = failing.HasFailed();
+         }
+         bench.log.Stop();
+         return !bench.log.IsActive() && bench.log.Start(L"b.log", L"", {});
+     }},
+    {"product information",
+     [](size_t n, bool& reached) {
+         FakeInstaller installer;
+         FakeRegistry registry;
+         const FailingAllocation failing(n);
+         try {
+             ReadSupportInfo(installer, registry, nullptr);
+             ReleaseNumber(installer, nullptr, ReleaseKind::Full);
+         } catch (const std::bad_alloc&) {
+         }
+         reached = failing.HasFailed();
+         return true;
+     }},
+};
+
+}  // namespace
+
+TEST(Faults, EachAllocationOfTheOtherRules) {
+    for (const Work& work : kWork) {
+        bool reached = false;
+        work.run(1000000, reached);  // what is made once and kept is made now
+        const long live = LiveAllocations();
+        const size_t faults = FailEachAllocation([&](size_t n) {
+            EXPECT_TRUE(work.run(n, reached)) << work.name << ": allocation " << n;
+            return reached;
+        });
+        EXPECT_GE(faults, 1u) << work.name;
+        EXPECT_EQ(LiveAllocations(), live) << work.name << " leaks";
+        RecordProperty(work.name, static_cast<int>(faults));
+    }
+}
+
+}  // namespace v5
