@@ -1,15 +1,15 @@
-# v5_delay_load(TARGET LIBRARY function@bytes...): import functions from a Windows DLL that is loaded when one of them is
-# first called, not when the component is: most clients never open a dialog, and those DLLs take long to load. `bytes` is
-# the size of the function's arguments on 32 bit.
+# v5_delay_load(TARGET LIBRARY function...): import functions from a Windows DLL that is loaded when one of them is first
+# called, not when the component is: most clients never open a dialog, and those DLLs take long to load. On 64 bit only:
+# the import tools make call stubs for 32 bit that jump to nowhere.
 find_program(V5_DLLTOOL NAMES ${MINGW_TRIPLET}-dlltool REQUIRED)
 function(v5_delay_load target library)
+  if(NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
+    target_link_libraries(${target} PUBLIC ${library})
+    return()
+  endif()
   set(definition "${CMAKE_BINARY_DIR}/delay/${library}.def")
   set(imports "${CMAKE_BINARY_DIR}/delay/lib${library}_delay.a")
-  set(names ${ARGN})
-  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    list(TRANSFORM names REPLACE "@.*" "")
-  endif()
-  list(JOIN names "\n" lines)
+  list(JOIN ARGN "\n" lines)
   file(CONFIGURE OUTPUT "${definition}" CONTENT "LIBRARY ${library}.dll\nEXPORTS\n${lines}\n")
   add_custom_command(OUTPUT "${imports}"
     COMMAND "${V5_DLLTOOL}" --kill-at --input-def "${definition}" --output-delaylib "${imports}"

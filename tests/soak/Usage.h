@@ -26,6 +26,9 @@ inline int CountGdiTable() {
     NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process, nullptr);
     const auto* block = reinterpret_cast<const char*>(process.PebBaseAddress);
     const auto* table = *reinterpret_cast<const Entry* const*>(block + kTableOffset);
+    if (table == nullptr) {  // a process without graphics
+        return 0;
+    }
     return static_cast<int>(std::count_if(table, table + kEntries, [](const Entry& entry) { return entry.type != 0; }));
 }
 
