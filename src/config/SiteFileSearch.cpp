@@ -23,7 +23,7 @@ std::wstring StartFolder(const std::wstring& start, const SiteHost& host) {
     if (host.FolderExists(start)) {
         return start;
     }
-    const std::wstring parent = ParentFolder(start);
+    std::wstring parent = ParentFolder(start);
     if (host.FileExists(start) || (!parent.empty() && host.FolderExists(parent))) {
         return parent;
     }
