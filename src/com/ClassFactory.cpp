@@ -10,7 +10,7 @@
 #include "com/SimpleObject.h"
 
 namespace __gnu_cxx {
-void __freeres();  // NOLINT(bugprone-reserved-identifier): the C++ run-time's own name
+void __freeres();  // NOLINT(bugprone-reserved-identifier,cert-dcl*): the C++ run-time's own name
 }
 
 namespace v5 {

@@ -45,7 +45,7 @@ STDMETHODIMP DahsIniEntries::NewEnum(IUnknown** result) {
         for (const DahsEntryPtr& entry : *list_) {
             objects.emplace_back(MakeObject<DahsIniEntry>(entry));
         }
-        return NewEnumerator(std::move(objects));
+        return NewEnumerator(objects);
     });
 }
 

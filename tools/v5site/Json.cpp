@@ -26,7 +26,7 @@ std::wstring Escaped(wchar_t c) {
         return {c};
     }
     std::array<wchar_t, 8> code{};
-    std::swprintf(code.data(), code.size(), L"\\u%04X", static_cast<unsigned>(c));
+    static_cast<void>(std::swprintf(code.data(), code.size(), L"\\u%04X", static_cast<unsigned>(c)));
     return code.data();
 }
 
@@ -68,6 +68,7 @@ std::wstring JsonArray(const std::vector<std::wstring>& items, int depth) {
 
 std::wstring JsonObject(const std::vector<std::pair<std::wstring, std::wstring>>& members, int depth) {
     std::vector<std::wstring> lines;
+    lines.reserve(members.size());
     for (const auto& [name, value] : members) {
         lines.push_back(JsonText(name) + L": " + value);
     }
@@ -76,6 +77,7 @@ std::wstring JsonObject(const std::vector<std::pair<std::wstring, std::wstring>>
 
 std::wstring JsonSettings(const std::vector<Setting>& settings, int depth) {
     std::vector<std::pair<std::wstring, std::wstring>> members;
+    members.reserve(settings.size());
     for (const Setting& setting : settings) {
         members.emplace_back(setting.name, JsonValue(setting.value));
     }

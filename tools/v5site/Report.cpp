@@ -48,6 +48,7 @@ std::wstring JsonRow(const EntryRow& row, int depth) {
 
 std::wstring JsonRows(const std::vector<EntryRow>& rows) {
     std::vector<std::wstring> items;
+    items.reserve(rows.size());
     for (const EntryRow& row : rows) {
         items.push_back(JsonRow(row, 2));
     }

@@ -16,7 +16,7 @@ using namespace V5Strings;  // the published enumerations
 void Check(HRESULT status, const wchar_t* what) {
     if (FAILED(status)) {
         std::array<wchar_t, 16> number{};
-        std::swprintf(number.data(), number.size(), L"0x%08lX", static_cast<unsigned long>(status));
+        static_cast<void>(std::swprintf(number.data(), number.size(), L"0x%08lX", static_cast<unsigned long>(status)));
         throw ClientError(std::wstring(what) + L" failed (" + number.data() + L")");
     }
 }
