@@ -127,7 +127,7 @@ void ReadingASite(Table& table) {
         site.Write();
         peers = std::min(peers, Seconds([&] { ReadOneByOne(site.Path()); }));
     }
-    table.Add({.name = "site: read and ask all / one INI value a call", .goal = 0.001}, ours, peers);
+    table.Add({.name = "site: just written, read and ask all / one INI value a call", .goal = 0.001}, ours, peers);
 }
 
 const Benchmark registered("site", ReadingASite);
