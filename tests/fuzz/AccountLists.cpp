@@ -1,0 +1,77 @@
+// Lists of accounts as clients give and read them.
+#include "security/AccountLists.h"
+
+#include <algorithm>
+
+#include "fuzz/Fuzz.h"
+#include "unit/FakeXml.h"
+
+namespace {
+
+struct Host : v5::FakeSecurityHost {
+    std::unique_ptr<v5::XmlDocument> ParseXml(std::wstring_view text) override {
+        return std::make_unique<v5::MemoryDocument>(text, machine);
+    }
+};
+
+// The same list, each item by hand: what the stored list must read like.
+std::wstring Expected(std::wstring_view list, std::map<std::wstring, std::wstring>& names) {
+    std::wstring expected;
+    for (size_t at = 0; at <= list.size();) {
+        const size_t end = std::min(list.find(L',', at), list.size());
+        const std::wstring item(v5::Trim(list.substr(at, end - at)));
+        at = end + 1;
+        if (v5::TrimXml(item).empty()) {
+            continue;
+        }
+        const bool isSid = item[0] == L'S' && item.size() > 1 && item[1] == L'-';
+        const std::wstring name = isSid ? std::wstring(v5::TrimXml(names[item])) : L"";
+        const std::wstring shown(v5::TrimXml(item));
+        const bool looksLikeSid = shown.substr(0, 2) == L"S-";
+        expected += (expected.empty() ? L"" : L",") + (name.empty() ? L"" : name + L" ") +
+                    (looksLikeSid ? L"[" + shown + L"]" : shown);
+    }
+    return expected;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+    using v5::fuzz::Require;
+    v5::fuzz::Input input(data, size);
+    const auto choice = input.Take<std::uint8_t>();
+    const v5::PrivilegeLevel levels[] = {51, 52, 55};
+    const v5::PrivilegeLevel level = levels[choice % 3];
+    std::wstring list = input.Text();
+    std::erase_if(list, [](wchar_t c) {  // markup is the parser's to escape, and surrogates are the text's to pair
+        return c == 0 || std::wstring_view(L"<>|=!/").find(c) != std::wstring_view::npos || (c >= 0xD800 && c < 0xE000);
+    });
+
+    Host host;
+    if (choice & 8) {
+        host.machine.accountNames[L"S-1-5-32"] = L" Users\t";
+        host.machine.accountNames[L"S-"] = L"Nobody";
+    }
+    v5::SecurityMessages messages;
+    v5::SecuritySite site(host, messages);
+    site.Connect(v5::kTestConnection, L"fuzz");
+    v5::UserIdentity user(site);
+    v5::AccountLists lists(site, user);
+
+    lists.Replace(level, list);
+    const v5::AccountListTexts read = lists.Read();
+    const std::wstring& stored = level == 51 ? read.level1 : level == 52 ? read.level2 : read.level3;
+    Require(stored == Expected(list, host.machine.accountNames), "a list reads as it was given");
+    Require(read.level1.size() + read.level2.size() + read.level3.size() == stored.size(), "other levels stay");
+    Require(host.machine.log.size() == (stored.empty() ? 0 : 2), "a change is recorded, what is no change is not");
+
+    const auto rows = host.machine.rows;
+    lists.Replace(level, list);
+    Require(host.machine.rows == rows, "the same list again changes nothing");
+    if (choice & 16) {
+        host.machine.sid = v5::Trim(list.substr(0, list.find(L',')));
+        lists.UserLevel();
+    }
+    Require(messages.sent.empty(), "no problem is reported");
+    return 0;
+}
