@@ -10,7 +10,6 @@
 #include <chrono>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace v5::bench {
 
@@ -22,6 +21,7 @@ struct Comparison {
     double operations = 1;  // in one run, for the times in the table
 };
 
+// Prints one row for each comparison: name, ours, peer, ratio, goal, ok.
 class Table {
   public:
     // Runs both ways in turn and adds their row. Each way is run once beforehand, to warm up.
@@ -30,20 +30,11 @@ class Table {
     // Adds a row for times measured elsewhere, in seconds.
     void Add(const Comparison& comparison, double ourSeconds, double peerSeconds);
 
-    // Prints the rows as a table: name, ours, peer, ratio, goal, ok.
-    void Print() const;
-
     // Whether every row is within its goal.
-    bool AllOk() const;
+    bool AllOk() const { return allOk_; }
 
   private:
-    struct Row {
-        std::string name;
-        double ours, peer;  // seconds an operation
-        double goal;
-        double Ratio() const { return ours / peer; }
-    };
-    std::vector<Row> rows_;
+    bool allOk_ = true;
 };
 
 // The time that `work` takes, in seconds.

@@ -2,50 +2,36 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace v5::bench {
 
-inline constexpr const char* kSiteKeys[] = {"SiteID",
-                                            "LanguageID",
-                                            "DahsComputerName",
-                                            "DahsDescription",
-                                            "HDR",
-                                            "AutoOutputEnabled",
-                                            "TraceEnabled",
-                                            "LogFlushEnabled",
-                                            "ReportsURL",
-                                            "VantorDir",
-                                            "LogsDir",
-                                            "RedundantDasRole",
-                                            "RedundantDasSyncStagingEnabled",
-                                            "RedundantDasSyncCompareEnabled",
-                                            "RedundantDASSyncMergeEnabled",
-                                            "DRCurrentHealthTimeouts",
-                                            "SQLAlarms",
-                                            "SQLConfig",
-                                            "SQLData",
-                                            "SQLDataShortTerm",
-                                            "SQLRealtime",
-                                            "SQLOstra",
-                                            "SQLAlarmsNoninteractive",
-                                            "SQLConfigNoninteractive",
-                                            "SQLDataNoninteractive",
-                                            "SQLDataShortTermNoninteractive",
-                                            "SQLRealtimeNoninteractive",
-                                            "SQLOstraNoninteractive",
-                                            "SQLAlarms.NET",
-                                            "SQLConfig.NET",
-                                            "SQLData.NET",
-                                            "SQLDataShortTerm.NET",
-                                            "SQLRealtime.NET",
-                                            "SQLOstra.NET",
-                                            "SQLAlarmsNoninteractive.NET",
-                                            "SQLConfigNoninteractive.NET",
-                                            "SQLDataNoninteractive.NET",
-                                            "SQLDataShortTermNoninteractive.NET",
-                                            "SQLRealtimeNoninteractive.NET",
-                                            "SQLOstraNoninteractive.NET",
-                                            "BackupDir"};
+// Every key of a [DahsN] section.
+inline std::vector<std::string> SiteKeys() {
+    std::vector<std::string> keys = {"SiteID",
+                                     "LanguageID",
+                                     "DahsComputerName",
+                                     "DahsDescription",
+                                     "HDR",
+                                     "AutoOutputEnabled",
+                                     "TraceEnabled",
+                                     "LogFlushEnabled",
+                                     "ReportsURL",
+                                     "VantorDir",
+                                     "LogsDir",
+                                     "RedundantDasRole",
+                                     "RedundantDasSyncStagingEnabled",
+                                     "RedundantDasSyncCompareEnabled",
+                                     "RedundantDASSyncMergeEnabled",
+                                     "DRCurrentHealthTimeouts",
+                                     "BackupDir"};
+    for (const char* form : {"", "Noninteractive", ".NET", "Noninteractive.NET"}) {
+        for (const char* database : {"Alarms", "Config", "Data", "DataShortTerm", "Realtime", "Ostra"}) {
+            keys.push_back(std::string("SQL") + database + form);
+        }
+    }
+    return keys;
+}
 
 // `folder` is the entries' own folder and their logs'.
 inline std::string SiteFile(const std::string& folder) {
@@ -53,7 +39,7 @@ inline std::string SiteFile(const std::string& folder) {
     for (int number = 1; number <= 99; ++number) {
         const std::string n = std::to_string(number);
         file += "[Dahs" + n + "]\r\n";
-        for (const std::string key : kSiteKeys) {
+        for (const std::string& key : SiteKeys()) {
             const std::string value = key == "SiteID"                          ? "SITE" + n
                                       : key == "DahsComputerName"              ? "DAS-" + n
                                       : key == "AutoOutputEnabled"             ? "yes,30"

@@ -13,6 +13,7 @@
 #include "component/Client.h"
 #include "component/DatabaseFile.h"
 #include "component/Members.h"
+#include "component/Sink.h"
 
 namespace v5::test {
 
@@ -36,7 +37,10 @@ void ForEachClass(const std::function<void(IDispatch*, const PublishedClass&)>& 
     const std::vector<PublishedClass> classes = PublishedClasses(*library.Get());
     EXPECT_GE(classes.size(), 10u);
     for (const PublishedClass& published : classes) {
+        CLSID named;
         ComPtr<IDispatch> object;
+        EXPECT_EQ(CLSIDFromProgID((L"V5Strings." + published.name).c_str(), &named), S_OK) << published.name;
+        EXPECT_EQ(named, published.clsid) << published.name;
         EXPECT_EQ(CoCreateInstance(published.clsid, nullptr, CLSCTX_INPROC_SERVER, published.iid,
                                    reinterpret_cast<void**>(object.GetAddressOf())),
                   S_OK)
@@ -178,23 +182,11 @@ TEST(Abuse, WrongArgumentsAreAnsweredByTheCollection) {
 namespace {
 
 // Does `onEvent` in each event.
-class Handler final : public IDispatch {
+class Handler final : public Sink<> {
   public:
-    virtual ~Handler() = default;
-
     std::function<void()> onEvent;
     int events = 0;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
-        *object = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
         ++events;
         onEvent();

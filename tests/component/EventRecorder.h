@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "component/Client.h"
+#include "component/Sink.h"
 
 namespace v5::test {
 
@@ -21,35 +22,23 @@ struct RecordedMessage {
 
 // Listens to the dispatch interface `source` of `object` while it lives. Make it a local variable: nobody else's
 // reference keeps it alive.
-class EventRecorder final : public IDispatch {
+class EventRecorder final : public Sink<> {
   public:
-    EventRecorder(IUnknown* object, REFIID source) : source_(source) {
+    EventRecorder(IUnknown* object, REFIID source) {
         ComPtr<IConnectionPointContainer> container;
         if (FAILED(object->QueryInterface(IID_PPV_ARGS(&container))) ||
             FAILED(container->FindConnectionPoint(source, &point_)) || FAILED(point_->Advise(this, &cookie_))) {
             ADD_FAILURE() << "the object does not raise these events";
         }
     }
-    virtual ~EventRecorder() {
+    ~EventRecorder() override {
         if (cookie_ != 0) {
             point_->Unadvise(cookie_);
         }
     }
-    EventRecorder(const EventRecorder&) = delete;
-    EventRecorder& operator=(const EventRecorder&) = delete;
 
     std::vector<RecordedMessage> messages;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == source_;
-        *object = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*) override {
         EXPECT_EQ(id, 1);
         EXPECT_EQ(arguments->cArgs, 2u);
@@ -58,7 +47,6 @@ class EventRecorder final : public IDispatch {
     }
 
   private:
-    IID source_;
     ComPtr<IConnectionPoint> point_;
     DWORD cookie_ = 0;
 };

@@ -9,31 +9,21 @@
 
 #include "V5Strings.h"
 #include "component/Client.h"
+#include "component/Sink.h"
 
 namespace v5::test {
 
 namespace {
 
 // Counts its events and does `onEvent` in each.
-class Listener final : public IDispatch {
+class Listener final : public Sink<> {
   public:
-    virtual ~Listener() = default;
-
     int events = 0;
     ULONG references = 1;
     std::function<HRESULT()> onEvent = [] { return S_OK; };
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
-        *object = known ? this : nullptr;
-        references += known ? 1 : 0;
-        return known ? S_OK : E_NOINTERFACE;
-    }
     STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
     STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
         ++events;
         return onEvent();

@@ -1,8 +1,9 @@
 // The DLL as a file: what it exports, and what it needs. Both widths are looked at, whichever runs the tests.
 #include <windows.h>
+// after windows.h, which it needs:
+#include <dbghelp.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -17,38 +18,29 @@ class Image {
     explicit Image(const char* path) {
         std::ifstream file(path, std::ios::binary);
         bytes_.assign(std::istreambuf_iterator<char>(file), {});
-        const auto* dos = At<IMAGE_DOS_HEADER>(0);
-        if (dos == nullptr || dos->e_magic != IMAGE_DOS_SIGNATURE) {
-            return;
-        }
-        headers_ = static_cast<size_t>(dos->e_lfanew);
-        const auto* header = At<IMAGE_NT_HEADERS32>(headers_);
-        machine_ = header->FileHeader.Machine;
-        directories_ = machine_ == IMAGE_FILE_MACHINE_AMD64
-                           ? At<IMAGE_NT_HEADERS64>(headers_)->OptionalHeader.DataDirectory
-                           : header->OptionalHeader.DataDirectory;
+        headers_ = bytes_.empty() ? nullptr : ImageNtHeader(bytes_.data());
     }
 
-    WORD Machine() const { return machine_; }
+    WORD Machine() const { return headers_ != nullptr ? headers_->FileHeader.Machine : WORD{0}; }
     size_t Size() const { return bytes_.size(); }
 
     // Address space layout randomisation, no executable data … (IMAGE_DLLCHARACTERISTICS_…). The field lies at the same
     // place in both widths.
-    WORD Characteristics() const { return At<IMAGE_NT_HEADERS32>(headers_)->OptionalHeader.DllCharacteristics; }
+    WORD Characteristics() const { return headers_->OptionalHeader.DllCharacteristics; }
 
     // The sections' access rights (IMAGE_SCN_…).
     std::vector<DWORD> SectionRights() const {
         std::vector<DWORD> rights;
-        for (WORD i = 0; i < SectionCount(); ++i) {
-            rights.push_back(Section(i)->Characteristics);
+        const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers_);
+        for (WORD i = 0; i < headers_->FileHeader.NumberOfSections; ++i) {
+            rights.push_back(section[i].Characteristics);
         }
         return rights;
     }
 
-    std::set<std::string> Exports() const {
+    std::set<std::string> Exports() {
         std::set<std::string> names;
-        const auto* exports =
-            InMemory<IMAGE_EXPORT_DIRECTORY>(directories_[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress);
+        const auto* exports = Directory<IMAGE_EXPORT_DIRECTORY>(IMAGE_DIRECTORY_ENTRY_EXPORT);
         const auto* addresses = InMemory<DWORD>(exports->AddressOfNames);
         for (DWORD i = 0; i < exports->NumberOfNames; ++i) {
             names.insert(InMemory<char>(addresses[i]));
@@ -56,47 +48,30 @@ class Image {
         return names;
     }
 
-    std::set<std::string> ImportedLibraries() const {
+    std::set<std::string> ImportedLibraries() {
         std::set<std::string> names;
-        DWORD address = directories_[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-        for (;; address += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
-            const auto* descriptor = InMemory<IMAGE_IMPORT_DESCRIPTOR>(address);
-            if (descriptor->Name == 0) {
-                return names;
-            }
+        const auto* descriptor = Directory<IMAGE_IMPORT_DESCRIPTOR>(IMAGE_DIRECTORY_ENTRY_IMPORT);
+        for (; descriptor->Name != 0; ++descriptor) {
             names.insert(InMemory<char>(descriptor->Name));
         }
+        return names;
     }
 
   private:
     template <class T>
-    const T* At(size_t offset) const {
-        return offset + sizeof(T) <= bytes_.size() ? reinterpret_cast<const T*>(&bytes_[offset]) : nullptr;
-    }
-
-    WORD SectionCount() const { return At<IMAGE_NT_HEADERS32>(headers_)->FileHeader.NumberOfSections; }
-    const IMAGE_SECTION_HEADER* Section(WORD index) const {
-        const size_t first = headers_ + offsetof(IMAGE_NT_HEADERS32, OptionalHeader) +
-                             At<IMAGE_NT_HEADERS32>(headers_)->FileHeader.SizeOfOptionalHeader;
-        return At<IMAGE_SECTION_HEADER>(first + index * sizeof(IMAGE_SECTION_HEADER));
+    const T* Directory(USHORT entry) {
+        ULONG size = 0;
+        return static_cast<const T*>(ImageDirectoryEntryToData(bytes_.data(), FALSE, entry, &size));
     }
 
     // What the loader would put at the address, relative to the image's base.
     template <class T>
-    const T* InMemory(DWORD address) const {
-        for (WORD i = 0; i < SectionCount(); ++i) {
-            const auto* section = Section(i);
-            if (address >= section->VirtualAddress && address < section->VirtualAddress + section->SizeOfRawData) {
-                return At<T>(address - section->VirtualAddress + section->PointerToRawData);
-            }
-        }
-        return nullptr;
+    const T* InMemory(DWORD address) {
+        return static_cast<const T*>(ImageRvaToVa(headers_, bytes_.data(), address, nullptr));
     }
 
     std::vector<char> bytes_;
-    size_t headers_ = 0;
-    WORD machine_ = 0;
-    const IMAGE_DATA_DIRECTORY* directories_ = nullptr;
+    IMAGE_NT_HEADERS* headers_ = nullptr;
 };
 
 struct Build {
@@ -114,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(Builds, ImageTest,
                          });
 
 TEST_P(ImageTest, ExportsTheEntryPointsAndNeedsWindowsOnly) {
-    const Image image(GetParam().path);
+    Image image(GetParam().path);
     ASSERT_EQ(image.Machine(), GetParam().machine) << "run the tests in the project's folder";
     const std::set<std::string> entryPoints = {"DllCanUnloadNow", "DllGetClassObject", "DllInstall",
                                                "DllRegisterServer", "DllUnregisterServer"};

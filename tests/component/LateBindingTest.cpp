@@ -136,7 +136,6 @@ TEST_F(LateBindingTest, TellsWhatWentWrongAndWhere) {
     info->GetSource(&source);
     EXPECT_EQ(Taken(description), late.errorDescription);
     EXPECT_EQ(Taken(source), late.errorSource);
-    EXPECT_EQ(early->Item(888, VARIANT_TRUE, nullptr), E_POINTER);
 }
 
 TEST_F(LateBindingTest, EnumeratesForEach) {
@@ -159,7 +158,7 @@ TEST(LateBinding, PutsAndGetsProperties) {
     const ComPtr<IDispatch> footnote = CreateByName(L"V5Strings.Footnote");
     ASSERT_TRUE(footnote);
     const DISPID text = IdOf(footnote.Get(), L"tEXT");
-    EXPECT_EQ(Text(Get(footnote.Get(), L"Text")), L"");
+    EXPECT_EQ(Text(Get(footnote.Get(), L"Text")) + Text(Get(footnote.Get(), L"Symbol")), L"");
     EXPECT_EQ(Invoke(footnote.Get(), text, DISPATCH_PROPERTYPUT, {L"valve"}).status, S_OK);
     EXPECT_EQ(Text(Get(footnote.Get(), L"Text")), L"valve");
     EXPECT_EQ(Invoke(footnote.Get(), text, DISPATCH_PROPERTYPUT, {12L}).status, S_OK);
@@ -177,7 +176,6 @@ TEST(LateBinding, PutsAndGetsProperties) {
     EXPECT_EQ(early->get_Text(&got), S_OK);
     EXPECT_NE(got, nullptr);
     EXPECT_EQ(Taken(got), L"");
-    EXPECT_EQ(early->get_Text(nullptr), E_POINTER);
 }
 
 TEST(LateBinding, TakesAnyObjectOrNoneAsMessageSink) {

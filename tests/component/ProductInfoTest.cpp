@@ -16,7 +16,7 @@
 #include "component/Client.h"
 #include "component/MessageRecorder.h"
 #include "component/Packages.h"
-#include "component/WindowVisitor.h"
+#include "dialogs/Driver.h"
 
 namespace v5::test {
 namespace {
@@ -175,48 +175,22 @@ TEST(PictureResources, UnknownIdentifiersAreErrors) {
     EXPECT_EQ(late.errorDescription, L"Resource with identifier '7' not found");
 }
 
-TEST_F(Pictures, IconIsThePlainSmallOneWhenNoneIsNamed) {
-    const CallResult late = Call(CreateByName(L"V5Strings.NimboStringsMain").Get(), L"LoadVantorIcon");
-    ASSERT_EQ(late.status, S_OK);
-    ASSERT_EQ(late.value.vt, VT_DISPATCH);
-    ComPtr<IPictureDisp> picture;
-    ASSERT_EQ(late.value.pdispVal->QueryInterface(IID_PPV_ARGS(&picture)), S_OK);
-    EXPECT_EQ(Examine(picture.Get()).width, 16);
-}
-
 // ---- Factory flag ----------------------------------------------------------------------------------------------
 
-TEST(FactoryFlag, MachineOrUserValueIsExactlyOne) {
-    const auto write = [](HKEY root, const wchar_t* text) {
-        if (text == nullptr) {
-            RegDeleteKeyValueW(root, L"Software\\Nimbo", L"Factory");
-        } else {
-            RegSetKeyValueW(root, L"Software\\Nimbo", L"Factory", REG_SZ, text,
-                            static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
-        }
+// Which values count is tested in unit/; here, that both places are looked at.
+TEST(FactoryFlag, IsSetForTheMachineOrForTheUser) {
+    constexpr const wchar_t* kKey = L"Software\\Nimbo";
+    const auto flag = [] {
+        VARIANT_BOOL isFactory = VARIANT_FALSE;
+        EXPECT_EQ(CreateMain()->get_IsFactoryComputer(&isFactory), S_OK);
+        return isFactory;
     };
-    const struct {
-        const wchar_t* machine;
-        const wchar_t* user;
-        bool expected;
-    } cases[] = {
-        {nullptr, nullptr, false}, {L"1", nullptr, true},   {nullptr, L"1", true},   {L"0", L"1", true},
-        {L"1", L"0", true},        {L"01", nullptr, false}, {L"01", L"true", false}, {L"", L"1 ", false},
-    };
-    for (const auto& test : cases) {
-        write(HKEY_LOCAL_MACHINE, test.machine);
-        write(HKEY_CURRENT_USER, test.user);
-        VARIANT_BOOL flag = VARIANT_FALSE;
-        EXPECT_EQ(CreateMain()->get_IsFactoryComputer(&flag), S_OK);
-        EXPECT_EQ(flag, test.expected ? VARIANT_TRUE : VARIANT_FALSE);
+    EXPECT_EQ(flag(), VARIANT_FALSE);
+    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        RegSetKeyValueW(root, kKey, L"Factory", REG_SZ, L"1", 2 * sizeof(wchar_t));
+        EXPECT_EQ(flag(), VARIANT_TRUE);
+        RegDeleteKeyW(root, kKey);
     }
-    const DWORD number = 1;  // not a text
-    RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Nimbo", L"Factory", REG_DWORD, &number, sizeof number);
-    VARIANT_BOOL flag = VARIANT_TRUE;
-    EXPECT_EQ(CreateMain()->get_IsFactoryComputer(&flag), S_OK);
-    EXPECT_EQ(flag, VARIANT_FALSE);
-    RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"Software\\Nimbo");
-    RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Nimbo");
 }
 
 // ---- Installed packages ----------------------------------------------------------------------------------------
@@ -230,36 +204,6 @@ class Packages : public testing::Test {
         if (!HaveInstaller()) {
             GTEST_SKIP() << "this system has no installer object";
         }
-    }
-
-    // What the installer keeps about an installed product. An empty value removes the attribute.
-    static void SetAttribute(const std::wstring& productName, const wchar_t* attribute, const std::wstring& value) {
-        const std::wstring products =
-            L"Software\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products";
-        HKEY list = nullptr;
-        ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, products.c_str(), 0, KEY_ALL_ACCESS | KEY_WOW64_64KEY, &list), 0);
-        wchar_t name[64];
-        bool found = false;
-        for (DWORD i = 0; !found && RegEnumKeyW(list, i, name, 64) == ERROR_SUCCESS; ++i) {
-            HKEY properties = nullptr;
-            const std::wstring key = std::wstring(name) + L"\\InstallProperties";
-            if (RegOpenKeyExW(list, key.c_str(), 0, KEY_ALL_ACCESS | KEY_WOW64_64KEY, &properties) != ERROR_SUCCESS) {
-                continue;
-            }
-            wchar_t text[128] = {};
-            DWORD size = sizeof text;
-            RegGetValueW(properties, nullptr, L"DisplayName", RRF_RT_REG_SZ, nullptr, text, &size);
-            found = productName == text;
-            if (found && value.empty()) {
-                RegDeleteValueW(properties, attribute);
-            } else if (found) {
-                RegSetValueExW(properties, attribute, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                               static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-            }
-            RegCloseKey(properties);
-        }
-        RegCloseKey(list);
-        EXPECT_TRUE(found);
     }
 };
 
@@ -278,10 +222,7 @@ TEST_F(Packages, ReleaseNumbersWithAndWithoutTheMainProduct) {
             EXPECT_EQ(Release(&recorder, kind), expected) << kind;
         }
         EXPECT_TRUE(recorder.texts.empty());
-        SetAttribute(L"Vantor 5.3.12", L"DisplayName", L"Vantor5");
-        EXPECT_EQ(Release(&recorder, VantorRelease_Short), L"Release 5");
-        SetAttribute(L"Vantor5", L"DisplayName", L"Vantor");
-        EXPECT_EQ(Release(nullptr, VantorRelease_Full), L"Release Release ??");
+        EXPECT_EQ(Release(nullptr, VantorRelease_Full), L"Release 5.3.12");
     }
     MessageRecorder recorder;
     recorder.answer = E_FAIL;  // a sink that fails changes nothing
@@ -303,21 +244,20 @@ class ProductBoxes : public Packages {
         Packages::SetUp();
     }
 
-    // The texts of a box's labels by control identifier, read while the box is shown.
-    static std::map<int, std::wstring> TextsOf(const std::wstring& title, const std::function<HRESULT()>& show) {
-        std::map<int, std::wstring> texts;
-        WindowVisitor visitor(title, [&](HWND window) {
-            for (HWND control = GetWindow(window, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
-                texts[GetDlgCtrlID(control)] = WindowText(control);
-            }
-        });
-        EXPECT_EQ(show(), S_OK);
-        EXPECT_TRUE(visitor.Visited());
-        return texts;
+    // Has `show` show a box, and looks at it meanwhile.
+    static void Visit(const std::wstring& title, const std::function<HRESULT()>& show,
+                      const std::function<void(const Dialog&)>& look) {
+        HRESULT status = E_FAIL;
+        ModalCall call([&] { status = show(); });
+        const Dialog box(title);
+        look(box);
+        PostMessageW(box.Window(), WM_COMMAND, IDCANCEL, 0);
+        call.Wait();
+        EXPECT_EQ(status, S_OK);
     }
-
-    static std::map<int, std::wstring> SupportTexts(IRaiseMsg* irm) {
-        return TextsOf(L"Vantor Support Information", [&] { return CreateMain()->ShowVantorSupportInfo(irm); });
+    static void VisitSupportBox(const std::function<void(const Dialog&)>& look, IRaiseMsg* irm = nullptr) {
+        Visit(
+            L"Vantor Support Information", [&] { return CreateMain()->ShowVantorSupportInfo(irm); }, look);
     }
 
     static std::wstring InstalledToday() {
@@ -333,84 +273,60 @@ class ProductBoxes : public Packages {
 };
 
 TEST_F(ProductBoxes, SupportBoxShowsWhatIsInstalledAndReportsTheRest) {
-    const InstalledPackage main(L"main");
-    MessageRecorder recorder;
-    auto texts = SupportTexts(&recorder);
-    EXPECT_EQ(texts[kMain], L"Vantor 5.3.12");
-    EXPECT_EQ(texts[kMain + 1], InstalledToday());
-    for (const int missing : {kSupportFiles, kWeb, kOstra}) {
-        EXPECT_EQ(texts[missing] + texts[missing + 1], L"");
-    }
-    EXPECT_EQ(recorder.texts,
-              (std::vector<std::wstring>{
-                  NotFound(product::kUpgradeCodeSupportFiles), NotFound(product::kUpgradeCodeSupportFiles),
-                  NotFound(product::kUpgradeCodeWeb), NotFound(product::kUpgradeCodeWeb),
-                  NotFound(product::kUpgradeCodeOstra), NotFound(product::kUpgradeCodeOstraOlder),
-                  NotFound(product::kUpgradeCodeOstraOlder)}));
-}
-
-TEST_F(ProductBoxes, SupportBoxWithAllPackagesAndWithHalfInstalledOnes) {
     const InstalledPackage support(L"support");
     const InstalledPackage web(L"web");
     const InstalledPackage older(L"ostra-older");
-    SetAttribute(L"Ostra 1.9", L"InstallDate", L"20090102");
-    SetAttribute(L"VantorWeb 2.1", L"InstallDate", L"20140230");
     MessageRecorder recorder;
-    auto texts = SupportTexts(&recorder);
-    EXPECT_EQ(texts[kSupportFiles], L"Common Files S12");
-    EXPECT_EQ(texts[kSupportFiles + 1], InstalledToday());
-    EXPECT_EQ(texts[kMain], L"");
-    EXPECT_EQ(texts[kWeb], L"VantorWeb 2.1");
-    EXPECT_EQ(texts[kWeb + 1], L"");  // no such day
-    EXPECT_EQ(texts[kOstra], L"Ostra 1.9");
-    EXPECT_EQ(texts[kOstra + 1], L"Installed 2009-01-02");
+    const auto releases = [](const std::map<int, std::wstring>& byLabel) {
+        return [=](const Dialog& box) {
+            for (const auto& [label, release] : byLabel) {
+                EXPECT_EQ(box.Text(label), release);
+                EXPECT_EQ(box.Text(label + 1), release.empty() ? L"" : InstalledToday());
+            }
+        };
+    };
+    VisitSupportBox(
+        releases(
+            {{kSupportFiles, L"Common Files S12"}, {kMain, L""}, {kWeb, L"VantorWeb 2.1"}, {kOstra, L"Ostra 1.9"}}),
+        &recorder);
     EXPECT_EQ(recorder.texts,
               (std::vector<std::wstring>{NotFound(product::kUpgradeCodeMain), NotFound(product::kUpgradeCodeMain),
                                          NotFound(product::kUpgradeCodeOstra)}));
-
+    const InstalledPackage main(L"main");
     const InstalledPackage newer(L"ostra");
-    texts = SupportTexts(nullptr);
-    EXPECT_EQ(texts[kOstra], L"Ostra 2.0.4");
-    EXPECT_EQ(texts[kOstra + 1], InstalledToday());
+    VisitSupportBox(releases({{kMain, L"Vantor 5.3.12"}, {kOstra, L"Ostra 2.0.4"}}));
 }
 
 // The mail program of a test: a script that writes the address it is given into a file.
 class MailProgram {
   public:
     explicit MailProgram(bool registered) {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        script_ = std::wstring(folder) + L"v5mail.vbs";
-        answer_ = std::wstring(folder) + L"v5mail.txt";
-        DeleteFileW(answer_.c_str());
-        WriteText(script_,
-                  "Set files = CreateObject(\"Scripting.FileSystemObject\")\r\n"
-                  "Set answer = files.CreateTextFile(WScript.Arguments(0), True)\r\n"
-                  "answer.Write WScript.Arguments(1) & \"|\"\r\n");
+        std::ofstream(script_, std::ios::binary) << "Set files = CreateObject(\"Scripting.FileSystemObject\")\r\n"
+                                                    "Set answer = files.CreateTextFile(WScript.Arguments(0), True)\r\n"
+                                                    "answer.Write WScript.Arguments(1) & \"|\"\r\n";
         wchar_t old[512] = {};
         DWORD size = sizeof old;
         RegGetValueW(HKEY_CLASSES_ROOT, kKey, nullptr, RRF_RT_REG_SZ, nullptr, old, &size);
         previous_ = old;
-        const std::wstring command = L"wscript.exe \"" + script_ + L"\" \"" + answer_ + L"\" \"%1\"";
-        SetCommand(registered ? command : L"");
+        SetCommand(registered ? L"wscript.exe \"" + script_.wstring() + L"\" \"" + answer_.wstring() + L"\" \"%1\""
+                              : L"");
     }
     ~MailProgram() {
         SetCommand(previous_);
-        DeleteFileW(script_.c_str());
-        DeleteFileW(answer_.c_str());
+        std::filesystem::remove(script_);
+        std::filesystem::remove(answer_);
     }
     MailProgram(const MailProgram&) = delete;
     MailProgram& operator=(const MailProgram&) = delete;
 
     // The address that the program was started with; waits for it, empty when none came.
     std::string Address() const {
-        for (int i = 0; i < 200; ++i, Sleep(50)) {
-            const std::string text = ReadText(answer_);
-            if (!text.empty() && text.back() == '|') {
-                return text.substr(0, text.size() - 1);
-            }
+        std::string text;
+        for (int i = 0; i < 200 && !text.ends_with('|'); ++i, Sleep(50)) {
+            std::ifstream file(answer_, std::ios::binary);
+            text.assign(std::istreambuf_iterator<char>(file), {});
         }
-        return {};
+        return text.substr(0, text.find('|'));
     }
 
   private:
@@ -420,29 +336,21 @@ class MailProgram {
         RegSetKeyValueW(HKEY_CLASSES_ROOT, kKey, nullptr, REG_SZ, command.c_str(),
                         static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
     }
-    static void WriteText(const std::wstring& path, const std::string& text) {
-        std::ofstream(std::filesystem::path(path), std::ios::binary) << text;
-    }
-    static std::string ReadText(const std::wstring& path) {
-        std::ifstream file(std::filesystem::path(path), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
 
-    std::wstring script_, answer_, previous_;
+    const std::filesystem::path script_ = std::filesystem::temp_directory_path() / "v5mail.vbs";
+    const std::filesystem::path answer_ = std::filesystem::temp_directory_path() / "v5mail.txt";
+    std::wstring previous_;
 };
 
 TEST_F(ProductBoxes, KeyboardStartsTheSupportMail) {
     const InstalledPackage main(L"main");
     const MailProgram mail(true);
     std::string address;
-    WindowVisitor visitor(L"Vantor Support Information", [&](HWND window) {
-        PostMessageW(GetDlgItem(window, IDCANCEL), WM_KEYDOWN, VK_TAB, 0);  // from Close to the link
-        PostMessageW(GetDlgItem(window, kEmail), WM_KEYDOWN, VK_RETURN, 0);
+    VisitSupportBox([&](const Dialog& box) {
+        box.Keys({VK_TAB, VK_RETURN});  // from Close to the link
         address = mail.Address();
-        EXPECT_TRUE(IsWindowVisible(window));
+        EXPECT_TRUE(IsWindowVisible(box.Window()));
     });
-    EXPECT_EQ(CreateMain()->ShowVantorSupportInfo(nullptr), S_OK);
-    ASSERT_TRUE(visitor.Visited());
     const std::wstring_view email = product::kSupportEmail;
     EXPECT_EQ(address, "mailto:" + std::string(email.begin(), email.end()) +
                            "?subject=support%20request%20(Vantor%205%2E3%2E12)");
@@ -450,43 +358,42 @@ TEST_F(ProductBoxes, KeyboardStartsTheSupportMail) {
 
 TEST_F(ProductBoxes, AddressIsPlainTextWithoutAMailProgram) {
     const MailProgram none(false);
-    wchar_t className[32] = {};
-    WindowVisitor visitor(L"Vantor Support Information",
-                          [&](HWND window) { GetClassNameW(GetDlgItem(window, kEmail), className, 32); });
-    EXPECT_EQ(CreateMain()->ShowVantorSupportInfo(nullptr), S_OK);
-    EXPECT_TRUE(visitor.Visited());
-    EXPECT_STREQ(className, L"Static");
+    VisitSupportBox([](const Dialog& box) {
+        wchar_t className[32] = {};
+        GetClassNameW(box.Control(kEmail), className, 32);
+        EXPECT_STREQ(className, L"Static");
+    });
 }
 
 TEST_F(ProductBoxes, AboutBoxShowsTitleAndRelease) {
-    const auto show = [](MessageRecorder* irm, const wchar_t* title) {
-        return TextsOf(L"About Vantor", [&] { return CreateMain()->ShowVantorAboutBox(irm, _bstr_t(title)); });
+    const auto expect = [](IRaiseMsg* irm, const wchar_t* title, const wchar_t* release) {
+        constexpr int kProductName = 401;
+        constexpr int kRelease = 402;
+        Visit(
+            L"About Vantor", [&] { return CreateMain()->ShowVantorAboutBox(irm, _bstr_t(title)); },
+            [&](const Dialog& box) {
+                EXPECT_EQ(box.Text(kProductName), title);
+                EXPECT_EQ(box.Text(kRelease), release);
+            });
     };
-    constexpr int kProductName = 401;
-    constexpr int kRelease = 402;
     MessageRecorder recorder;
-    auto texts = show(&recorder, L"Report Generator & Editor");
-    EXPECT_EQ(texts[kProductName], L"Report Generator & Editor");
-    EXPECT_EQ(texts[kRelease], L"");
+    expect(&recorder, L"Report Generator & Editor", L"");
     EXPECT_EQ(recorder.texts, std::vector<std::wstring>{NotFound(product::kUpgradeCodeMain)});
-
     const InstalledPackage main(L"main");
-    texts = show(nullptr, L"");
-    EXPECT_EQ(texts[kProductName], L"");
-    EXPECT_EQ(texts[kRelease], L"Release 5.3.12");
+    expect(nullptr, L"", L"Release 5.3.12");
 }
 
 // ---- Help ------------------------------------------------------------------------------------------------------
 
 class Help : public ProductBoxes {
   protected:
-    // What the user is told, and by which icon.
+    // What the user is told.
     static std::wstring ShowHelp(IRaiseMsg* irm) {
         constexpr int kText = 0xFFFF;  // the system's identifiers in a message box
         std::wstring text;
-        WindowVisitor visitor(L"Vantor", [&](HWND window) { text = WindowText(GetDlgItem(window, kText)); });
-        EXPECT_EQ(Create<_NimboHelp>(__uuidof(NimboHelp))->ShowHelp(irm, 0), S_OK);
-        EXPECT_TRUE(visitor.Visited());
+        Visit(
+            L"Vantor", [&] { return Create<_NimboHelp>(__uuidof(NimboHelp))->ShowHelp(irm, 0); },
+            [&](const Dialog& box) { text = box.Text(kText); });
         return text;
     }
 };

@@ -73,48 +73,4 @@ TEST(Server, MayBeUnloadedOnlyWhenNothingIsHeld) {
     EXPECT_EQ(canUnloadNow(), S_OK);
 }
 
-// A class of the type library is whole or not there at all.
-TEST(Server, ServesEachPublishedClassWhollyOrNotAtAll) {
-    ComPtr<ITypeLib> library;
-    ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
-    int served = 0;
-    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
-        ComPtr<ITypeInfo> type, interfaceType;
-        TYPEATTR* attributes = nullptr;
-        BSTR name = nullptr;
-        HREFTYPE reference = 0;
-        library->GetTypeInfo(i, &type);
-        type->GetTypeAttr(&attributes);
-        const GUID clsid = attributes->guid;
-        const bool isClass = attributes->typekind == TKIND_COCLASS;
-        type->ReleaseTypeAttr(attributes);
-        if (!isClass) {
-            continue;
-        }
-        type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-        const std::wstring progId = L"V5Strings." + Taken(name);
-        type->GetRefTypeOfImplType(0, &reference);
-        type->GetRefTypeInfo(reference, &interfaceType);
-        interfaceType->GetTypeAttr(&attributes);
-        const IID defaultInterface = attributes->guid;
-        interfaceType->ReleaseTypeAttr(attributes);
-
-        CLSID registered = CLSID_NULL;
-        ComPtr<IUnknown> object;
-        void* own = nullptr;
-        const bool isRegistered = CLSIDFromProgID(progId.c_str(), &registered) == S_OK;
-        const HRESULT status = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object));
-        EXPECT_EQ(status, isRegistered ? S_OK : REGDB_E_CLASSNOTREG) << progId;
-        if (status == S_OK) {
-            ++served;
-            EXPECT_EQ(registered, clsid) << progId;
-            EXPECT_EQ(object->QueryInterface(defaultInterface, &own), S_OK) << progId;
-            object->Release();
-            object.Reset();
-            EXPECT_EQ(EntryPoint<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(), S_OK) << progId << " never ends";
-        }
-    }
-    EXPECT_GE(served, 1);
-}
-
 }  // namespace v5::test

@@ -3,56 +3,45 @@
 #pragma once
 
 #include <windows.h>
-#include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
-#include <string_view>
 
 namespace v5::test {
 
 class SiteFolder {
   public:
-    explicit SiteFolder(std::string_view file) {
-        wchar_t temp[MAX_PATH + 1] = L"";
-        GetTempPathW(MAX_PATH + 1, temp);
-        path_ = std::wstring(temp) + L"V5Site" + std::to_wstring(GetCurrentProcessId());
-        CreateDirectoryW(path_.c_str(), nullptr);
+    explicit SiteFolder(const std::string& file)
+        : path_(std::filesystem::temp_directory_path() / ("V5Site" + std::to_string(GetCurrentProcessId()))) {
+        std::filesystem::create_directory(path_);
         Write(file);
         SetEnvironmentVariableW(kVariable, path_.c_str());
     }
     ~SiteFolder() {
         SetEnvironmentVariableW(kVariable, nullptr);
-        DeleteFileW(File().c_str());
-        for (const wchar_t* folder :
-             {L"\\V\\Logs\\MailLogs", L"\\V\\Logs", L"\\V\\SecondaryBackup", L"\\V", L"\\CustomReportTemplates", L""}) {
-            RemoveDirectoryW((path_ + folder).c_str());
-        }
+        std::error_code nobodyCares;
+        std::filesystem::remove_all(path_, nobodyCares);
     }
     SiteFolder(const SiteFolder&) = delete;
     SiteFolder& operator=(const SiteFolder&) = delete;
 
-    void Write(std::string_view text) const {
-        const std::string path(path_.begin(), path_.end());
+    void Write(std::string text) const {
         constexpr std::string_view kMark = "$folder$";
-        std::string file(text);
-        for (size_t at = file.find(kMark); at != std::string::npos; at = file.find(kMark)) {
-            file.replace(at, kMark.size(), path);
+        const std::string path = path_.string();
+        for (size_t at = 0; (at = text.find(kMark, at)) != std::string::npos; at += path.size()) {
+            text.replace(at, kMark.size(), path);
         }
-        const HANDLE handle = CreateFileW(File().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-        DWORD written = 0;
-        EXPECT_TRUE(WriteFile(handle, file.data(), static_cast<DWORD>(file.size()), &written, nullptr));
-        CloseHandle(handle);
+        std::ofstream(path_ / "Vantor5.INI", std::ios::binary) << text;
     }
 
-    const std::wstring& Path() const { return path_; }
-    std::wstring File() const { return path_ + L"\\Vantor5.INI"; }
-    bool HasFolder(const std::wstring& name) const {
-        return GetFileAttributesW((path_ + L"\\" + name).c_str()) != INVALID_FILE_ATTRIBUTES;
-    }
+    std::wstring Path() const { return path_.wstring(); }
+    std::wstring File() const { return (path_ / "Vantor5.INI").wstring(); }
+    bool HasFolder(const std::wstring& name) const { return std::filesystem::is_directory(path_ / name); }
 
   private:
     static constexpr wchar_t kVariable[] = L"VANTOR5_SYSTEM_FOLDER";
-    std::wstring path_;
+    std::filesystem::path path_;
 };
 
 }  // namespace v5::test

@@ -1,5 +1,10 @@
 // v5site as a user runs it: a process whose output and exit status count.
-#include <array>
+#include <windows.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 #include "component/Client.h"
@@ -10,68 +15,32 @@ namespace v5::test {
 namespace {
 
 struct Outcome {
-    DWORD status = 0;
+    int status;
     std::string output, errors;
 };
 
-// Collects what a process writes into the other end of a pipe.
-class Pipe {
-  public:
-    Pipe() {
-        SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-        EXPECT_TRUE(CreatePipe(&read_, &write_, &inherited, 1 << 20));  // holds all that a test makes it print
-        SetHandleInformation(read_, HANDLE_FLAG_INHERIT, 0);
+// What a file holds; the file is gone afterwards.
+std::string Taken(const std::filesystem::path& path) {
+    std::string text;
+    {
+        std::ifstream file(path, std::ios::binary);
+        text.assign(std::istreambuf_iterator<char>(file), {});
     }
-    ~Pipe() { CloseHandle(read_); }
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-
-    HANDLE WriteEnd() const { return write_; }
-    std::string ReadAll() {
-        CloseHandle(write_);
-        std::string text;
-        std::array<char, 4096> buffer;
-        DWORD got = 0;
-        while (ReadFile(read_, buffer.data(), static_cast<DWORD>(buffer.size()), &got, nullptr) && got > 0) {
-            text.append(buffer.data(), got);
-        }
-        return text;
-    }
-
-  private:
-    HANDLE read_ = nullptr;
-    HANDLE write_ = nullptr;
-};
-
-// The tool lies in the folder above this program's.
-std::wstring ToolPath() {
-    std::array<wchar_t, MAX_PATH> path{};
-    GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
-    const std::wstring program = path.data();
-    const std::wstring folder = program.substr(0, program.rfind(L'\\'));
-    return folder.substr(0, folder.rfind(L'\\')) + L"\\v5site.exe";
+    std::filesystem::remove(path);
+    return text;
 }
 
+// Runs the tool, which lies in the folder above this program's, as a command line does.
 Outcome Tool(const std::wstring& arguments) {
-    Pipe output;
-    Pipe errors;
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output.WriteEnd();
-    startup.hStdError = errors.WriteEnd();
-    PROCESS_INFORMATION process = {};
-    std::wstring command = L"\"" + ToolPath() + L"\" " + arguments;
-    EXPECT_TRUE(
-        CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
-    Outcome outcome;
-    EXPECT_EQ(WaitForSingleObject(process.hProcess, 60'000), WAIT_OBJECT_0);
-    GetExitCodeProcess(process.hProcess, &outcome.status);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    outcome.output = output.ReadAll();
-    outcome.errors = errors.ReadAll();
-    return outcome;
+    wchar_t program[MAX_PATH];
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const auto tool = std::filesystem::path(program).parent_path().parent_path() / "v5site.exe";
+    const auto folder = std::filesystem::temp_directory_path();
+    const auto output = folder / "v5site.out", errors = folder / "v5site.err";
+    const std::wstring command = L"\"\"" + tool.wstring() + L"\" " + arguments + L" >\"" + output.wstring() +
+                                 L"\" 2>\"" + errors.wstring() + L"\"\"";
+    const int status = _wsystem(command.c_str());
+    return {status, Taken(output), Taken(errors)};
 }
 
 bool Contains(const std::string& text, const std::string& part) {
@@ -88,24 +57,24 @@ constexpr char kSound[] =
 TEST(V5Site, CheckTellsProblemsByItsStatus) {
     SiteFolder folder(kSound);
     Outcome outcome = Tool(L"check");
-    EXPECT_EQ(outcome.status, 0u) << outcome.output;
+    EXPECT_EQ(outcome.status, 0) << outcome.output;
     EXPECT_TRUE(Contains(outcome.output, "Usable:\n  DAHS 1 (site AB, far)\nNo problems.")) << outcome.output;
 
     folder.Write(std::string(kSound) + "[Dahs2]\nSiteID=12\n");
     outcome = Tool(L"check --json");
-    EXPECT_EQ(outcome.status, 1u);
+    EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(Contains(outcome.output, "\"status\": 1,\n")) << outcome.output;
     EXPECT_TRUE(Contains(outcome.output, "DAHS 2: missing or invalid value for 'SiteID'; may not be a number\""))
         << outcome.output;
 
     folder.Write("[Dahs2]\nSiteID=12\n");
     outcome = Tool(L"check");
-    EXPECT_EQ(outcome.status, 2u);
+    EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(Contains(outcome.output, "No DAHS is usable.")) << outcome.output;
     EXPECT_TRUE(Contains(outcome.output, "'SiteID'; may not be a number (line 2)\n")) << outcome.output;
     EXPECT_TRUE(Contains(outcome.output, "'VantorDir' (line 1)\n")) << "the header stands in for a missing key";
     outcome = Tool(L"list");
-    EXPECT_EQ(outcome.status, 2u);
+    EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.output, "");
     EXPECT_TRUE(Contains(outcome.errors, "v5site: STR-031: no DAHS entries found in '")) << outcome.errors;
 }
@@ -121,7 +90,7 @@ TEST(V5Site, ListAndShowAreUnicodeAndHidePasswords) {
     EXPECT_FALSE(Contains(hidden.output, "secret"));
     EXPECT_FALSE(Contains(Tool(L"show --json").output, "secret"));
     EXPECT_TRUE(Contains(Tool(L"show --dahs 1 --show-passwords").output, "Password=secret"));
-    EXPECT_EQ(Tool(L"show --dahs 2").status, 2u);
+    EXPECT_EQ(Tool(L"show --dahs 2").status, 2);
 }
 
 TEST(V5Site, SecurityAnswersAnAuditor) {
@@ -146,7 +115,7 @@ TEST(V5Site, SecurityAnswersAnAuditor) {
     Call(security.Get(), L"Teardown");
 
     const Outcome plain = Tool(L"security");
-    EXPECT_EQ(plain.status, 0u) << plain.errors;
+    EXPECT_EQ(plain.status, 0) << plain.errors;
     for (const char* part : {"Site        AB\n", "Security    2  Enabled_Configured\n", "Level 1     (nobody)\n",
                              "Level 2     a\"b\n", "  STR-0105  Vantor security enabled by '",
                              "  STR-0139  RID 301: min privilege level changed from '' to '52' by '"}) {
@@ -159,7 +128,7 @@ TEST(V5Site, SecurityAnswersAnAuditor) {
                          "\"levelName\": \"PrivLevel_2\""))
         << json.output;
     const Outcome closed = Tool(L"security --dahs 2");
-    EXPECT_EQ(closed.status, 2u);
+    EXPECT_EQ(closed.status, 2);
     EXPECT_EQ(closed.output, "");
     EXPECT_TRUE(Contains(closed.errors, "v5site: Can't setup DBIL [STR-0097]\n")) << closed.errors;
     DeleteFileW(file.c_str());
@@ -169,12 +138,12 @@ TEST(V5Site, WrongCommandLinesAreExplained) {
     for (const wchar_t* arguments : {L"", L"frobnicate", L"check --dahs 1", L"show --dahs", L"show --dahs 1x",
                                      L"show --dahs 1 --site A", L"list --dotnet"}) {
         const Outcome outcome = Tool(arguments);
-        EXPECT_EQ(outcome.status, 3u);
+        EXPECT_EQ(outcome.status, 3);
         EXPECT_EQ(outcome.output, "");
         EXPECT_TRUE(Contains(outcome.errors, "Try 'v5site --help'.")) << outcome.errors;
     }
     const Outcome help = Tool(L"show --help");
-    EXPECT_EQ(help.status, 0u);
+    EXPECT_EQ(help.status, 0);
     EXPECT_TRUE(Contains(help.output, "Exit status:"));
 }
 

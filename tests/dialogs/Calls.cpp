@@ -1,20 +1,14 @@
 #include "Calls.h"
 
-#include <V5Strings.h>
-#include <comdef.h>
-#include <wrl/client.h>
+#include "V5Strings.h"
 
 namespace v5::test {
 
 namespace {
 
-Microsoft::WRL::ComPtr<_NimboStringsMain> Facade() {
-    Microsoft::WRL::ComPtr<_NimboStringsMain> facade;
-    CLSID clsid{};
-    EXPECT_EQ(CLSIDFromProgID(L"V5Strings.NimboStringsMain", &clsid), S_OK);
-    EXPECT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID__NimboStringsMain,
-                               reinterpret_cast<void**>(facade.GetAddressOf())),
-              S_OK);
+ComPtr<_NimboStringsMain> Facade() {
+    ComPtr<_NimboStringsMain> facade;
+    EXPECT_EQ(CreateByName(L"V5Strings.NimboStringsMain").As(&facade), S_OK);
     return facade;
 }
 
@@ -68,16 +62,9 @@ void ShowVantorSupportInfo() {
     EXPECT_EQ(Facade()->ShowVantorSupportInfo(nullptr), S_OK);
 }
 
-LoadedComponent::LoadedComponent() {
+ComPtr<IUnknown> LoadComponent() {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    object_ = Facade().Detach();
-}
-
-LoadedComponent::~LoadedComponent() {
-    if (object_ != nullptr) {
-        object_->Release();
-    }
-    CoUninitialize();
+    return Facade();
 }
 
 double DateOf(int year, int month, int day, int hour, int minute) {

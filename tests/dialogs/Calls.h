@@ -3,11 +3,10 @@
 
 #include <windows.h>
 
-#include <unknwn.h>
-
 #include <string>
 
 #include "Driver.h"
+#include "component/Client.h"
 
 namespace v5::test {
 
@@ -32,18 +31,9 @@ DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary = true, bool allo
 void ShowVantorAboutBox(const std::wstring& application);
 void ShowVantorSupportInfo();
 
-// Keeps the component loaded while it lives. Otherwise each ModalCall loads it anew, with the system libraries it
+// An object that keeps the component loaded. Otherwise each ModalCall loads it anew, with the system libraries it
 // needs.
-class LoadedComponent {
-  public:
-    LoadedComponent();
-    ~LoadedComponent();
-    LoadedComponent(const LoadedComponent&) = delete;
-    LoadedComponent& operator=(const LoadedComponent&) = delete;
-
-  private:
-    IUnknown* object_ = nullptr;
-};
+ComPtr<IUnknown> LoadComponent();
 
 // The automation date of a day and time of day.
 double DateOf(int year, int month, int day, int hour = 0, int minute = 0);

@@ -3,7 +3,8 @@
 #include <commctrl.h>
 
 #include "Calls.h"
-#include "SiteFolder.h"
+#include "SiteFile.h"
+#include "component/SiteFolder.h"
 #include "dialogs/ControlIds.h"
 
 namespace v5::test {
@@ -47,11 +48,6 @@ struct List {
         ReleaseDC(window, dc);
         return found;
     }
-    void Unselect() const {
-        LVITEMW item{};
-        item.stateMask = LVIS_SELECTED;
-        SendMessageW(window, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-    }
 };
 
 DahsAnswer Ask(long initial, const std::function<void(const Dialog&)>& work) {
@@ -79,7 +75,7 @@ std::wstring DismissMessage() {
 }  // namespace
 
 TEST(DahsChooserDialog, RowsSelectionAndGrey) {
-    const SiteFolder site(kPair);
+    const SiteFolder site(SiteFile(kPair));
     const DahsAnswer answer = Ask(0, [](const Dialog& dialog) {
         const List list(dialog);
         ASSERT_EQ(list.Count(), 3);
@@ -97,7 +93,7 @@ TEST(DahsChooserDialog, RowsSelectionAndGrey) {
 }
 
 TEST(DahsChooserDialog, WaysToChoose) {
-    const SiteFolder site(kPair);
+    const SiteFolder site(SiteFile(kPair));
     const struct {
         long initial;
         std::function<void(const Dialog&)> work;
@@ -133,7 +129,7 @@ TEST(DahsChooserDialog, WaysToChoose) {
 }
 
 TEST(DahsChooserDialog, AsksForAChoice) {
-    const SiteFolder site({{4, "NORTH", "Secondary"}});
+    const SiteFolder site(SiteFile({{4, "NORTH", "Secondary"}}));
     const DahsAnswer answer = Ask(0, [](const Dialog& dialog) {
         const List list(dialog);
         EXPECT_EQ(list.Selected(), -1);  // all rows are grey
@@ -155,7 +151,7 @@ TEST(DahsChooserDialog, AsksForAChoice) {
 }
 
 TEST(DahsChooserDialog, SaysWhyTheListIsEmpty) {
-    const SiteFolder site({{3, "NORTH", "Secondary"}, {5, "NORTH", "Primary", true}});
+    const SiteFolder site(SiteFile({{3, "NORTH", "Secondary"}, {5, "NORTH", "Primary", true}}));
     DahsAnswer answer;
     ModalCall call([&] { answer = GetDahsIdFromUser(7, false, false); });
     EXPECT_EQ(DismissMessage(),
@@ -170,7 +166,7 @@ TEST(DahsChooserDialog, SaysWhyTheListIsEmpty) {
 }
 
 TEST(DahsChooserDialog, ReportsASiteFileThatCannotBeUsed) {
-    const SiteFolder site({});
+    const SiteFolder site(SiteFile({}));
     DahsAnswer answer;
     ModalCall call([&] { answer = GetDahsIdFromUser(7); });
     EXPECT_NE(DismissMessage().find(L"STR-"), std::wstring::npos);

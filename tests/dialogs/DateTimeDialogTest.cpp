@@ -194,15 +194,6 @@ TEST(TimeDialog, ClockSwitch) {
     EXPECT_DOUBLE_EQ(answer.time, 5 * kMinuteOfDay);
 }
 
-TEST(TimeDialog, EveryWayToCancel) {
-    const Work ways[] = {[](const Dialog& dialog) { dialog.Key(VK_ESCAPE); },
-                         [](const Dialog& dialog) { dialog.Click(IDCANCEL); },
-                         [](const Dialog& dialog) { PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }};
-    for (const Work& way : ways) {
-        EXPECT_TRUE(AskTime(0.25, way).cancelled);
-    }
-}
-
 TEST(DateDialog, ReturnsTheInitialDateAndTime) {
     const double initial = DateOf(2024, 12, 20, 13, 30);
     EXPECT_DOUBLE_EQ(AskDate(initial,
@@ -215,64 +206,59 @@ TEST(DateDialog, ReturnsTheInitialDateAndTime) {
                                  dialog.Key(VK_RETURN);
                              }),
                      initial);
-    EXPECT_DOUBLE_EQ(AskDate(initial,
-                             [](const Dialog& dialog) {
-                                 EXPECT_FALSE(dialog.IsVisible(kHour));
-                                 dialog.Click(IDOK);
-                             },
-                             {.dateOnly = true}),
-                     DateOf(2024, 12, 20));
-    EXPECT_DOUBLE_EQ(AskDate(initial,
-                             [](const Dialog& dialog) {
-                                 EXPECT_TRUE(dialog.IsVisible(kHour));
-                                 EXPECT_FALSE(dialog.IsVisible(kMinute));
-                                 dialog.Click(IDOK);
-                             },
-                             {.minutesAlso = false}),
-                     DateOf(2024, 12, 20, 13));
+    const struct {
+        DateOptions options;
+        bool hour;
+        double answer;
+    } cases[] = {{{.dateOnly = true}, false, DateOf(2024, 12, 20)},
+                 {{.minutesAlso = false}, true, DateOf(2024, 12, 20, 13)}};
+    for (const auto& each : cases) {
+        const auto work = [&](const Dialog& dialog) {
+            EXPECT_EQ(dialog.IsVisible(kHour), each.hour);
+            EXPECT_FALSE(dialog.IsVisible(kMinute));
+            dialog.Click(IDOK);
+        };
+        EXPECT_DOUBLE_EQ(AskDate(initial, work, each.options), each.answer);
+    }
 }
 
-TEST(DateDialog, EveryWayToCancelReturnsZero) {
+TEST(DateAndTimeDialog, EveryWayToCancel) {
     const Work ways[] = {[](const Dialog& dialog) { dialog.Key(VK_ESCAPE); },
                          [](const Dialog& dialog) { dialog.Click(IDCANCEL); },
                          [](const Dialog& dialog) { PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }};
     for (const Work& way : ways) {
+        EXPECT_TRUE(AskTime(0.25, way).cancelled);
         EXPECT_EQ(AskDate(DateOf(2024, 12, 20), way), 0.0);
     }
 }
 
 TEST(DateDialog, GridGoesAcrossTheTurnOfTheYear) {
-    EXPECT_DOUBLE_EQ(AskDate(DateOf(2023, 12, 31),
-                             [](const Dialog& dialog) {
-                                 dialog.Key(VK_RIGHT);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"1 January 2024");
-                                 dialog.Key(VK_UP);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"25 December 2023");
-                                 dialog.Key(VK_DOWN);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"1 January 2024");
-                                 dialog.Key(VK_LEFT);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"31 December 2023");
-                                 dialog.Keys({VK_NEXT, VK_NEXT});
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"29 February 2024");
-                                 dialog.Key(VK_PRIOR);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"29 January 2024");
-                                 dialog.Click(ids::kPreviousMonth);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"29 December 2023");
-                                 dialog.Click(ids::kNextMonth);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"29 January 2024");
-                                 // January 2024 starts with a Monday, and its last two rows end with the 31st, a
-                                 // Wednesday.
-                                 EXPECT_FALSE(dialog.IsVisible(ids::Day(0)));
-                                 EXPECT_EQ(dialog.Text(ids::Day(1)), L"1");
-                                 EXPECT_EQ(dialog.Text(ids::Day(31)), L"31");
-                                 EXPECT_TRUE(dialog.IsVisible(ids::Day(31)));
-                                 EXPECT_FALSE(dialog.IsVisible(ids::Day(32)));
-                                 dialog.Click(ids::Day(15));
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"15 January 2024");
-                                 dialog.Key(VK_RETURN);
-                             },
-                             {.dateOnly = true}),
-                     DateOf(2024, 1, 15));
+    const auto work = [](const Dialog& dialog) {
+        const std::pair<std::vector<WORD>, const wchar_t*> steps[] = {{{VK_RIGHT}, L"1 January 2024"},
+                                                                      {{VK_UP}, L"25 December 2023"},
+                                                                      {{VK_DOWN}, L"1 January 2024"},
+                                                                      {{VK_LEFT}, L"31 December 2023"},
+                                                                      {{VK_NEXT, VK_NEXT}, L"29 February 2024"},
+                                                                      {{VK_PRIOR}, L"29 January 2024"}};
+        for (const auto& [keys, shown] : steps) {
+            dialog.Keys(keys);
+            EXPECT_EVENTUALLY(Shown(dialog) == shown);
+        }
+        dialog.Click(ids::kPreviousMonth);
+        EXPECT_EVENTUALLY(Shown(dialog) == L"29 December 2023");
+        dialog.Click(ids::kNextMonth);
+        EXPECT_EVENTUALLY(Shown(dialog) == L"29 January 2024");
+        // January 2024 starts with a Monday, and its last two rows end with the 31st, a Wednesday.
+        EXPECT_FALSE(dialog.IsVisible(ids::Day(0)));
+        EXPECT_EQ(dialog.Text(ids::Day(1)), L"1");
+        EXPECT_EQ(dialog.Text(ids::Day(31)), L"31");
+        EXPECT_TRUE(dialog.IsVisible(ids::Day(31)));
+        EXPECT_FALSE(dialog.IsVisible(ids::Day(32)));
+        dialog.Click(ids::Day(15));
+        EXPECT_EVENTUALLY(Shown(dialog) == L"15 January 2024");
+        dialog.Key(VK_RETURN);
+    };
+    EXPECT_DOUBLE_EQ(AskDate(DateOf(2023, 12, 31), work, {.dateOnly = true}), DateOf(2024, 1, 15));
 }
 
 TEST(DateDialog, MonthListAndYearField) {
@@ -331,8 +317,6 @@ TEST(DateDialog, TodayAndTheSelectedDayLookDifferent) {
         dialog.Key(today > 14 ? VK_UP : VK_DOWN);
         EXPECT_EVENTUALLY(SelectedDay(dialog) != today);
         // Inside the frame that today has and the focus mark, a cell shows its background.
-        std::set<COLORREF> backgrounds;
-        std::set<COLORREF> edges;
         for (int cell = 14; cell < 28; ++cell) {
             const HWND button = dialog.Control(ids::Day(cell));
             RECT area{};

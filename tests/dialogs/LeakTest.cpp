@@ -5,7 +5,8 @@
 #include <iostream>
 
 #include "Calls.h"
-#include "SiteFolder.h"
+#include "SiteFile.h"
+#include "component/SiteFolder.h"
 #include "security/PasswordForm.h"
 #include "soak/Usage.h"
 
@@ -52,7 +53,7 @@ std::ostream& operator<<(std::ostream& out, const Objects& objects) {
 }  // namespace
 
 TEST(Leaks, DialogsLeaveNothingBehind) {
-    const SiteFolder site({{1, "NORTH", "Primary"}, {2, "NORTH", "Secondary"}});
+    const SiteFolder site(SiteFile({{1, "NORTH", "Primary"}, {2, "NORTH", "Secondary"}}));
     const struct {
         std::string title;
         std::function<void()> show;
@@ -65,7 +66,7 @@ TEST(Leaks, DialogsLeaveNothingBehind) {
         {"About Vantor", [] { ShowVantorAboutBox(L"Client"); }},
         {"Vantor Support Information", [] { ShowVantorSupportInfo(); }},
     };
-    const LoadedComponent loaded;
+    const ComPtr<IUnknown> loaded = LoadComponent();
     constexpr int kMostTries = 10;
     for (const auto& [title, show] : dialogs) {
         // The system fills caches of its own at first, up to a limit; a leak grows every time.

@@ -6,7 +6,8 @@
 #include <string>
 
 #include "Calls.h"
-#include "SiteFolder.h"
+#include "SiteFile.h"
+#include "component/SiteFolder.h"
 #include "dialogs/ControlIds.h"
 #include "security/PasswordForm.h"
 
@@ -161,10 +162,10 @@ TEST(Shots, DISABLED_OtherDialogs) {
     Shoot("date-none", L"End of the outage", [] { GetDateFromUser(L"End of the outage", -1, false, false, false); });
     Shoot("time", L"Time of the daily calibration",
           [] { GetTimeFromUser(L"Time of the daily calibration", 13.5 / 24); });
-    const SiteFolder site({{1, "NORTH", "Primary"},
-                           {2, "NORTH", "Secondary"},
-                           {3, "SOUTH", "Standalone"},
-                           {4, "WEST", "Standalone", true}});
+    const SiteFolder site(SiteFile({{1, "NORTH", "Primary"},
+                                    {2, "NORTH", "Secondary"},
+                                    {3, "SOUTH", "Standalone"},
+                                    {4, "WEST", "Standalone", true}}));
     Shoot("dahs", L"Choose DAHS", [] { GetDahsIdFromUser(0); });
     Shoot("password", L"Enter debug mode", [] {
         PasswordForm form;

@@ -88,6 +88,10 @@ constexpr char kStart[] = "** START Vantor log file  2014-03-05 02:07:09 PM **\r
 constexpr char kEnd[] = "** END Vantor log file 2014-03-05 02:07:09 PM **\r\n";
 
 TEST_F(LogWriterTest, FramesARunAndKeepsItsName) {
+    log.Write(L"early", true);
+    log.Flush();
+    log.Stop();
+    EXPECT_EQ(Written(), "");
     EXPECT_TRUE(log.Start(L"app.log", L"", {}));
     EXPECT_EQ(log.Filename(), L"D:\\Lib\\app.log");
     EXPECT_EQ(file.path, log.Filename());

@@ -27,14 +27,15 @@ void ReadSite(const std::string& bytes) {
 
 void ReadingASite(Table& table) {
     const std::string bytes = SiteFile("C:\\Vantor5");
+    const std::vector<std::string> keys = SiteKeys();
     const auto ours = [&] { ReadSite(bytes); };
     const auto peers = [&] {
         CSimpleIniA ini;
         ini.LoadData(bytes);
         for (int number = 1; number <= 99; ++number) {
             const std::string section = "Dahs" + std::to_string(number);
-            for (const char* key : kSiteKeys) {
-                Keep(ini.GetValue(section.c_str(), key));
+            for (const std::string& key : keys) {
+                Keep(ini.GetValue(section.c_str(), key.c_str()));
             }
         }
     };

@@ -8,53 +8,19 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "V5Strings.h"
 #include "bench/Bench.h"
 #include "bench/SiteFile.h"
 #include "bench/windows/Com.h"
+#include "component/SiteFolder.h"
 
 namespace v5::bench {
 namespace {
 
-constexpr wchar_t kVariable[] = L"VANTOR5_SYSTEM_FOLDER";
 constexpr UINT kTextProperties = 33;  // of an entry: texts, among them 24 connection strings
 constexpr int kEntries = 99;
-
-// A folder with the site file in it, found by way of the environment as long as this object lives.
-class SiteOnDisk {
-  public:
-    SiteOnDisk() {
-        wchar_t temp[MAX_PATH + 1] = L"";
-        GetTempPathW(MAX_PATH + 1, temp);
-        folder_ = std::wstring(temp) + L"V5SiteBench";
-        CreateDirectoryW(folder_.c_str(), nullptr);
-        SetEnvironmentVariableW(kVariable, folder_.c_str());
-    }
-    ~SiteOnDisk() {
-        SetEnvironmentVariableW(kVariable, nullptr);
-        DeleteFileW(Path().c_str());
-        for (const wchar_t* name : {L"\\MailLogs", L"\\SecondaryBackup", L"\\CustomReportTemplates", L""}) {
-            RemoveDirectoryW((folder_ + name).c_str());
-        }
-    }
-    SiteOnDisk(const SiteOnDisk&) = delete;
-    SiteOnDisk& operator=(const SiteOnDisk&) = delete;
-
-    void Write() const {
-        const std::string bytes = SiteFile(std::string(folder_.begin(), folder_.end()));
-        const HANDLE file = CreateFileW(Path().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-        DWORD written = 0;
-        if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
-            throw std::runtime_error("cannot write the site file");
-        }
-        CloseHandle(file);
-    }
-    std::wstring Path() const { return folder_ + L"\\Vantor5.INI"; }
-
-  private:
-    std::wstring folder_;
-};
 
 // The getters of an entry's text properties.
 using TextGetter = HRESULT (STDMETHODCALLTYPE _DahsIniEntry::*)(BSTR*);
@@ -103,29 +69,33 @@ void ReadThroughTheClass() {
     }
 }
 
-void ReadOneByOne(const std::wstring& path) {
+void ReadOneByOne(const std::wstring& path, const std::vector<std::wstring>& keys) {
     for (int number = 1; number <= kEntries; ++number) {
         const std::wstring section = L"Dahs" + std::to_wstring(number);
-        for (const std::string key : kSiteKeys) {
+        for (const std::wstring& key : keys) {
             wchar_t value[512];
-            GetPrivateProfileStringW(section.c_str(), std::wstring(key.begin(), key.end()).c_str(), L"", value, 512,
-                                     path.c_str());
+            GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", value, 512, path.c_str());
             Keep(value);
         }
     }
 }
 
 void ReadingASite(Table& table) {
-    const SiteOnDisk site;
+    const std::string file = SiteFile("$folder$\\V");
+    const test::SiteFolder site(file);
+    std::vector<std::wstring> keys;
+    for (const std::string& key : SiteKeys()) {
+        keys.emplace_back(key.begin(), key.end());
+    }
     double ours = 1e9;
     double peers = 1e9;
     for (int run = 0; run < 15; ++run) {
-        site.Write();
+        site.Write(file);
         ours = std::min(ours, Seconds(ReadThroughTheClass));
     }
     for (int run = 0; run < 2; ++run) {
-        site.Write();
-        peers = std::min(peers, Seconds([&] { ReadOneByOne(site.Path()); }));
+        site.Write(file);
+        peers = std::min(peers, Seconds([&] { ReadOneByOne(site.File(), keys); }));
     }
     table.Add({.name = "site: just written, read and ask all / one INI value a call", .goal = 0.001}, ours, peers);
 }
