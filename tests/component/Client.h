@@ -9,6 +9,7 @@
 #include <wrl/client.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace v5::test {
@@ -53,6 +54,11 @@ inline std::wstring Taken(BSTR text) {
     std::wstring result(text != nullptr ? text : L"", SysStringLen(text));
     SysFreeString(text);
     return result;
+}
+
+// Names and other texts that are ASCII, for messages and comparisons.
+inline std::string Narrow(std::wstring_view text) {
+    return {text.begin(), text.end()};
 }
 
 // Calls a member as a script engine would. `arguments` are in the order of the declaration; `named` ones have their

@@ -1,22 +1,23 @@
 // The type libraries against contract.txt, the list of everything that compiled clients depend on.
 #include <windows.h>
 
-#include <gtest/gtest.h>
-#include <oleauto.h>
-#include <wrl/client.h>
-
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "V5Strings.h"
+#include "component/Client.h"
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
+using v5::test::ComPtr;
+using v5::test::Narrow;
+using v5::test::Taken;
 
 // "class NimboHelp", "member _NimboHelp", "value RedundantDasRoleEnum" … to their lines in order of declaration.
 using Contract = std::map<std::string, std::vector<std::string>>;
@@ -37,19 +38,10 @@ Contract WrittenContract() {
     return contract;
 }
 
-std::string Narrow(const wchar_t* text, UINT length) {
-    std::string narrow;
-    std::transform(text, text + length, std::back_inserter(narrow), [](wchar_t c) { return static_cast<char>(c); });
-    return narrow;
-}
-std::string Take(BSTR text) {
-    const std::string narrow = Narrow(text, SysStringLen(text));
-    SysFreeString(text);
-    return narrow;
-}
 std::string Text(REFGUID guid) {
     wchar_t text[39];
-    return Narrow(text, static_cast<UINT>(StringFromGUID2(guid, text, 39)) - 1);
+    StringFromGUID2(guid, text, 39);
+    return Narrow(text);
 }
 
 // A type description with its attributes and names at hand.
@@ -65,12 +57,12 @@ class Type {
     std::string Name(MEMBERID member = MEMBERID_NIL) const {
         BSTR name = nullptr;
         info_->GetDocumentation(member, &name, nullptr, nullptr, nullptr);
-        return Take(name);
+        return Narrow(Taken(name));
     }
     std::string Help(MEMBERID member = MEMBERID_NIL) const {
         BSTR help = nullptr;
         info_->GetDocumentation(member, nullptr, &help, nullptr, nullptr);
-        return Take(help);
+        return Narrow(Taken(help));
     }
     ComPtr<ITypeInfo> Referenced(HREFTYPE reference) const {
         ComPtr<ITypeInfo> info;
@@ -110,8 +102,7 @@ std::string DefaultText(const VARIANT& value) {
         case VT_BOOL:
             return V_BOOL(&value) == VARIANT_TRUE ? "True" : V_BOOL(&value) == VARIANT_FALSE ? "False" : "neither";
         case VT_BSTR:  // an empty text, not a null pointer: some clients pass it on as it is
-            return V_BSTR(&value) == nullptr ? "null"
-                                             : '"' + Narrow(V_BSTR(&value), SysStringLen(V_BSTR(&value))) + '"';
+            return V_BSTR(&value) == nullptr ? "null" : '"' + Narrow(v5::test::Text(value)) + '"';
         default:
             return "default of type " + std::to_string(V_VT(&value));
     }
@@ -135,9 +126,11 @@ std::string MemberText(const Type& owner, const FUNCDESC& function) {
     static const std::map<INVOKEKIND, std::string> kKinds = {
         {INVOKE_FUNC, "method"}, {INVOKE_PROPERTYGET, "get"}, {INVOKE_PROPERTYPUT, "let"}};
     constexpr UINT kMost = 20;
-    BSTR names[kMost] = {};
+    BSTR found[kMost] = {};
     UINT count = 0;
-    owner.Info()->GetNames(function.memid, names, kMost, &count);
+    owner.Info()->GetNames(function.memid, found, kMost, &count);
+    std::vector<std::string> names;  // of the member, and of its parameters
+    std::transform(found, found + count, std::back_inserter(names), [](BSTR name) { return Narrow(Taken(name)); });
     std::string parameters, result;
     for (SHORT i = 0; i < function.cParams; ++i) {
         const ELEMDESC& element = function.lprgelemdescParam[i];
@@ -146,15 +139,13 @@ std::string MemberText(const Type& owner, const FUNCDESC& function) {
             continue;
         }
         // Automation does not tell the name of a property's new value; ours is the one that is written down.
-        const auto named = static_cast<UINT>(i) + 1;
+        const auto named = static_cast<size_t>(i) + 1;
         const std::string name = function.invkind == INVOKE_PROPERTYPUT ? "None"
-                                 : named < count ? Narrow(names[named], SysStringLen(names[named]))
-                                                 : "unnamed";
+                                 : named < names.size()                 ? names[named]
+                                                                        : "unnamed";
         parameters += (parameters.empty() ? "" : ", ") + ParameterText(owner, element, name);
     }
-    const std::string member = Narrow(names[0], SysStringLen(names[0]));
-    std::for_each(names, names + count, SysFreeString);
-    return kKinds.at(function.invkind) + ' ' + member + '(' + parameters + ')' + result;
+    return kKinds.at(function.invkind) + ' ' + names.at(0) + '(' + parameters + ')' + result;
 }
 
 void DescribeMembers(const Type& view, Contract& contract) {
@@ -212,7 +203,7 @@ Contract Describe(ITypeLib& library) {
     BSTR name = nullptr;
     library.GetLibAttr(&attributes);
     library.GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-    Add(contract, "library " + Take(name) + ' ' + std::to_string(attributes->wMajorVerNum) + '.' +
+    Add(contract, "library " + Narrow(Taken(name)) + ' ' + std::to_string(attributes->wMajorVerNum) + '.' +
                       std::to_string(attributes->wMinorVerNum) + ' ' + Text(attributes->guid));
     library.ReleaseTLibAttr(attributes);
     for (UINT i = 0; i < library.GetTypeInfoCount(); ++i) {
@@ -257,18 +248,14 @@ const Library kLibraries[] = {
     {"Registered", nullptr, kOwnSystem},
 };
 
-std::wstring FullPath(const wchar_t* path) {
-    wchar_t full[MAX_PATH];
-    return {full, GetFullPathNameW(path, MAX_PATH, full, nullptr)};
-}
-
 class ContractTest : public testing::TestWithParam<Library> {
   protected:
     void SetUp() override {
         const Library& library = GetParam();
-        const HRESULT status = library.path == nullptr
-                                   ? LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library_)
-                                   : LoadTypeLibEx(FullPath(library.path).c_str(), REGKIND_NONE, &library_);
+        const HRESULT status =
+            library.path == nullptr
+                ? LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library_)
+                : LoadTypeLibEx(std::filesystem::absolute(library.path).c_str(), REGKIND_NONE, &library_);
         ASSERT_EQ(status, S_OK) << "not there; run the tests in the project's folder";
     }
 
@@ -307,7 +294,7 @@ void ExpectSentence(const std::string& help, const std::string& about) {
 TEST_P(ContractTest, ExplainsEverythingInSentences) {
     BSTR help = nullptr;
     library_->GetDocumentation(MEMBERID_NIL, nullptr, &help, nullptr, nullptr);
-    const std::string libraryHelp = Take(help);
+    const std::string libraryHelp = Narrow(Taken(help));
     EXPECT_NE(libraryHelp.find("Vantor 5"), std::string::npos) << libraryHelp;
     for (UINT i = 0; i < library_->GetTypeInfoCount(); ++i) {
         ComPtr<ITypeInfo> info;

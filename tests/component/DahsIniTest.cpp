@@ -14,10 +14,6 @@ namespace {
 
 constexpr wchar_t kMain[] = L"V5Strings.DahsIniMain";
 
-std::string Narrow(const std::wstring& text) {
-    return {text.begin(), text.end()};
-}
-
 std::wstring LocalName(COMPUTER_NAME_FORMAT format) {
     wchar_t name[256] = L"";
     DWORD size = 256;

@@ -1,8 +1,8 @@
 // No test: `./dev shots` runs this by its name to take a picture of every dialog.
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
 
 #include "Calls.h"
@@ -80,12 +80,11 @@ class Picture {
         header.bfType = 0x4D42;  // "BM"
         header.bfOffBits = sizeof header + sizeof info_;
         header.bfSize = header.bfOffBits + static_cast<DWORD>(Size());
-        FILE* file = std::fopen(path.c_str(), "wb");
-        ASSERT_NE(file, nullptr) << path;
-        std::fwrite(&header, sizeof header, 1, file);
-        std::fwrite(&info_, sizeof info_, 1, file);
-        std::fwrite(pixels_, Size(), 1, file);
-        std::fclose(file);
+        std::ofstream file(path, std::ios::binary);
+        ASSERT_TRUE(file.is_open()) << path;
+        file.write(reinterpret_cast<const char*>(&header), sizeof header);
+        file.write(reinterpret_cast<const char*>(&info_), sizeof info_);
+        file.write(static_cast<const char*>(pixels_), static_cast<std::streamsize>(Size()));
     }
 
   private:
