@@ -181,24 +181,11 @@ TEST(Abuse, WrongArgumentsAreAnsweredByTheCollection) {
 
 namespace {
 
-// Does `onEvent` in each event.
-class Handler final : public Sink<> {
-  public:
-    std::function<void()> onEvent;
-    int events = 0;
-
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        ++events;
-        onEvent();
-        return S_OK;
-    }
-};
-
 // A security object set up on a database that nobody can read or write, so that every member reports something.
 struct LockedSite {
     DatabaseFile file;
     ComPtr<_NimboSecurity> security;
-    Handler handler;
+    Listener handler;
     std::unique_ptr<OtherProgram> other;
 
     LockedSite() {
@@ -266,6 +253,7 @@ TEST(Abuse, AHandlerMayDoAnythingDuringAnEvent) {
                         deed.work(site);
                     }
                     --depth;
+                    return S_OK;
                 };
                 EXPECT_EQ(CallWithZeros(site.security.Get(), member, Outputs::kReal), S_OK)
                     << member.name << " " << deed.name;

@@ -56,6 +56,17 @@ inline std::wstring Taken(BSTR text) {
     return result;
 }
 
+// A variable of the client's as an argument, for the member to change; a script's is a VARIANT.
+inline _variant_t ByReference(VARTYPE type, void* variable) {
+    VARIANT argument;
+    V_VT(&argument) = static_cast<VARTYPE>(type | VT_BYREF);
+    V_BYREF(&argument) = variable;
+    return _variant_t(argument);
+}
+inline _variant_t ByReference(_variant_t& variable) {
+    return ByReference(VT_VARIANT, &variable);
+}
+
 // Names and other texts that are ASCII, for messages and comparisons.
 inline std::string Narrow(std::wstring_view text) {
     return {text.begin(), text.end()};

@@ -57,7 +57,8 @@ ComPtr<IDispatch> Object(const _variant_t& value) {
 // Compares properties of an object with what they are to be.
 void Expect(IDispatch* object, const std::vector<std::pair<std::wstring, _variant_t>>& properties) {
     for (const auto& [name, value] : properties) {
-        EXPECT_EQ(Get(object, name.c_str()), value) << Narrow(name);
+        const _variant_t is = Get(object, name.c_str());
+        EXPECT_TRUE(is == value) << Narrow(name + L" is " + Text(is));
     }
 }
 
@@ -111,11 +112,10 @@ TEST(DahsIni, LateBoundClientsReadAndChoose) {
     Expect(main.Get(), {{L"DahsID", 9L}, {L"SqlConnectionString_Alarms", L"Provider=p;a"}});
     EXPECT_FALSE(Truth(Call(main.Get(), L"ReadVantorINI", {0L})));
 
-    _variant_t primary(9L), secondary(9L), byPrimary, bySecondary;  // as script variables arrive
-    V_VT(&byPrimary) = V_VT(&bySecondary) = VT_BYREF | VT_VARIANT;
-    V_VARIANTREF(&byPrimary) = &primary;
-    V_VARIANTREF(&bySecondary) = &secondary;
-    EXPECT_EQ(Call(main.Get(), L"FindRedundantDasIDs", {L"AB", 0L, byPrimary, bySecondary}).status, S_OK);
+    _variant_t primary(9L), secondary(9L);
+    EXPECT_EQ(
+        Call(main.Get(), L"FindRedundantDasIDs", {L"AB", 0L, ByReference(primary), ByReference(secondary)}).status,
+        S_OK);
     EXPECT_EQ(V_I4(&primary), 2);
     EXPECT_EQ(V_I4(&secondary), 7);
     EXPECT_EQ(Call(main.Get(), L"GetDahsIDForComputerName", {L"ignored", true}).value, _variant_t(2L));

@@ -5,8 +5,6 @@
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <functional>
-
 #include "V5Strings.h"
 #include "component/Client.h"
 #include "component/Sink.h"
@@ -14,21 +12,6 @@
 namespace v5::test {
 
 namespace {
-
-// Counts its events and does `onEvent` in each.
-class Listener final : public Sink<> {
-  public:
-    int events = 0;
-    ULONG references = 1;
-    std::function<HRESULT()> onEvent = [] { return S_OK; };
-
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        ++events;
-        return onEvent();
-    }
-};
 
 class EventsTest : public testing::Test {
   protected:

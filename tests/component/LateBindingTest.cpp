@@ -14,16 +14,6 @@ _variant_t Omitted() {
     return _variant_t(static_cast<long>(DISP_E_PARAMNOTFOUND), VT_ERROR);
 }
 
-_variant_t Typed(VARTYPE type, void* variable) {
-    VARIANT argument;
-    V_VT(&argument) = static_cast<VARTYPE>(type | VT_BYREF);
-    V_BYREF(&argument) = variable;
-    return _variant_t(argument);
-}
-_variant_t Variable(_variant_t& variable) {
-    return Typed(VT_VARIANT, &variable);
-}
-
 _variant_t False() {
     return _variant_t(false);
 }
@@ -60,8 +50,8 @@ TEST_F(LateBindingTest, TakesArgumentsInEveryForm) {
         {"names without regard to case", {}, {{L"LNGINDEX1", 888L}}, S_OK},
         {"numeric text", {L"888"}, {}, S_OK},
         {"a double, rounded", {888.4}, {}, S_OK},
-        {"a script's variable", {Variable(script)}, {}, S_OK},
-        {"a typed variable", {Typed(VT_I2, &small)}, {}, S_OK},
+        {"a script's variable", {ByReference(script)}, {}, S_OK},
+        {"a typed variable", {ByReference(VT_I2, &small)}, {}, S_OK},
         {"nothing at all", {}, {}, DISP_E_BADPARAMCOUNT},
         {"the required one left out", {Omitted(), False()}, {}, DISP_E_PARAMNOTOPTIONAL, 1},
         {"only the optional one named", {}, {{L"blnDahsID", False()}}, DISP_E_BADPARAMCOUNT},
@@ -89,12 +79,14 @@ TEST_F(LateBindingTest, GivesInOutArgumentsBackInTheCallersType) {
         const char* name;
         _variant_t argument;
     };
-    const Case cases[] = {{"an empty variable", Variable(empty)},         {"a variable with text", Variable(text)},
-                          {"a variable with a number", Variable(number)}, {"a Long", Typed(VT_I4, &typed)},
-                          {"an Integer", Typed(VT_I2, &small)},           {"a String", Typed(VT_BSTR, &words)}};
+    const Case cases[] = {
+        {"an empty variable", ByReference(empty)},         {"a variable with text", ByReference(text)},
+        {"a variable with a number", ByReference(number)}, {"a Long", ByReference(VT_I4, &typed)},
+        {"an Integer", ByReference(VT_I2, &small)},        {"a String", ByReference(VT_BSTR, &words)}};
     for (const Case& c : cases) {
         _variant_t secondary(99L);
-        EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, c.argument, Variable(secondary)}).status, S_OK)
+        EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, c.argument, ByReference(secondary)}).status,
+                  S_OK)
             << c.name;
         EXPECT_EQ(secondary, _variant_t(0L)) << c.name;
     }
@@ -109,7 +101,8 @@ TEST_F(LateBindingTest, GivesInOutArgumentsBackInTheCallersType) {
     EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, 1L, 2L}).status, S_OK);
     // What cannot go in is refused before the call.
     _variant_t unfit(L"none");
-    EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, Variable(unfit), 2L}).status, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, ByReference(unfit), 2L}).status,
+              DISP_E_TYPEMISMATCH);
     EXPECT_EQ(Text(unfit), L"none");
 }
 

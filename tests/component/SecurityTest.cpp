@@ -85,13 +85,6 @@ class SecurityComponent : public testing::Test {
     ComPtr<IDispatch> security_;
 };
 
-_variant_t ByReference(VARIANT& variable) {
-    _variant_t reference;
-    V_VT(&reference) = VT_BYREF | VT_VARIANT;
-    V_VARIANTREF(&reference) = &variable;
-    return reference;
-}
-
 }  // namespace
 
 TEST_F(SecurityComponent, AnAdministratorSetsUpAFreshSite) {

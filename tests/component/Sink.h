@@ -6,6 +6,8 @@
 
 #include <oleauto.h>
 
+#include <functional>
+
 namespace v5::test {
 
 template <class Interface = IDispatch>
@@ -31,6 +33,21 @@ class Sink : public Interface {
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
         return E_NOTIMPL;
+    }
+};
+
+// Counts its events and does `onEvent` in each.
+class Listener final : public Sink<> {
+  public:
+    int events = 0;
+    ULONG references = 1;
+    std::function<HRESULT()> onEvent = [] { return S_OK; };
+
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+    STDMETHODIMP_(ULONG) Release() override { return --references; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        ++events;
+        return onEvent();
     }
 };
 
