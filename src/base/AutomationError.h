@@ -37,4 +37,9 @@ class AutomationError : public std::exception {
     std::wstring description_;
 };
 
+// The exception that is being handled as "<number>, <description>", as messages to people quote it. An exception that
+// is no AutomationError counts as the run-time's own: 7 out of memory, 5 for any other. Call it from a catch block
+// only.
+std::wstring CurrentFailureText();
+
 }  // namespace v5

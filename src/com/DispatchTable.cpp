@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "com/Component.h"
 #include "com/Guard.h"
@@ -289,11 +290,12 @@ DispatchTable::DispatchTable(REFIID iid) {
     const UINT count = attributes->cFuncs;
     vtableInfo->ReleaseTypeAttr(attributes);
     members_.reserve(count);
+    const auto release = [&](FUNCDESC* function) { vtableInfo->ReleaseFuncDesc(function); };
     for (UINT i = 0; i < count; ++i) {
         FUNCDESC* function = nullptr;
         Check(vtableInfo->GetFuncDesc(i, &function));
+        const std::unique_ptr<FUNCDESC, decltype(release)> owner(function, release);
         members_.push_back(ReadMember(*vtableInfo.Get(), *function));
-        vtableInfo->ReleaseFuncDesc(function);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "com/Guard.h"
 
+#include <comdef.h>
 #include <oleauto.h>
 #include <wrl/client.h>
 
@@ -24,6 +25,8 @@ AutomationError CurrentError() {
         return error;
     } catch (const std::bad_alloc&) {
         return FromSystem(E_OUTOFMEMORY);
+    } catch (const _com_error& error) {  // of _variant_t and _bstr_t
+        return FromSystem(error.Error());
     } catch (const std::exception& error) {
         const std::string_view what = error.what();
         return {static_cast<std::uint32_t>(E_FAIL), std::wstring(what.begin(), what.end())};
@@ -55,12 +58,13 @@ void Check(HRESULT status) {
     if (SUCCEEDED(status)) {
         return;
     }
+    if (status == E_OUTOFMEMORY || status == STG_E_INSUFFICIENTMEMORY) {  // the second from type libraries
+        throw std::bad_alloc();
+    }
     ComPtr<IErrorInfo> info;
     BSTR description = nullptr;
     if (GetErrorInfo(0, &info) == S_OK && SUCCEEDED(info->GetDescription(&description)) && description != nullptr) {
-        std::wstring text(View(description));
-        SysFreeString(description);
-        throw AutomationError(static_cast<std::uint32_t>(status), std::move(text));
+        throw AutomationError(static_cast<std::uint32_t>(status), TakeText(description));
     }
     throw FromSystem(status);
 }

@@ -130,16 +130,10 @@ void WriteClass(const ClassesKey& classes, const ClassEntry& entry, const TypeLi
     classes.Write(std::wstring(entry.progId) + L"\\CLSID", clsid);
 }
 
-std::wstring TextOf(BSTR text) {
-    std::wstring result(View(text));
-    SysFreeString(text);
-    return result;
-}
-
 void WriteTypeLibrary(const ClassesKey& classes, ITypeLib& library, const TypeLibraryKeys& keys) {
     BSTR description = nullptr;
     Check(library.GetDocumentation(MEMBERID_NIL, nullptr, &description, nullptr, nullptr));
-    classes.Write(keys.versionKey, TextOf(description));
+    classes.Write(keys.versionKey, TakeText(description));
     classes.Write(keys.versionKey + L"\\FLAGS", L"0");
     classes.Write(keys.widthKey, ModulePath());
 }
@@ -154,12 +148,12 @@ void ForEachInterface(ITypeLib& library, Visitor visit) {
         Check(type->GetTypeAttr(&attributes));
         const bool isInterface = attributes->typekind == TKIND_DISPATCH;
         const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
-        const std::wstring key = L"Interface\\" + GuidText(attributes->guid);
+        const GUID iid = attributes->guid;
         type->ReleaseTypeAttr(attributes);
         if (isInterface) {
             BSTR name = nullptr;
             Check(type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr));
-            visit(key, TextOf(name), isDual);
+            visit(L"Interface\\" + GuidText(iid), TakeText(name), isDual);
         }
     }
 }

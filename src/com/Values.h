@@ -8,6 +8,7 @@
 #include <wrl/client.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -20,6 +21,17 @@ using Microsoft::WRL::ComPtr;
 // The text of a BSTR, line breaks and NULs included; a null BSTR is the empty text. Valid while the BSTR is.
 inline std::wstring_view View(BSTR text) {
     return text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text));
+}
+
+struct FreeBstr {
+    void operator()(BSTR text) const { SysFreeString(text); }
+};
+using BstrOwner = std::unique_ptr<OLECHAR, FreeBstr>;
+
+// The text of a BSTR that is ours, which is freed. Throws std::bad_alloc.
+inline std::wstring TakeText(BSTR text) {
+    const BstrOwner owner(text);
+    return std::wstring(View(text));
 }
 
 inline bool ToBool(VARIANT_BOOL value) {

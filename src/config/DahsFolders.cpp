@@ -1,5 +1,6 @@
 #include "config/DahsFolders.h"
 
+#include "base/AutomationError.h"
 #include "base/Text.h"
 
 namespace v5 {
@@ -24,10 +25,14 @@ void CreateMissingFolders(const DahsFolders& folders, SiteHost& host, std::vecto
     // The primary backup folder is the site's own affair: often a share that is not always there.
     for (const std::wstring* folder : {&folders.vantor, &folders.system, &folders.logs, &folders.mailLogs,
                                        &folders.customReportTemplates, &folders.secondaryBackup, &folders.temp}) {
-        if (folder->empty() || host.FolderExists(*folder)) {
-            continue;
+        std::wstring reason;
+        try {
+            if (!folder->empty() && !host.FolderExists(*folder)) {
+                reason = host.CreateFolder(*folder);
+            }
+        } catch (...) {
+            reason = CurrentFailureText();
         }
-        const std::wstring reason = host.CreateFolder(*folder);
         if (!reason.empty()) {
             problems.push_back(L"Could not create folder '" + *folder + L"': " + reason);
             return;

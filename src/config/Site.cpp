@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "base/AutomationError.h"
 #include "base/Text.h"
 #include "config/SiteFileSearch.h"
 
@@ -59,10 +60,15 @@ bool Site::Read(AppCategory category, bool noninteractive, bool dotNet, BlankCon
         return false;
     }
     isSetUp_ = true;
-    if (!Locate() || !Parse(option)) {
+    try {
+        if (!Locate() || !Parse(option)) {
+            return false;
+        }
+        SelectFirst(noninteractive, dotNet);
+    } catch (...) {
+        ReportUnreadable(CurrentFailureText());
         return false;
     }
-    SelectFirst(noninteractive, dotNet);
     SetAffinity(category);
     CreateMissingFolders(current_.folders, host_, problems_);
     return true;
@@ -219,10 +225,13 @@ void Site::SetAffinity(AppCategory category) {
         return;
     }
     const auto bits = static_cast<std::uint32_t>(requested);
-    const std::uint64_t usable = host_.SystemAffinityMask().value_or(0) & bits;
-    Report(usable != 0 && host_.SetProcessAffinityMask(usable)
-               ? L"STR-082: set process affinity mask = &H" + UpperHex(bits)
-               : L"STR-083: can't set affinity mask");
+    bool isSet = false;
+    try {
+        const std::uint64_t usable = host_.SystemAffinityMask().value_or(0) & bits;
+        isSet = usable != 0 && host_.SetProcessAffinityMask(usable);
+    } catch (...) {  // NOLINT(bugprone-empty-catch): it is then not set
+    }
+    Report(isSet ? L"STR-082: set process affinity mask = &H" + UpperHex(bits) : L"STR-083: can't set affinity mask");
 }
 
 std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {

@@ -127,12 +127,8 @@ void LogWriter::KeepFailure(const std::exception_ptr& failure) noexcept {
     try {
         try {
             std::rethrow_exception(failure);
-        } catch (const AutomationError& error) {
-            error_ = std::to_wstring(error.Number()) + L", " + error.Description();
-        } catch (const std::bad_alloc&) {
-            error_ = L"7, Out of memory";
         } catch (...) {
-            error_ = L"5, Invalid procedure call or argument";
+            error_ = CurrentFailureText();
         }
     } catch (...) {
         error_.clear();  // not even room for the text

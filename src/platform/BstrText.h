@@ -1,4 +1,4 @@
-// BSTR arguments and answers of calls on other components.
+// BSTR arguments of calls on other components.
 #pragma once
 
 #include <windows.h>
@@ -14,13 +14,10 @@ namespace v5 {
 
 // A BSTR argument that is freed after the call. Throws std::bad_alloc.
 inline _bstr_t ToBstr(std::wstring_view text) {
-    return {NewBstr(text), false};
-}
-
-// The text of an answer, which is freed.
-inline std::wstring TakeText(BSTR text) {
-    const _bstr_t owner(text, false);
-    return std::wstring(View(text));
+    BstrOwner owner(NewBstr(text));
+    _bstr_t argument(owner.get(), false);
+    owner.release();
+    return argument;
 }
 
 }  // namespace v5

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/AutomationError.h"
+#include "com/Values.h"
 #include "platform/SystemText.h"
 
 namespace v5 {
@@ -20,19 +21,14 @@ void ThrowIfFailed(HRESULT status) {
     }
 }
 
-std::wstring TakeText(BSTR text) {
-    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
-}
-
 // What a member raised: the object gives a number of its own (wCode) or a status (scode).
 [[noreturn]] void ThrowRaised(EXCEPINFO& raised) {
     if (raised.pfnDeferredFillIn != nullptr) {
         raised.pfnDeferredFillIn(&raised);
     }
-    const std::wstring description = TakeText(raised.bstrDescription);
     SysFreeString(raised.bstrSource);
-    SysFreeString(raised.bstrDescription);
     SysFreeString(raised.bstrHelpFile);
+    const std::wstring description = TakeText(raised.bstrDescription);
     if (raised.wCode != 0) {
         throw AutomationError::RunTime(raised.wCode, description);
     }
@@ -81,7 +77,7 @@ _variant_t LateBound::Call(const wchar_t* member, std::initializer_list<_variant
 }
 
 std::wstring LateBound::CallText(const wchar_t* member, std::initializer_list<_variant_t> arguments) const {
-    return TakeText(ConvertedTo(VT_BSTR, Call(member, arguments)).bstrVal);
+    return std::wstring(View(ConvertedTo(VT_BSTR, Call(member, arguments)).bstrVal));
 }
 
 long LateBound::CallLong(const wchar_t* member, std::initializer_list<_variant_t> arguments) const {

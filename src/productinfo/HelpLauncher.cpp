@@ -38,8 +38,8 @@ std::wstring OpenOrExplain(InstallerQueries& installer, HelpViewer& viewer, Mess
 std::wstring OpenHelp(InstallerQueries& installer, HelpViewer& viewer, MessageSink* sink) {
     try {
         return OpenOrExplain(installer, viewer, sink);
-    } catch (const AutomationError& failure) {
-        return L"[STR-0171] " + std::to_wstring(failure.Number()) + L", " + failure.Description();
+    } catch (...) {
+        return L"[STR-0171] " + CurrentFailureText();
     }
 }
 

@@ -34,7 +34,7 @@ const KindRule* FindRule(ReleaseKind kind) {
 std::wstring ProductNameOrEmpty(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode) {
     try {
         return InstalledProductName(installer, sink, upgradeCode);
-    } catch (const AutomationError&) {
+    } catch (...) {
         return {};
     }
 }

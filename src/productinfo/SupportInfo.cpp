@@ -64,8 +64,7 @@ template <typename Step>
 void Try(Step step) {
     try {
         step();
-    } catch (const AutomationError&) {
-        // The label keeps the text that it has.
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the label keeps the text that it has
     }
 }
 
@@ -95,7 +94,12 @@ void ReadOstra(InstallerQueries& installer, MessageSink* sink, SupportPackage& p
 }
 
 bool IsMailProgramRegistered(const RegistryReader& registry) {
-    return !registry.ReadText(RegistryRoot::ClassesRoot, L"mailto\\shell\\open\\command", L"").value_or(L"").empty();
+    bool isRegistered = false;
+    Try([&] {
+        isRegistered =
+            !registry.ReadText(RegistryRoot::ClassesRoot, L"mailto\\shell\\open\\command", L"").value_or(L"").empty();
+    });
+    return isRegistered;
 }
 
 }  // namespace

@@ -23,6 +23,13 @@ FailingAllocation::~FailingAllocation() {
 bool FailingAllocation::HasFailed() const {
     return hasFailed;
 }
+bool MustAllocationFail() noexcept {
+    if (left == 0 || --left != 0) {
+        return false;
+    }
+    hasFailed = true;
+    return true;
+}
 long LiveAllocations() {
     return live;
 }
@@ -30,11 +37,7 @@ long LiveAllocations() {
 }  // namespace v5
 
 void* operator new(std::size_t size) {
-    if (left != 0 && --left == 0) {
-        hasFailed = true;
-        throw std::bad_alloc();
-    }
-    void* memory = std::malloc(size != 0 ? size : 1);
+    void* memory = v5::MustAllocationFail() ? nullptr : std::malloc(size != 0 ? size : 1);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }

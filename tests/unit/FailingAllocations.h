@@ -18,6 +18,9 @@ class FailingAllocation {
     bool HasFailed() const;
 };
 
+// Counts an allocation of this thread that another allocator makes: whether it is the one that has to fail.
+bool MustAllocationFail() noexcept;
+
 // Allocations that are alive.
 long LiveAllocations();
 
