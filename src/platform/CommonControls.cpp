@@ -10,7 +10,7 @@ namespace v5 {
 
 namespace {
 
-constexpr WORD kManifestResource = 2;  // ISOLATIONAWARE_MANIFEST_RESOURCE_ID: a library's manifest
+constexpr WORD kManifestResource = 100;
 
 HANDLE CreateModuleContext() {
     ACTCTXW request{};

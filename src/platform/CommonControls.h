@@ -6,7 +6,7 @@
 namespace v5 {
 
 // While it lives, windows that the calling thread creates take their control classes from common controls 6, as this
-// module's own manifest (resource 2) asks. Without that manifest the client's controls are used: no failure.
+// module's own manifest (Dialogs.rc) asks. Without that manifest the client's controls are used: no failure.
 class CommonControlsScope {
   public:
     CommonControlsScope();

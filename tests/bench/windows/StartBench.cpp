@@ -23,6 +23,7 @@ class NothingRegistered {
         Write(nullptr, dll_);
         Write(L"ThreadingModel", L"Apartment");
     }
+    const std::wstring& Dll() const { return dll_; }
     ~NothingRegistered() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, key_.c_str()); }
     NothingRegistered(const NothingRegistered&) = delete;
     NothingRegistered& operator=(const NothingRegistered&) = delete;
@@ -37,30 +38,42 @@ class NothingRegistered {
     std::wstring dll_, key_;
 };
 
-void StartAndCall(REFCLSID clsid, const wchar_t* dll) {
+std::wstring DllOf(REFCLSID clsid) {
+    wchar_t id[40], path[MAX_PATH];
+    StringFromGUID2(clsid, id, 40);
+    DWORD size = sizeof(path);
+    const std::wstring key = std::wstring(L"CLSID\\") + id + L"\\InprocServer32";
+    Check(HRESULT_FROM_WIN32(static_cast<DWORD>(
+              RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, path, &size))),
+          "finding the DLL");
+    return path;
+}
+
+// `dll` has the whole path: for a mere name, the loader would search the folders of the system.
+void StartAndCall(REFCLSID clsid, const std::wstring& dll) {
     for (int i = 0; i < kStarts; ++i) {
         {
             ComPtr<_FootnoteList> object;
             Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "CoCreateInstance");
             long count = -1;
             Check(object->get_Count(&count), "get_Count");
-            Check(count == 0 ? S_OK : E_FAIL, "the answer");
+            Check(count == 0 && GetModuleHandleW(dll.c_str()) != nullptr ? S_OK : E_FAIL, "the answer");
         }
         CoFreeUnusedLibrariesEx(0, 0);
-        Check(GetModuleHandleW(dll) == nullptr ? S_OK : E_FAIL, "unloading the DLL");
+        Check(GetModuleHandleW(dll.c_str()) == nullptr ? S_OK : E_FAIL, "unloading the DLL");
     }
 }
 
 void Start(Table& table) {
     Check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
     const NothingRegistered registered;
+    const std::wstring dll = DllOf(__uuidof(FootnoteList));
     table.Compare(
         {.name = "start: CoCreateInstance to the first answer / a class that does nothing",
          .goal = 1.2,
          .runs = 15,
          .operations = kStarts},
-        [] { StartAndCall(__uuidof(FootnoteList), L"V5Strings.dll"); },
-        [] { StartAndCall(kNothing, L"v5nothing.dll"); });
+        [&] { StartAndCall(__uuidof(FootnoteList), dll); }, [&] { StartAndCall(kNothing, registered.Dll()); });
     CoUninitialize();
 }
 
