@@ -144,7 +144,7 @@ TEST(V5Site, WrongCommandLinesAreExplained) {
     }
     const Outcome help = Tool(L"show --help");
     EXPECT_EQ(help.status, 0);
-    EXPECT_TRUE(Contains(help.output, "Exit status:"));
+    EXPECT_TRUE(Contains(help.output, "EXIT STATUS"));
 }
 
 }  // namespace v5::test

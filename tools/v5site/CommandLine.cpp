@@ -5,38 +5,80 @@
 namespace v5site {
 
 const wchar_t kHelpText[] =
-    LR"(v5site - look at the site configuration file Vantor5.INI as the product's programs see it
+    LR"(NAME
+  v5site - look at the site configuration file Vantor5.INI as the product's programs see it
 
-Usage:
-  v5site check [--json]
-      Read the file, print every finding, with the line of the file that it is about, and which DAHS entries are
-      usable.
-  v5site list [--json]
-      Print a table of the usable entries: id, site, role, computer, local or remote, description.
-  v5site show [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
-      Print the settings, folders and connection strings of one DAHS.
+SYNOPSIS
+  v5site check    [--json]
+  v5site list     [--json]
+  v5site show     [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
   v5site security [--dahs N | --site ID] [--noninteractive] [--json]
-      Print the user security of one DAHS's site: whether it is on, who is on which list, what level each restricted
-      operation needs, and the last changes.
+  v5site --help | --version
 
-Options:
-  --dahs N           the DAHS of section [DahsN]; without --dahs and --site, the first usable one
-  --site ID          the first DAHS of a site (the first 10 characters of ID count, in any case)
-  --noninteractive   connection strings for programs without a user, such as services
-  --dotnet           connection strings for the .NET data provider
-  --json             print JSON, for other programs
-  --show-passwords   print passwords in connection strings instead of ***
-  --help, --version  print this text, or the version, and end
+DESCRIPTION
+  Asks V5Strings.dll, the library that every program of the product uses, for the site file, and prints what it
+  answers. What v5site shows is therefore what those programs get on this computer.
 
-The file is looked for where every program of the product looks: in the folder that the environment variable
-VANTOR5_SYSTEM_FOLDER names and in its parents, then beside V5Strings.dll and above. Reading creates missing
-folders of the first DAHS, as it does for every program. Output is UTF-8 when it is not a console.
+  The first word says what to do:
 
-Exit status:
-  0  all is well
-  1  check: there are problems, but at least one DAHS is usable; security: some of it could not be read
-  2  there is no file, no usable DAHS, or not the one that was asked for; security: its databases cannot be opened
-  3  the command line is wrong, or V5Strings.dll is not registered
+  check      Reads the file and prints every finding, with the number of the line that it is about where there is
+             one, then the DAHS entries that are usable. For support, and for scripts after the file was changed.
+  list       Prints a table of the usable entries: id, site, role, computer, local or remote, description.
+  show       Prints the settings, folders and connection strings of one DAHS.
+  security   Prints the user security of the site of one DAHS: whether it is on, the current user and that user's
+             level, who is on which list, what level each restricted operation needs, and the last changes.
+
+OPTIONS
+  --dahs N           The DAHS of section [DahsN], N from 1. Without --dahs and --site, the first usable one.
+  --site ID          The first usable DAHS of a site. The first 10 characters of ID count, in any case.
+  --noninteractive   Connection strings for programs without a user, such as services.
+  --dotnet           Connection strings for the .NET data provider, not for OLE DB.
+  --json             Print one JSON object, for other programs; see OUTPUT.
+  --show-passwords   Print the passwords in connection strings, not ***. Take care where the output goes.
+  -h, --help, help   Print this text and end. Also after a command.
+  --version          Print the version and end.
+
+OUTPUT
+  Results go to the standard output, messages to the standard error. Both are UTF-8 when they are no console.
+
+  With --json, the object has these members:
+
+  check      file, status (the exit status), findings, lines (of the findings, in the same order; 0: no line),
+             usable (entries as in list)
+  list       file, entries: each with dahs, site, role, computer, remote, description
+  show       file, settings, folders, connections: each an object of names and values
+  security   site, status and userLevel (number and name), user, lists (level1, level2, level3), minimums
+             (restriction, name, level, levelName), changes (time, tag, text), messages
+
+ENVIRONMENT
+  VANTOR5_SYSTEM_FOLDER
+             The folder where the search for the file begins; see FILES.
+
+FILES
+  Vantor5.INI
+             Looked for where every program of the product looks: in the folder that VANTOR5_SYSTEM_FOLDER names
+             and in its parents, then beside V5Strings.dll and above. The file is never written. Reading it makes
+             missing folders of the first DAHS, as it does for every program.
+
+EXIT STATUS
+  0  All is well.
+  1  check: there are problems, but at least one DAHS is usable. security: some of it could not be read.
+  2  There is no file, no usable DAHS, or not the one that was asked for. security: its databases cannot be opened.
+  3  The command line is wrong, or V5Strings.dll is not registered.
+
+EXAMPLES
+  v5site check
+             What is wrong with the file, and in which line?
+  v5site show --site BRENN --dotnet
+             What does a .NET program get that works for site BRENN?
+  v5site list --json > entries.json
+             The entries for another program.
+  v5site check --json > nul || echo The site file needs attention.
+             In a batch file, after an installation.
+
+SEE ALSO
+  docs\site-file.md (sections, keys and defaults), docs\messages.md (what each finding means and what to do) and
+  docs\security.md (levels, restrictions and lists), in the zip packages of V5Strings.
 )";
 
 namespace {
