@@ -1,10 +1,11 @@
-// NimboSecurity while another program holds the lock on the site's database.
+// NimboSecurity while another program holds the lock on the site's database, and while there is no XML parser.
 #include <windows.h>
 #include <gtest/gtest.h>
 
 #include <comutil.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -68,9 +69,61 @@ const Change kChanges[] = {
     {L"SetMinPrivilegeLevelForRID", {1000L, 51L}, {1000L, 52L}, L"Can't save XML [STR-0138]"},
     {L"SetManualAlarmResetPwd", {L"123"}, {L"456"}, L"Can't save XML [STR-0143]"},
     {L"SetSidsForAllPrivilegeLevels",
-     {L"S-1-1-0", L"", L"", false},
      {L"", L"", L"S-1-1-0", false},
+     {L"S-1-1-0", L"", L"", false},
      L"Can't save XML [STR-0127]"},
+};
+
+// What is answered when no document can be read. The lists would make the user, an administrator, a member of level 3.
+struct Default {
+    const wchar_t* member;
+    std::vector<_variant_t> arguments;
+    _variant_t stored, unreadable;
+};
+
+const Default kDefaults[] = {
+    {L"GetUserPrivilegeLevel", {}, long{PrivLevel_3High}, long{PrivLevel_OSAdmin}},
+    {L"GetMinPrivilegeLevelForRID", {1000L}, long{PrivLevel_1}, long{PrivLevel_3Low}},
+    {L"GetMinPrivilegeLevelForPID", {1000L}, long{PrivLevel_1}, long{PrivLevel_3Low}},
+    {L"CheckUserPrivilegeLevel", {1000L, false}, true, false},
+    {L"GetSidsForPrivilegeLevels", {L"", L"", L""}, true, false},
+};
+
+// Stands for the system's XML parsers while it lives, and makes none: the first `count` versions, the newest first.
+class NoParser final : public IClassFactory {
+  public:
+    explicit NoParser(HRESULT status, size_t count = 2) : status_(status) {
+        constexpr const wchar_t* kVersions[] = {L"Msxml2.DOMDocument.6.0", L"Msxml2.DOMDocument.3.0"};
+        for (size_t i = 0; i < count; ++i) {
+            CLSID clsid;
+            EXPECT_EQ(CLSIDFromProgID(kVersions[i], &clsid), S_OK);
+            EXPECT_EQ(CoRegisterClassObject(clsid, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookies_[i]), S_OK);
+        }
+    }
+    ~NoParser() {
+        for (const DWORD cookie : cookies_) {
+            CoRevokeClassObject(cookie);
+        }
+    }
+    NoParser(const NoParser&) = delete;
+    NoParser& operator=(const NoParser&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        const bool known = iid == IID_IUnknown || iid == IID_IClassFactory;
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP CreateInstance(IUnknown*, REFIID, void** object) override {
+        *object = nullptr;
+        return status_;
+    }
+    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+
+  private:
+    HRESULT status_;
+    std::array<DWORD, 2> cookies_{};
 };
 
 class SecurityFault : public testing::Test {
@@ -92,6 +145,41 @@ class SecurityFault : public testing::Test {
         const CallResult result = Call(security_.Get(), member, arguments);
         EXPECT_EQ(result.status, S_OK) << std::wstring(member);
         return result.value;
+    }
+
+    void ExpectStoredAnswers() {
+        EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
+        for (const Default& row : kDefaults) {
+            EXPECT_EQ(Answer(row.member, row.arguments), row.stored) << std::wstring(row.member);
+        }
+    }
+
+    // Each member answers its default and says why; `reason`, when not empty, is all that is said.
+    void ExpectDefaults(EventRecorder& events, const std::wstring& reason = L"") {
+        const auto expectMessage = [&](const wchar_t* member) {
+            EXPECT_FALSE(events.messages.empty()) << std::wstring(member);
+            for (const RecordedMessage& message : events.messages) {
+                EXPECT_TRUE(reason.empty() || message == (RecordedMessage{4, reason}))
+                    << member << L": " << message.text;
+            }
+            events.messages.clear();
+        };
+        EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Other);
+        expectMessage(L"SecurityEnabledStatus");
+        for (const Default& row : kDefaults) {
+            EXPECT_EQ(Answer(row.member, row.arguments), row.unreadable) << std::wstring(row.member);
+            expectMessage(row.member);
+        }
+        for (const Change& change : kChanges) {
+            EXPECT_FALSE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);
+            expectMessage(change.member);
+        }
+        Answer(L"DisableSecurity");
+        expectMessage(L"DisableSecurity");
+        _variant_t list(L"an old list");
+        Answer(L"GetSidsForPrivilegeLevels", {L"", L"", ByReference(list)});
+        EXPECT_EQ(Text(list), L"");
+        events.messages.clear();
     }
 
     DatabaseFile file_;
@@ -119,18 +207,36 @@ TEST_F(SecurityFault, AChangeThatCannotBeStoredIsToldAndChangesNothing) {
 }
 
 TEST_F(SecurityFault, WhatCannotBeReadGivesTheDefaults) {
+    ExpectStoredAnswers();
     OtherProgram other(file_.Path());
     ASSERT_EQ(other.Execute("BEGIN EXCLUSIVE"), SQLITE_OK);
     EventRecorder events(security_.Get(), DIID___NimboSecurity);
-    EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Other);
-    EXPECT_FALSE(events.messages.empty());
-    EXPECT_GE(static_cast<long>(Answer(L"GetUserPrivilegeLevel")), 50);
-    EXPECT_FALSE(static_cast<bool>(Answer(L"CheckUserPrivilegeLevel", {250L, false})));
-    for (const Change& change : kChanges) {
-        EXPECT_FALSE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);
-    }
+    ExpectDefaults(events);
     ASSERT_EQ(other.Execute("ROLLBACK"), SQLITE_OK);
-    EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
+    ExpectStoredAnswers();
+}
+
+TEST_F(SecurityFault, WithoutAnXmlParserTheDefaultsHoldAndNothingIsStored) {
+    const std::vector<std::wstring> before = Stored(file_);
+    EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    const std::pair<HRESULT, std::wstring> reasons[] = {
+        {E_FAIL, std::to_wstring(E_FAIL) + L", " + _com_error(E_FAIL).ErrorMessage()},
+        {E_OUTOFMEMORY, L"Unexpected failure in the security library"},
+    };
+    for (const auto& [status, reason] : reasons) {
+        const NoParser none(status);
+        ExpectDefaults(events, reason);
+    }
+    {
+        const NoParser onlyTheOlder(E_FAIL, 1);
+        ExpectStoredAnswers();
+    }
+    EXPECT_EQ(Stored(file_), before);
+    ExpectStoredAnswers();
+    for (const Change& change : kChanges) {
+        EXPECT_TRUE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);
+    }
+    EXPECT_TRUE(events.messages.empty());
 }
 
 }  // namespace
