@@ -25,9 +25,11 @@ HANDLE LoadPicture(int id, LPCWSTR resourceType, UINT imageType, int side, UINT 
     if (id < 1 || id > 0xFFFF || FindResourceW(module, name, resourceType) == nullptr) {
         throw AutomationError::RunTime(326, L"Resource with identifier '" + std::to_wstring(id) + L"' not found");
     }
+    SetLastError(ERROR_SUCCESS);
     const HANDLE image = LoadImageW(module, name, imageType, side, side, flags);
     if (image == nullptr) {
-        Throw(HRESULT_FROM_WIN32(GetLastError()));
+        const DWORD reason = GetLastError();  // none when the process has no graphics handle left
+        Throw(HRESULT_FROM_WIN32(reason != ERROR_SUCCESS ? reason : ERROR_OUTOFMEMORY));
     }
     return image;
 }

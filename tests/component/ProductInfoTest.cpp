@@ -138,6 +138,50 @@ TEST_F(Pictures, IconsComeInTheSystemSizeAndDiffer) {
     }
 }
 
+// Takes every graphics handle that the process may have, but for some, while it lives.
+class GraphicsShortage {
+  public:
+    explicit GraphicsShortage(size_t left) {
+        while (const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3))) {
+            taken_.push_back(brush);
+        }
+        for (; left > 0 && !taken_.empty(); --left) {
+            DeleteObject(taken_.back());
+            taken_.pop_back();
+        }
+    }
+    ~GraphicsShortage() {
+        for (const HBRUSH brush : taken_) {
+            DeleteObject(brush);
+        }
+    }
+    GraphicsShortage(const GraphicsShortage&) = delete;
+    GraphicsShortage& operator=(const GraphicsShortage&) = delete;
+
+    size_t Taken() const { return taken_.size(); }
+
+  private:
+    std::vector<HBRUSH> taken_;
+};
+
+TEST_F(Pictures, AShortageOfGraphicsHandlesIsAnErrorAndLeavesNothing) {
+    const auto main = CreateMain();
+    for (const bool icon : {false, true}) {
+        size_t left = 0;
+        for (bool loaded = false; !loaded && left < 50; ++left) {
+            ComPtr<IPictureDisp> picture;
+            const GraphicsShortage shortage(left);
+            const HRESULT status = icon ? main->LoadVantorIcon(VantorIcons_AuditDB, &picture)
+                                        : main->LoadVantorBitmap(VantorBitmap_Logo_256Color_60x61, &picture);
+            loaded = picture.Get() != nullptr;
+            EXPECT_EQ(SUCCEEDED(status), loaded) << icon << " with " << left;
+            picture.Reset();
+            EXPECT_EQ(GraphicsShortage(0).Taken(), left);
+        }
+        EXPECT_GT(left, 1U) << "there was no shortage";
+    }
+}
+
 TEST(PictureResources, IconGroupsHoldEverySizeOfADesktop) {
     ComPtr<ITypeLib> library;
     ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
