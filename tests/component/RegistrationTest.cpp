@@ -1,13 +1,21 @@
-// Registration and back, for the machine and for one user, by regsvr32 as an installer runs it.
+// Registration and back, for the machine and for one user, by regsvr32 as an installer runs it; and that nothing else
+// is ever written to the registry.
 #include <windows.h>
 #include <gtest/gtest.h>
 
+#include <shlwapi.h>
+
+#include <algorithm>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "V5Strings.h"
+#include "component/Client.h"
+#include "component/DatabaseFile.h"
+#include "component/Members.h"
+#include "component/SiteFolder.h"
 
 namespace v5::test {
 
@@ -21,6 +29,10 @@ using Snapshot = std::map<std::wstring, std::wstring>;
 void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, REGSAM view, Snapshot& snapshot) {
     HKEY key = nullptr;
     DWORD children = 0, values = 0;
+    // What Wine notes for itself, and the 32-bit classes, which are seen below the classes too.
+    if (path == L"user\\Wine" || path == L"machine\\Wow6432Node\\Classes") {
+        return;
+    }
     if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) {
         return;
     }
@@ -42,11 +54,11 @@ void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, REG
     RegCloseKey(key);
 }
 
-// Everything below the classes of the machine and of the current user, in the 64-bit view, which shows both.
+// All software's keys, of the machine and of the current user, in the 64-bit view, which shows both.
 Snapshot TakeSnapshot() {
     Snapshot snapshot;
-    AddKey(HKEY_LOCAL_MACHINE, L"Software\\Classes", L"machine", KEY_WOW64_64KEY, snapshot);
-    AddKey(HKEY_CURRENT_USER, L"Software\\Classes", L"user", KEY_WOW64_64KEY, snapshot);
+    AddKey(HKEY_LOCAL_MACHINE, L"Software", L"machine", KEY_WOW64_64KEY, snapshot);
+    AddKey(HKEY_CURRENT_USER, L"Software", L"user", KEY_WOW64_64KEY, snapshot);
     return snapshot;
 }
 
@@ -75,6 +87,38 @@ std::wstring Braced(REFGUID guid) {
     wchar_t text[39];
     StringFromGUID2(guid, text, 39);
     return text;
+}
+
+// What the component may register: its type library, its classes and its interfaces.
+std::vector<std::wstring> OwnKeys(const std::wstring& path) {
+    ComPtr<ITypeLib> library;
+    EXPECT_EQ(LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library), S_OK);
+    std::vector<std::wstring> keys = {L"\\TypeLib\\" + Braced(LIBID_V5Strings)};
+    for (UINT i = 0; library && i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> type;
+        TYPEATTR* attributes = nullptr;
+        BSTR name = nullptr;
+        library->GetTypeInfo(i, &type);
+        type->GetTypeAttr(&attributes);
+        library->GetDocumentation(static_cast<INT>(i), &name, nullptr, nullptr, nullptr);
+        const std::wstring progId = L"\\Classes\\V5Strings." + Taken(name);
+        if (attributes->typekind == TKIND_COCLASS) {
+            keys.insert(keys.end(), {L"\\CLSID\\" + Braced(attributes->guid), progId});
+        } else if (attributes->typekind == TKIND_DISPATCH) {
+            keys.push_back(L"\\Interface\\" + Braced(attributes->guid));
+        }
+        type->ReleaseTypeAttr(attributes);
+    }
+    return keys;
+}
+
+// Whether a path is one of `keys` or below it, or the folder of such keys that a user without classes lacks.
+bool IsOwn(const std::wstring& path, const std::vector<std::wstring>& keys) {
+    return path == L"user\\Classes\\CLSID" || path == L"user\\Classes\\Interface" ||
+           path == L"user\\Classes\\TypeLib" ||
+           std::any_of(keys.begin(), keys.end(), [&](const std::wstring& key) {  // the case of names is the system's
+               return StrStrIW((path + L'\\').c_str(), (key + L'\\').c_str()) != nullptr;
+           });
 }
 
 // ---- regsvr32 --------------------------------------------------------------------------------------------------
@@ -140,9 +184,17 @@ class RegistrationTest : public testing::Test {
 TEST_F(RegistrationTest, LeavesNoTraceBehind) {
     const Snapshot before = TakeSnapshot();
     ASSERT_GT(before.size(), 1000U) << "the registry cannot be read";
+    const std::vector<std::wstring> own = OwnKeys(own_.library);
+    ASSERT_GE(own.size(), 31U);
     for (const wchar_t* options : {L"", kForUser}) {
         SCOPED_TRACE(options);
         EXPECT_EQ(own_.Run(options), 0U);
+        Snapshot registered = TakeSnapshot();
+        EXPECT_GT(
+            std::erase_if(registered,
+                          [&](const auto& entry) { return !before.contains(entry.first) && IsOwn(entry.first, own); }),
+            100U);
+        ExpectSame(before, registered);
         EXPECT_EQ(own_.Run(options), 0U) << "registering again must do no harm";
         EXPECT_EQ(own_.Run(std::wstring(L"/u ") + options), 0U);
         ExpectSame(before, TakeSnapshot());
@@ -194,6 +246,54 @@ TEST_F(RegistrationTest, WritesWhatClientsLookUp) {
         EXPECT_EQ(Read(elsewhere, clsid + L"\\InprocServer32"), L"") << "written where it was not asked for";
         EXPECT_EQ(own_.Run(std::wstring(L"/u ") + c.options), 0U);
     }
+}
+
+// The user's registry is an empty one meanwhile: a value that is written each time would not show in the real one.
+TEST(RegistryUse, ObjectsWriteNothing) {
+    constexpr wchar_t kEmpty[] = L"Software\\V5StringsEmptyUser";
+    HKEY user = nullptr;
+    ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, kEmpty, &user), ERROR_SUCCESS);
+    for (const wchar_t* folders : {L"Shell Folders", L"User Shell Folders"}) {  // where the system looks for folders
+        const std::wstring name = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\";
+        RegSetKeyValueW(user, (name + folders).c_str(), L"", REG_SZ, L"", sizeof(wchar_t));
+    }
+    const SiteFolder folder(
+        "[Dahs1]\r\nSiteID=S1\r\nDahsComputerName=X\r\nVantorDir=$folder$\\V\r\nBackupDir=B\r\n"
+        "SQLAlarms=a\r\nSQLConfig=c\r\nSQLData=d\r\nSQLDataShortTerm=s\r\nSQLRealtime=r\r\n");
+    const DatabaseFile file;
+    const std::wstring log = folder.Path() + L"\\log.txt";
+    const Snapshot before = TakeSnapshot();
+    ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, user), ERROR_SUCCESS);
+    struct Use {
+        const wchar_t *name, *member;
+        std::vector<_variant_t> arguments;
+    };
+    const Use uses[] = {
+        {L"DahsIniMain", L"ReadVantorINI", {0L}},
+        {L"LogFileClass", L"StartLog", {log.c_str(), L"a log", true, true}},
+        {L"NimboSecurity", L"Setup", {L"S1", L"EN", file.WindowsLogin().c_str(), L"", L"Component tests", true}},
+    };
+    ComPtr<ITypeLib> library;
+    ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
+    for (const PublishedClass& published : PublishedClasses(*library.Get())) {
+        const ComPtr<IDispatch> object = CreateByName((L"V5Strings." + published.name).c_str());
+        ComPtr<IUnknown> members;
+        ASSERT_EQ(object->QueryInterface(published.iid, reinterpret_cast<void**>(members.GetAddressOf())), S_OK);
+        for (const Use& use : uses) {
+            if (use.name == published.name) {
+                EXPECT_EQ(Call(object.Get(), use.member, use.arguments).value, _variant_t(true)) << use.member;
+            }
+        }
+        for (const PublishedMember& member : published.members) {
+            if (!member.ShowsWindow() && member.name != L"Setup" && member.name != L"Teardown") {
+                CallWithZeros(members.Get(), member, Outputs::kReal);
+            }
+        }
+    }
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    ExpectSame(before, TakeSnapshot());
+    RegCloseKey(user);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kEmpty);
 }
 
 }  // namespace
