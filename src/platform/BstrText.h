@@ -16,7 +16,7 @@ namespace v5 {
 inline _bstr_t ToBstr(std::wstring_view text) {
     BstrOwner owner(NewBstr(text));
     _bstr_t argument(owner.get(), false);
-    owner.release();
+    static_cast<void>(owner.release());
     return argument;
 }
 

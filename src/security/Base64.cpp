@@ -12,14 +12,15 @@ constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijkl
 constexpr std::uint8_t kNoDigit = 0xFF;
 
 // What each ASCII character stands for.
-constexpr auto kDigits = [] {
+constexpr std::array<std::uint8_t, 128> DigitsByCharacter() {
     std::array<std::uint8_t, 128> digits{};
     digits.fill(kNoDigit);
     for (size_t i = 0; i < kAlphabet.size(); ++i) {
         digits[static_cast<size_t>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
     }
     return digits;
-}();
+}
+constexpr auto kDigits = DigitsByCharacter();
 
 std::uint32_t SixBits(wchar_t c) {
     const auto code = static_cast<std::uint32_t>(c);
