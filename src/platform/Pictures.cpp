@@ -28,8 +28,8 @@ HANDLE LoadPicture(int id, LPCWSTR resourceType, UINT imageType, int side, UINT 
     SetLastError(ERROR_SUCCESS);
     const HANDLE image = LoadImageW(module, name, imageType, side, side, flags);
     if (image == nullptr) {
-        const DWORD reason = GetLastError();  // none when the process has no graphics handle left
-        Throw(HRESULT_FROM_WIN32(reason != ERROR_SUCCESS ? reason : ERROR_OUTOFMEMORY));
+        const HRESULT reason = HRESULT_FROM_WIN32(GetLastError());  // S_OK when no graphics handle is left
+        Throw(FAILED(reason) ? reason : E_OUTOFMEMORY);
     }
     return image;
 }

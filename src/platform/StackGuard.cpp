@@ -21,7 +21,7 @@ std::uintptr_t __stack_chk_guard = static_cast<std::uintptr_t>(0x595E9FBD94FDA70
 }
 
 // A copy that would have run over its target.
-[[noreturn]] void __chk_fail() {
+__attribute__((noreturn)) void __chk_fail() {
     __stack_chk_fail();
 }
 

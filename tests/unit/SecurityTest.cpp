@@ -8,6 +8,7 @@
 #include "FakeSecurityHost.h"
 #include "ProductConstants.h"
 #include "base/Text.h"
+#include "security/AccountLists.h"
 
 namespace v5 {
 
@@ -227,6 +228,19 @@ TEST(Levels, SufficiencyAndItsExceptions) {
         }
     }
     EXPECT_EQ(valid, (std::vector<std::int32_t>{33, 50, 51, 52, 54, 55, 56}));
+}
+
+TEST(AccountListsTest, OtherLevelsHaveNoList) {
+    FakeSecurityHost host;
+    SecurityMessages messages;
+    SecuritySite site(host, messages);
+    UserIdentity user(site);
+    try {
+        AccountLists(site, user).Replace(level::k3Low, L"jsmith");
+        ADD_FAILURE() << "no problem";
+    } catch (const SecurityProblem& problem) {
+        EXPECT_EQ(problem.Message(), L"Invalid privilege level [STR-0124]");
+    }
 }
 
 }  // namespace v5
