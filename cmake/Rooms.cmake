@@ -24,5 +24,6 @@ function(v5_server name)
   target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src/com/ClassFactory.cpp")
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
                         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
-  target_link_options(${name} PRIVATE -s -Wl,--file-alignment=4096 -Wl,--gc-sections -Wl,--enable-stdcall-fixup -Wl,--exclude-all-symbols)
+  target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--file-alignment=4096 -Wl,--enable-stdcall-fixup
+                      -Wl,--exclude-all-symbols)
 endfunction()

@@ -70,7 +70,7 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
             Flush();
         }
     } catch (...) {
-        KeepFailure(std::current_exception());
+        KeepFailure();
         Stop();
     }
 }
@@ -122,14 +122,10 @@ void LogWriter::ReportTimeGap() {
     }
 }
 
-// Keeps a failure by the number that automation clients know, and its text.
-void LogWriter::KeepFailure(const std::exception_ptr& failure) noexcept {
+// Keeps the failure that is being handled, by the number that automation clients know and its text.
+void LogWriter::KeepFailure() noexcept {
     try {
-        try {
-            std::rethrow_exception(failure);
-        } catch (...) {
-            error_ = CurrentFailureText();
-        }
+        error_ = CurrentFailureText();
     } catch (...) {
         error_.clear();  // not even room for the text
     }

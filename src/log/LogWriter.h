@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,7 +62,7 @@ class LogWriter {
     LogLine& BeginRawLine();
     void WriteFrameLine(std::wstring_view before);
     void ReportTimeGap();
-    void KeepFailure(const std::exception_ptr& failure) noexcept;
+    void KeepFailure() noexcept;
 
     LogFile& file_;
     const Clock& clock_;

@@ -11,7 +11,8 @@ BOOLEAN NTAPI SystemFunction036(void* buffer, ULONG size);  // RtlGenRandom, und
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl*): the names that the compiler calls
 
-// Lies between a function's arrays and its return address; a value that an attacker cannot know.
+// Lies between a function's arrays and its return address; a value that an attacker cannot know. This one, of no
+// meaning, holds only until there is a random one.
 std::uintptr_t __stack_chk_guard = static_cast<std::uintptr_t>(0x595E9FBD94FDA700);
 
 // Ends the program at once, without running handlers that a damaged stack could direct.

@@ -120,8 +120,8 @@ void SecuritySite::ReportCurrentException() noexcept {
             throw;  // cppcheck-suppress rethrowNoCurrentException
         } catch (const SecurityProblem& problem) {
             messages_.RaiseMessage(problem.Type(), problem.Message());
-        } catch (const AutomationError& failure) {
-            RaiseProblem(std::to_wstring(failure.Number()) + L", " + failure.Description());
+        } catch (const AutomationError&) {
+            RaiseProblem(CurrentFailureText());
         }
     } catch (...) {  // also when there is no memory for the text
         RaiseProblem(L"Unexpected failure in the security library");

@@ -14,8 +14,8 @@ std::wstring UserIdentity::NameNoncached() {
     site_.Guard([&] {
         try {
             name = site_.Database()->CurrentUserName(site_.SiteID());
-        } catch (const AutomationError& failure) {
-            throw SecurityProblem(L"STR-0150: " + std::to_wstring(failure.Number()) + L", " + failure.Description());
+        } catch (const AutomationError&) {
+            throw SecurityProblem(L"STR-0150: " + CurrentFailureText());
         }
     });
     return name.empty() ? WindowsName() : name;
