@@ -17,7 +17,7 @@ void Check(HRESULT status) {
 }
 
 std::wstring Take(BSTR text) {
-    const std::wstring result = text == nullptr ? L"" : text;
+    std::wstring result = text == nullptr ? L"" : text;
     SysFreeString(text);
     return result;
 }
@@ -126,8 +126,9 @@ std::wstring Method(ITypeInfo& type, const std::wstring& interfaceName, const FU
         const std::wstring name = function.invkind == INVOKE_PROPERTYPUT ? L"value" : std::wstring(names[i + 1]);
         const Spelling spelling = SpellingOf(type, isInOut ? *element.tdesc.lptdesc : element.tdesc);
         const std::wstring& spelled = isInOut ? spelling.inOut : spelling.in;
-        parameters += (parameters.empty() ? L"" : L", ") + spelled + L" " + name +
-                      (i < firstDefault ? L"" : DefaultValue(element.paramdesc, spelled));
+        parameters += parameters.empty() ? L"" : L", ";
+        parameters.append(spelled).append(L" ").append(name);
+        parameters += i < firstDefault ? L"" : DefaultValue(element.paramdesc, spelled);
         arguments += L", " + std::wstring(isInOut ? L"InOut(" : L"In(") + name + L")";
     }
     for (UINT i = 0; i < nameCount; ++i) {

@@ -46,7 +46,7 @@ void AddEntries(HKEY parent, const std::wstring& name, const std::wstring& path,
     wchar_t text[1024];
     wchar_t data[1024];
     for (DWORD i = 0;; ++i) {
-        DWORD length = static_cast<DWORD>(std::size(text));
+        auto length = static_cast<DWORD>(std::size(text));
         DWORD size = sizeof data;
         DWORD type = 0;
         if (RegEnumValueW(key, i, text, &length, nullptr, &type, reinterpret_cast<BYTE*>(data), &size) !=

@@ -19,7 +19,9 @@ void Print(const std::wstring& text) {
     bytes.resize(
         static_cast<size_t>(WideCharToMultiByte(CP_UTF8, 0, text.c_str(), static_cast<int>(text.size()), bytes.data(),
                                                 static_cast<int>(bytes.size()), nullptr, nullptr)));
-    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) {
+        throw std::runtime_error("cannot write the description");
+    }
 }
 
 std::wstring Describe(std::wstring_view what, const std::wstring& path, const v5describe::Subject& subject) {
@@ -40,7 +42,8 @@ std::wstring Describe(std::wstring_view what, const std::wstring& path, const v5
 
 int wmain(int count, wchar_t** arguments) {
     if (count != 5) {
-        std::fputs("usage: v5describe manifest|own-rows|shared-rows|classes DLL VERSION 64|32\n", stderr);
+        static_cast<void>(
+            std::fputs("usage: v5describe manifest|own-rows|shared-rows|classes DLL VERSION 64|32\n", stderr));
         return 2;
     }
     try {
@@ -53,7 +56,7 @@ int wmain(int count, wchar_t** arguments) {
         Print(Describe(arguments[1], path, subject));
         return 0;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "v5describe: %s\n", error.what());
+        static_cast<void>(std::fprintf(stderr, "v5describe: %s\n", error.what()));
         return 1;
     }
 }

@@ -17,6 +17,9 @@ bool IsLowSurrogate(char32_t unit) {
 char32_t Join(char32_t high, char32_t low) {
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
+bool IsCharacter(char32_t code) {
+    return code <= 0x10FFFF && !IsHighSurrogate(code) && !IsLowSurrogate(code);
+}
 
 void AppendUtf8(char32_t code, std::string& out) {
     const auto continuation = [&](int shift) { out += static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
@@ -46,8 +49,8 @@ void AppendWide(char32_t code, std::wstring& out) {
     }
 }
 
-// Takes one character off the front of `bytes`.
-char32_t TakeUtf8(std::string_view& bytes) {
+// Takes one character off the front of `bytes`; nothing when they start with no UTF-8 sequence.
+std::optional<char32_t> TakeUtf8(std::string_view& bytes) {
     struct Form {
         unsigned leadMask, lead, minimum;
         size_t length;
@@ -71,31 +74,39 @@ char32_t TakeUtf8(std::string_view& bytes) {
     for (const Form& form : kForms) {
         if (const auto code = decode(form)) {
             bytes.remove_prefix(form.length);
-            return *code;
+            return code;
         }
     }
-    bytes.remove_prefix(1);
-    return kReplacement;
+    return std::nullopt;
 }
 
-}  // namespace
-
-std::wstring WideFromUtf8(std::string_view bytes) {
+// The text of UTF-8 `bytes`; the sequences of characters that `isWanted` rejects count as malformed.
+template <class Filter>
+std::wstring Decoded(std::string_view bytes, Filter isWanted) {
     std::wstring text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        AppendWide(TakeUtf8(bytes), text);
+        if (static_cast<unsigned char>(bytes.front()) < 0x80) {  // nearly all of a file
+            text += static_cast<wchar_t>(bytes.front());
+            bytes.remove_prefix(1);
+            continue;
+        }
+        std::string_view rest = bytes;
+        if (const auto code = TakeUtf8(rest); code && isWanted(*code)) {
+            AppendWide(*code, text);
+            bytes = rest;
+        } else {
+            text += static_cast<wchar_t>(kReplacement);
+            bytes.remove_prefix(1);
+        }
     }
     return text;
 }
 
-std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
-    const size_t lowByte = order == ByteOrder::kLittleEndian ? 0 : 1;
-    const size_t count = bytes.size() / 2;
-    const auto unit = [&](size_t i) -> char32_t {
-        return static_cast<unsigned char>(bytes[2 * i + lowByte]) |
-               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - lowByte])) << 8);
-    };
+// UTF-8 from `count` code units of UTF-16 (characters, where wide ones have 32 bits), which `unit` gives by their
+// index. `repaired` gives the character to write for a unit that belongs to no pair.
+template <class UnitAt, class Repair>
+std::string Encoded(size_t count, UnitAt unit, Repair repaired) {
     std::string out;
     out.reserve(count);
     for (size_t i = 0; i < count; ++i) {
@@ -103,10 +114,35 @@ std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
             AppendUtf8(Join(unit(i), unit(i + 1)), out);
             ++i;
         } else {
-            AppendUtf8(unit(i), out);
+            AppendUtf8(repaired(unit(i)), out);
         }
     }
     return out;
+}
+
+}  // namespace
+
+std::string ToUtf8(std::wstring_view text) {
+    const auto unit = [&](size_t i) { return static_cast<char32_t>(text[i]); };
+    return Encoded(text.size(), unit, [](char32_t code) { return IsCharacter(code) ? code : kReplacement; });
+}
+
+std::wstring FromUtf8(std::string_view bytes) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    return Decoded(bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0), IsCharacter);
+}
+
+std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
+    const size_t lowByte = order == ByteOrder::kLittleEndian ? 0 : 1;
+    const auto unit = [&](size_t i) -> char32_t {
+        return static_cast<unsigned char>(bytes[2 * i + lowByte]) |
+               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - lowByte])) << 8);
+    };
+    return Encoded(bytes.size() / 2, unit, [](char32_t code) { return code; });
+}
+
+std::wstring WideFromUtf8(std::string_view bytes) {
+    return Decoded(bytes, [](char32_t) { return true; });
 }
 
 }  // namespace v5

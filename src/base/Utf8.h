@@ -1,5 +1,4 @@
-// UTF-8 and UTF-16 bytes as text files hold them. Half surrogate pairs, which UTF-16 files may contain, go through
-// both functions unharmed (in between as their three-byte form).
+// Between text and the bytes of files and stored documents.
 #pragma once
 
 #include <string>
@@ -7,11 +6,16 @@
 
 namespace v5 {
 
-// Text from UTF-8. Bytes that are not UTF-8 become U+FFFD, one for each.
-std::wstring WideFromUtf8(std::string_view bytes);
+// Documents. Bytes that are no part of a well-formed UTF-8 sequence become U+FFFD, one for each, and so does half a
+// surrogate pair; FromUtf8 drops a byte-order mark at the start.
+std::string ToUtf8(std::wstring_view text);
+std::wstring FromUtf8(std::string_view bytes);
 
-// UTF-8 from UTF-16 bytes of either byte order. A last odd byte is dropped.
+// Text files. Half surrogate pairs, which UTF-16 files may contain, go through both functions unharmed (in between as
+// their three-byte form); else WideFromUtf8 is as FromUtf8, but keeps a byte-order mark. Of UTF-16 bytes a last odd one
+// is dropped.
 enum class ByteOrder { kLittleEndian, kBigEndian };
 std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order);
+std::wstring WideFromUtf8(std::string_view bytes);
 
 }  // namespace v5

@@ -10,28 +10,20 @@
 
 namespace v5 {
 
-namespace {
-
-AutomationError FromSystem(HRESULT status) {
-    return {static_cast<std::uint32_t>(status), SystemText(status)};
-}
-
-}  // namespace
-
 AutomationError CurrentError() {
     try {
         throw;
     } catch (const AutomationError& error) {
         return error;
     } catch (const std::bad_alloc&) {
-        return FromSystem(E_OUTOFMEMORY);
+        return SystemError(E_OUTOFMEMORY);
     } catch (const _com_error& error) {  // of _variant_t and _bstr_t
-        return FromSystem(error.Error());
+        return SystemError(error.Error());
     } catch (const std::exception& error) {
         const std::string_view what = error.what();
         return {static_cast<std::uint32_t>(E_FAIL), std::wstring(what.begin(), what.end())};
     } catch (...) {
-        return FromSystem(E_UNEXPECTED);
+        return SystemError(E_UNEXPECTED);
     }
 }
 
@@ -66,7 +58,7 @@ void Check(HRESULT status) {
     if (GetErrorInfo(0, &info) == S_OK && SUCCEEDED(info->GetDescription(&description)) && description != nullptr) {
         throw AutomationError(static_cast<std::uint32_t>(status), TakeText(description));
     }
-    throw FromSystem(status);
+    throw SystemError(status);
 }
 
 }  // namespace v5

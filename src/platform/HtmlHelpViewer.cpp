@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-#include "base/AutomationError.h"
+#include "platform/AnsiCodePage.h"
 #include "platform/SystemText.h"
 
 namespace v5 {
@@ -12,11 +12,6 @@ using HtmlHelpFunction = HWND(WINAPI*)(HWND owner, LPCSTR file, UINT command, DW
 
 constexpr UINT kDisplayTopic = 0;  // HH_DISPLAY_TOPIC without a topic: the file's default one
 
-[[noreturn]] void ThrowLastError() {
-    const HRESULT status = HRESULT_FROM_WIN32(GetLastError());
-    throw AutomationError(static_cast<std::uint32_t>(status), SystemText(status));
-}
-
 // The viewer of the system folder, never one beside the program. It stays loaded, since its windows outlive the call.
 HtmlHelpFunction LoadHtmlHelp() {
     wchar_t folder[MAX_PATH];
@@ -25,17 +20,9 @@ HtmlHelpFunction LoadHtmlHelp() {
     const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     const FARPROC function = library ? GetProcAddress(library, "HtmlHelpA") : nullptr;
     if (!function) {
-        ThrowLastError();
+        throw SystemError(HRESULT_FROM_WIN32(GetLastError()));
     }
     return reinterpret_cast<HtmlHelpFunction>(reinterpret_cast<void*>(function));
-}
-
-std::string ToAnsi(std::wstring_view text) {
-    const auto length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string ansi(static_cast<size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), length, ansi.data(), size, nullptr, nullptr);
-    return ansi;
 }
 
 }  // namespace

@@ -11,13 +11,9 @@
 namespace v5 {
 namespace {
 
-[[noreturn]] void Throw(HRESULT status) {
-    throw AutomationError(static_cast<std::uint32_t>(status), SystemText(status));
-}
-
 void ThrowIfFailed(HRESULT status) {
     if (FAILED(status)) {
-        Throw(status);
+        throw SystemError(status);
     }
 }
 
@@ -52,7 +48,7 @@ LateBound::LateBound(const wchar_t* progId) {
 
 LateBound::LateBound(const _variant_t& object) {
     if (object.vt != VT_DISPATCH || object.pdispVal == nullptr) {
-        Throw(DISP_E_TYPEMISMATCH);
+        throw SystemError(DISP_E_TYPEMISMATCH);
     }
     object_ = object.pdispVal;
 }

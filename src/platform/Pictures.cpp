@@ -13,10 +13,6 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-[[noreturn]] void Throw(HRESULT status) {
-    throw AutomationError(static_cast<std::uint32_t>(status), SystemText(status));
-}
-
 // A resource of this module as a handle that the caller owns. `side`: width and height in pixels, 0 for the system's
 // default icon size or the bitmap's own.
 HANDLE LoadPicture(int id, LPCWSTR resourceType, UINT imageType, int side, UINT flags) {
@@ -29,7 +25,7 @@ HANDLE LoadPicture(int id, LPCWSTR resourceType, UINT imageType, int side, UINT 
     const HANDLE image = LoadImageW(module, name, imageType, side, side, flags);
     if (image == nullptr) {
         const HRESULT reason = HRESULT_FROM_WIN32(GetLastError());  // S_OK when no graphics handle is left
-        Throw(FAILED(reason) ? reason : E_OUTOFMEMORY);
+        throw SystemError(FAILED(reason) ? reason : E_OUTOFMEMORY);
     }
     return image;
 }
@@ -59,7 +55,7 @@ ComPtr<IPictureDisp> MakePicture(PICTDESC& description) {
     } else {
         DestroyIcon(description.icon.hicon);
     }
-    Throw(status);
+    throw SystemError(status);
 }
 
 }  // namespace

@@ -18,4 +18,8 @@ std::wstring SystemText(HRESULT status) {
     return {buffer, length};
 }
 
+AutomationError SystemError(HRESULT status) {
+    return {static_cast<std::uint32_t>(status), SystemText(status)};
+}
+
 }  // namespace v5

@@ -5,8 +5,6 @@
 namespace v5 {
 namespace {
 
-enum TextId { kProductName = 401, kRelease, kCopyright, kCompany, kTrademarkNotice };
-
 class AboutForm final : public BannerForm {
   public:
     explicit AboutForm(const AboutTexts& texts) : BannerForm(L"About Vantor"), texts_(texts) {}
@@ -36,6 +34,8 @@ class AboutForm final : public BannerForm {
     }
 
   private:
+    enum TextId { kProductName = 401, kRelease, kCopyright, kCompany, kTrademarkNotice };
+
     const AboutTexts& texts_;
 };
 

@@ -12,23 +12,6 @@
 namespace v5 {
 namespace {
 
-enum ControlId {
-    kSupportFilesRelease = 401,
-    kSupportFilesInstallDate,
-    kVantorRelease,
-    kVantorInstallDate,
-    kVantorWebRelease,
-    kVantorWebInstallDate,
-    kOstraRelease,
-    kOstraInstallDate,
-    kLine,
-    kCompany,
-    kPhoneCaption,
-    kPhone,
-    kEmailCaption,
-    kEmail,
-};
-
 constexpr COLORREF kLinkBlue = 0xFF0000;
 
 // The link's blue; on a high-contrast display the colour that its user has chosen for links.
@@ -113,6 +96,23 @@ class SupportForm final : public BannerForm {
     }
 
   private:
+    enum ControlId {
+        kSupportFilesRelease = 401,
+        kSupportFilesInstallDate,
+        kVantorRelease,
+        kVantorInstallDate,
+        kVantorWebRelease,
+        kVantorWebInstallDate,
+        kOstraRelease,
+        kOstraInstallDate,
+        kLine,
+        kCompany,
+        kPhoneCaption,
+        kPhone,
+        kEmailCaption,
+        kEmail,
+    };
+
     struct Row {
         int releaseId;
         int dateId;

@@ -15,7 +15,7 @@ namespace v5 {
 namespace {
 
 constexpr int kLongestPassword = 255;
-constexpr int kContentWidth = 190;  // dialog units
+constexpr int kMessageWidth = 190;  // dialog units
 
 class PasswordWindow final : public ModalForm {
   public:
@@ -33,10 +33,10 @@ class PasswordWindow final : public ModalForm {
     SIZE LayOut() override {
         using namespace units;
         const auto width = [this](std::wstring_view text) { return static_cast<int>(Measure(text).cx); };
-        const std::wstring wrapped = WrapPrompt(message_, UnitsX(kContentWidth), width);
+        const std::wstring wrapped = WrapPrompt(message_, UnitsX(kMessageWidth), width);
         SetTextOf(ids::kPasswordMessage, wrapped);
         const int left = UnitsX(kMargin);
-        const int right = UnitsX(kMargin + kContentWidth);
+        const int right = UnitsX(kMargin + kMessageWidth);
         int top = UnitsY(kMargin);
         Place(ids::kPasswordMessage, RECT{left, top, right, top + Measure(wrapped).cy});
         top += Measure(wrapped).cy + UnitsY(kGap);

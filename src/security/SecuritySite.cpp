@@ -1,8 +1,8 @@
 #include "security/SecuritySite.h"
 
 #include "base/Text.h"
+#include "base/Utf8.h"
 #include "security/Base64.h"
-#include "security/TextConversion.h"
 
 namespace v5 {
 

@@ -2,7 +2,6 @@
 #include "security/Base64.h"
 
 #include "fuzz/Fuzz.h"
-#include "security/TextConversion.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     using v5::fuzz::Require;

@@ -1,6 +1,6 @@
 // Stored documents before they reach the XML parser.
+#include "base/Utf8.h"
 #include "fuzz/Fuzz.h"
-#include "security/TextConversion.h"
 #include "security/XmlDocument.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {

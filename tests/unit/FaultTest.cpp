@@ -13,6 +13,7 @@
 #include "FakeSiteHost.h"
 #include "FakeXml.h"
 #include "ProductConstants.h"
+#include "base/Utf8.h"
 #include "config/Site.h"
 #include "footnotes/FootnoteBook.h"
 #include "log/LogWriter.h"
@@ -21,7 +22,6 @@
 #include "productinfo/SupportInfo.h"
 #include "security/Base64.h"
 #include "security/Security.h"
-#include "security/TextConversion.h"
 
 namespace v5 {
 

@@ -1,9 +1,9 @@
 // Base64, UTF-8 and what is checked before a stored text is parsed.
 #include <gtest/gtest.h>
 
+#include "base/Utf8.h"
 #include "security/Base64.h"
 #include "security/SecuritySite.h"
-#include "security/TextConversion.h"
 
 namespace v5 {
 
@@ -45,7 +45,7 @@ TEST(Base64, ErrorTexts) {
     }
 }
 
-TEST(TextConversion, RoundTripAndMalformedBytes) {
+TEST(Utf8, DocumentsRoundTripAndMalformedBytes) {
     const std::wstring all = std::wstring(L"a\u007F\u0080\u07FF\u0800\uFFFD") + L"\U00010000";
     EXPECT_EQ(ToUtf8(L"\u00E9\u20AC\U0001F512"), "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x94\x92");
     EXPECT_EQ(FromUtf8(ToUtf8(all)), all);

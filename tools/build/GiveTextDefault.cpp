@@ -118,7 +118,7 @@ class TypeLibrary {
         if (record + 12 + length > bytes_.size()) {
             throw std::runtime_error("damaged type library");
         }
-        return std::string(&bytes_[record + 12], length);
+        return {&bytes_[record + 12], length};
     }
 
     std::uint32_t Word(std::uint32_t offset) const {  // build machine and file are both little-endian
@@ -159,14 +159,14 @@ void Run(const std::string& path, const std::string& target) {
 
 int main(int argc, char** argv) {
     if (argc != 3) {
-        std::fputs("usage: give-text-default LIBRARY.tlb INTERFACE.METHOD.PARAMETER\n", stderr);
+        static_cast<void>(std::fputs("usage: give-text-default LIBRARY.tlb INTERFACE.METHOD.PARAMETER\n", stderr));
         return EXIT_FAILURE;
     }
     try {
         Run(argv[1], argv[2]);
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s: %s: %s\n", argv[1], argv[2], error.what());
+        static_cast<void>(std::fprintf(stderr, "%s: %s: %s\n", argv[1], argv[2], error.what()));
         return EXIT_FAILURE;
     }
 }

@@ -17,11 +17,6 @@ bool IsProblem(const std::wstring& finding) {
     return !finding.starts_with(L"STR-0183:") && !finding.starts_with(L"STR-094:");
 }
 
-std::wstring Padded(std::wstring text, size_t width) {
-    text.resize(std::max(width, text.size()), L' ');
-    return text;
-}
-
 std::wstring Display(const Value& value) {
     if (const auto* text = std::get_if<std::wstring>(&value)) {
         return *text;
@@ -186,6 +181,11 @@ Report Nothing(const std::wstring& why) {
 }
 
 }  // namespace
+
+std::wstring Padded(std::wstring text, size_t width) {
+    text.resize(std::max(width, text.size()), L' ');
+    return text;
+}
 
 Report Run(const CommandLine& line, SiteClient& site) {
     const bool usable = site.Read(line);

@@ -19,4 +19,7 @@ struct Report {
 // Reads the site and carries the command out. Throws ClientError.
 Report Run(const CommandLine& line, SiteClient& site);
 
+// A cell of a column: the text, filled up with spaces to the width in characters.
+std::wstring Padded(std::wstring text, size_t width);
+
 }  // namespace v5site

@@ -18,10 +18,6 @@ using Microsoft::WRL::ComPtr;
 constexpr size_t kChangesShown = 20;
 constexpr long kRecordsSearched = 2000;  // the newest; other programs write to the event log too
 
-std::wstring TextOf(BSTR text) {
-    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
-}
-
 template <class Interface>
 ComPtr<Interface> Create(REFCLSID clsid, const wchar_t* name) {
     ComPtr<Interface> object;

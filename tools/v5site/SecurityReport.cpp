@@ -9,11 +9,6 @@ namespace v5site {
 
 namespace {
 
-std::wstring Padded(std::wstring text, size_t width) {
-    text.resize(std::max(width, text.size()), L' ');
-    return text;
-}
-
 std::wstring Display(const NamedNumber& value) {
     const std::wstring number = std::to_wstring(value.number);
     return value.name.empty() ? number : number + L"  " + value.name;

@@ -21,10 +21,6 @@ void Check(HRESULT status, const wchar_t* what) {
     }
 }
 
-std::wstring TextOf(BSTR text) {
-    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
-}
-
 template <class Interface>
 using Getter = HRESULT (STDMETHODCALLTYPE Interface::*)(BSTR*);
 template <class Interface, class Number>
@@ -65,6 +61,10 @@ VARIANT_BOOL Boolean(bool value) {
 }
 
 }  // namespace
+
+std::wstring TextOf(BSTR text) {
+    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
+}
 
 SiteClient::SiteClient() {
     const HRESULT status =

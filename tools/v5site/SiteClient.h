@@ -41,6 +41,9 @@ class ClientError : public std::exception {
     std::wstring what_;
 };
 
+// The text of a string of the component's; null is the empty text.
+std::wstring TextOf(BSTR text);
+
 // What the user security of the chosen DAHS's site is read with.
 struct SecuritySite {
     std::wstring siteId, languageId, configDatabase, alarmsDatabase;

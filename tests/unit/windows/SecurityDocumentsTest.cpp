@@ -8,10 +8,10 @@
 #include <algorithm>
 
 #include "ProductConstants.h"
+#include "base/Utf8.h"
 #include "platform/MsxmlDocument.h"
 #include "security/Base64.h"
 #include "security/Security.h"
-#include "security/TextConversion.h"
 #include "unit/FakeSecurityHost.h"
 
 namespace v5 {
