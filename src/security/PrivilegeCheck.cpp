@@ -60,7 +60,7 @@ CheckResult PrivilegeCheck::AskForPassword(RestrictionID restriction, const Pass
     return {};
 }
 
-// cppcheck-suppress passedByValue
+// cppcheck-suppress passedByValue ; the password is handed over, and wiped here
 CheckResult PrivilegeCheck::Judge(RestrictionID restriction, SecretText typed) {
     const SecretText scrambled = Scramble(typed.View(), product::kScramblerKey, site_.Host());
     if (IsManualConfirmation(restriction) && scrambled.View() == alarmReset_.Stored()) {

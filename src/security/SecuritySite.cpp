@@ -117,7 +117,7 @@ std::unique_ptr<XmlDocument> SecuritySite::Decode(std::wstring_view stored) {
 void SecuritySite::ReportCurrentException() noexcept {
     try {
         try {
-            throw;  // cppcheck-suppress rethrowNoCurrentException
+            throw;  // cppcheck-suppress rethrowNoCurrentException ; it is called where one is being handled
         } catch (const SecurityProblem& problem) {
             messages_.RaiseMessage(problem.Type(), problem.Message());
         } catch (const AutomationError&) {
