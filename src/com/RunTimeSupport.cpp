@@ -49,8 +49,8 @@ void End(signed char& stage, Stage reached) {
 extern "C" {
 
 // The unwinder of 32 bit prepares its tables once, and looks into them one thread at a time; so does the allocator of
-// exceptions, when memory is short, with its reserve. A mutex that is not initialised by a
-// call starts as -1.
+// exceptions, when memory is short, with its reserve. A mutex that is not initialised by a call starts
+// as -1.
 int pthread_once(pthread_once_t* once, void (*work)()) {
     if (Begin(StageIn(once))) {
         work();
