@@ -1,13 +1,13 @@
-# Each folder under src/ is a room and lists its own files with these three calls, so that a reader of the room
+# Each folder under src/ is a room and lists its own files with these calls, so that a reader of the room
 # sees which file is a rule, which an adapter and which a public class or form.
 
 function(v5_rules)
   target_sources(v5rules PRIVATE ${ARGN})
 endfunction()
 
-function(v5_platform)
+function(v5_adapters)
   if(WIN32)
-    target_sources(v5platform PRIVATE ${ARGN})
+    target_sources(v5adapters PRIVATE ${ARGN})
   endif()
 endfunction()
 

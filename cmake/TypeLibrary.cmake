@@ -1,4 +1,4 @@
-# Interface definitions (idl/) become C++ headers, identifiers and type libraries.
+# Interface definitions (src/surface/, neighbours/) become C++ headers, identifiers and type libraries.
 #
 #   v5_interfaces(TARGET IDL [TYPE_LIBRARY] [ENUMERATIONS namespace] [USES target...] [EMPTY_TEXT_DEFAULTS Interface.Method.parameter...])
 #
@@ -37,7 +37,8 @@ else()
 endif()
 set(V5_IDL_OUTPUT "${CMAKE_BINARY_DIR}/idl")
 file(MAKE_DIRECTORY "${V5_IDL_OUTPUT}")
-file(GLOB V5_IDL_FILES CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/idl/*")
+file(GLOB V5_IDL_FILES CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/surface/*.idl" "${CMAKE_SOURCE_DIR}/src/surface/Identifiers.h"
+     "${CMAKE_SOURCE_DIR}/neighbours/*.idl")
 
 set(V5_GIVE_TEXT_DEFAULT "${V5_IDL_OUTPUT}/give-text-default")
 add_custom_command(OUTPUT "${V5_GIVE_TEXT_DEFAULT}"
@@ -50,7 +51,7 @@ function(v5_interfaces target idl)
   cmake_parse_arguments(arg "TYPE_LIBRARY" "ENUMERATIONS" "USES;EMPTY_TEXT_DEFAULTS" ${ARGN})
   get_filename_component(idl "${idl}" ABSOLUTE BASE_DIR "${CMAKE_SOURCE_DIR}")
   get_filename_component(name "${idl}" NAME_WE)
-  set(widl "${V5_WIDL}" ${V5_WIDL_WIDTH} "-I${CMAKE_SOURCE_DIR}/idl" "-I${V5_IDL_INCLUDE}" "-L${V5_STDOLE_FOLDER}")
+  set(widl "${V5_WIDL}" ${V5_WIDL_WIDTH} "-I${CMAKE_SOURCE_DIR}/src/surface" "-I${CMAKE_SOURCE_DIR}/neighbours" "-I${V5_IDL_INCLUDE}" "-L${V5_STDOLE_FOLDER}")
   set(header "${V5_IDL_OUTPUT}/${name}.h")
   set(identifiers "${V5_IDL_OUTPUT}/${name}_i.cpp")
   set(library "${CMAKE_BINARY_DIR}/${name}.tlb")
@@ -85,7 +86,7 @@ function(v5_interfaces target idl)
   endif()
 endfunction()
 
-v5_interfaces(v5messages idl/V5Msgs.idl)
-v5_interfaces(v5contract idl/V5Strings.idl TYPE_LIBRARY ENUMERATIONS V5Strings USES v5messages
+v5_interfaces(v5messages neighbours/V5Msgs.idl)
+v5_interfaces(v5contract src/surface/V5Strings.idl TYPE_LIBRARY ENUMERATIONS V5Strings USES v5messages
   EMPTY_TEXT_DEFAULTS _NimboSecurity.CheckUserPrivilegeLevelEx.strErrorMsg)
-v5_interfaces(v5dbil idl/V5DBIL.idl TYPE_LIBRARY)
+v5_interfaces(v5dbil neighbours/V5DBIL.idl TYPE_LIBRARY)

@@ -12,11 +12,11 @@
 #include <type_traits>
 #include <utility>
 
+#include "com/Adopt.h"
 #include "com/Component.h"
 #include "com/DispatchTable.h"
 #include "com/Guard.h"
 #include "com/Values.h"
-#include "platform/Adopt.h"
 
 namespace v5 {
 

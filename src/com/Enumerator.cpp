@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "com/Adopt.h"
 #include "com/Guard.h"
 #include "com/SimpleObject.h"
 #include "com/Values.h"
-#include "platform/Adopt.h"
 
 namespace v5 {
 

@@ -6,7 +6,7 @@
 #include "V5Strings.h"
 #include "com/AutomationObject.h"
 #include "config/DahsEntryList.h"
-#include "platform/WindowsSiteHost.h"
+#include "config/WindowsSiteHost.h"
 
 namespace v5 {
 

@@ -5,7 +5,7 @@
 #include "com/AutomationObject.h"
 #include "config/DahsIniEntries.h"
 #include "config/Site.h"
-#include "platform/WindowsSiteHost.h"
+#include "config/WindowsSiteHost.h"
 
 namespace v5 {
 

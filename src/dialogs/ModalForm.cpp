@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/CommonControls.h"
+#include "dialogs/CommonControls.h"
 #include "platform/Module.h"
 
 namespace v5 {

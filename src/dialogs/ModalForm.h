@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/DisplayScale.h"
+#include "dialogs/DisplayScale.h"
 
 namespace v5 {
 

@@ -3,10 +3,10 @@
 
 #include "V5Strings.h"
 #include "com/AutomationObject.h"
+#include "log/DiskLogFile.h"
 #include "log/LogWriter.h"
+#include "log/MachineLogHost.h"
 #include "platform/AnsiCodePage.h"
-#include "platform/DiskLogFile.h"
-#include "platform/MachineLogHost.h"
 #include "platform/SystemClock.h"
 
 namespace v5 {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/AnsiEncoder.h"
 #include "base/Dates.h"
 #include "productinfo/ReleaseNumber.h"
 
@@ -26,17 +27,6 @@ class LogFile {
     virtual void Write(std::string_view bytes) = 0;  // one call to the system, through to the disk
     virtual void FlushToDisk() = 0;
     virtual void Close() = 0;  // the file is closed afterwards, whatever happens
-};
-
-// The system's ANSI code page.
-class AnsiEncoder {
-  public:
-    virtual ~AnsiEncoder() = default;
-
-    // Writes exactly one byte for each unit of `text` to `bytes`, which has room for text.size() of them. A character
-    // that the code page lacks, or for which it needs several bytes, becomes "?" (two when it is a surrogate pair), so
-    // that the columns of a line stay where they are.
-    virtual void Encode(std::wstring_view text, char* bytes) const = 0;
 };
 
 // Where the log runs. Every function may throw; the header's do so to the log's caller.

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "log/LogPorts.h"
+#include "base/AnsiEncoder.h"
 
 namespace v5 {
 

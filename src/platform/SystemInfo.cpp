@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "log/WindowsVersion.h"
+#include "base/WindowsVersion.h"
 
 namespace v5 {
 

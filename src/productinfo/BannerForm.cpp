@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "platform/Pictures.h"
+#include "productinfo/Pictures.h"
 
 namespace v5 {
 namespace {

@@ -7,8 +7,8 @@
 #include <ocidl.h>
 #include <wrl/client.h>
 
+#include "dialogs/DisplayScale.h"
 #include "dialogs/ModalForm.h"
-#include "platform/DisplayScale.h"
 
 namespace v5 {
 

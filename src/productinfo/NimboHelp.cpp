@@ -1,9 +1,9 @@
 #include "productinfo/NimboHelp.h"
 
 #include "com/RaiseMsgSink.h"
-#include "platform/HtmlHelpViewer.h"
-#include "platform/WindowsInstaller.h"
 #include "productinfo/HelpLauncher.h"
+#include "productinfo/HtmlHelpViewer.h"
+#include "productinfo/WindowsInstaller.h"
 
 namespace v5 {
 

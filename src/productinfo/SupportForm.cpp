@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "platform/ShellOpen.h"
 #include "productinfo/BannerForm.h"
 #include "productinfo/ProductBoxes.h"
+#include "productinfo/ShellOpen.h"
 
 namespace v5 {
 namespace {

@@ -5,9 +5,9 @@
 
 #include "V5Msgs.h"
 #include "V5Strings.h"
+#include "com/BstrText.h"
 #include "com/EventSource.h"
-#include "platform/BstrText.h"
-#include "platform/MachineSecurityHost.h"
+#include "security/MachineSecurityHost.h"
 #include "security/Security.h"
 
 namespace v5 {

@@ -2,15 +2,15 @@
 
 #include "com/RaiseMsgSink.h"
 #include "config/DahsChooserForm.h"
+#include "config/WindowsSiteHost.h"
 #include "dialogs/Dialogs.h"
-#include "platform/Pictures.h"
 #include "platform/SystemClock.h"
-#include "platform/WindowsInstaller.h"
-#include "platform/WindowsRegistry.h"
-#include "platform/WindowsSiteHost.h"
 #include "productinfo/FactoryFlag.h"
+#include "productinfo/Pictures.h"
 #include "productinfo/ProductBoxes.h"
 #include "productinfo/ReleaseNumber.h"
+#include "productinfo/WindowsInstaller.h"
+#include "productinfo/WindowsRegistry.h"
 
 namespace v5 {
 

@@ -6,7 +6,7 @@
 #include "ProductConstants.h"
 #include "V5Strings.h"
 #include "dialogs/ControlIds.h"
-#include "platform/MachineSecurityHost.h"
+#include "security/MachineSecurityHost.h"
 #include "security/Scrambler.h"
 
 namespace v5::test {

@@ -77,7 +77,7 @@ def check_every_tag_exists():
 
 def check_every_member_is_documented():
     sections = {section.split("\n", 1)[0]: section for section in read("docs/using.md").split("\n## ")}
-    interfaces = re.findall(r"interface _(\w+) : IDispatch \{(.*?)\n    \};", read("idl/V5Strings.idl"), re.S)
+    interfaces = re.findall(r"interface _(\w+) : IDispatch \{(.*?)\n    \};", read("src/surface/V5Strings.idl"), re.S)
     for name, body in interfaces:
         if name not in sections:
             yield f"docs/using.md has no section {name}"

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "base/AutomationError.h"
-#include "platform/HtmlHelpViewer.h"
-#include "platform/LateBound.h"
-#include "platform/WindowsRegistry.h"
+#include "com/LateBound.h"
+#include "productinfo/HtmlHelpViewer.h"
+#include "productinfo/WindowsRegistry.h"
 
 namespace v5 {
 namespace {

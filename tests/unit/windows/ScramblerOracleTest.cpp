@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <sstream>
 
-#include "platform/MachineSecurityHost.h"
+#include "security/MachineSecurityHost.h"
 #include "security/RandomNumbers.h"
 #include "security/Scrambler.h"
 

@@ -9,8 +9,8 @@
 
 #include "ProductConstants.h"
 #include "base/Utf8.h"
-#include "platform/MsxmlDocument.h"
 #include "security/Base64.h"
+#include "security/MsxmlDocument.h"
 #include "security/Security.h"
 #include "unit/FakeSecurityHost.h"
 

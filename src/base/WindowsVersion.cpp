@@ -1,4 +1,4 @@
-#include "log/WindowsVersion.h"
+#include "base/WindowsVersion.h"
 
 #include "base/Text.h"
 

@@ -1,4 +1,4 @@
-#include "platform/DisplayScale.h"
+#include "dialogs/DisplayScale.h"
 
 namespace v5 {
 

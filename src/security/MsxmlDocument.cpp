@@ -1,11 +1,11 @@
-#include "platform/MsxmlDocument.h"
+#include "security/MsxmlDocument.h"
 
 #include <windows.h>
 
 #include <msxml2.h>
 
+#include "com/BstrText.h"
 #include "com/Guard.h"
-#include "platform/BstrText.h"
 
 namespace v5 {
 

@@ -1,4 +1,4 @@
-#include "platform/LateBound.h"
+#include "com/LateBound.h"
 
 #include <algorithm>
 #include <iterator>

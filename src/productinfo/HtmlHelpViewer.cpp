@@ -1,4 +1,4 @@
-#include "platform/HtmlHelpViewer.h"
+#include "productinfo/HtmlHelpViewer.h"
 
 #include <iterator>
 

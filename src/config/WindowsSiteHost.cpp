@@ -1,4 +1,4 @@
-#include "platform/WindowsSiteHost.h"
+#include "config/WindowsSiteHost.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "platform/ShellOpen.h"
+#include "productinfo/ShellOpen.h"
 
 #include <shellapi.h>
 

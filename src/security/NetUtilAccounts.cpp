@@ -1,6 +1,6 @@
-#include "platform/NetUtilAccounts.h"
+#include "security/NetUtilAccounts.h"
 
-#include "platform/BstrText.h"
+#include "com/BstrText.h"
 
 namespace v5 {
 

@@ -1,4 +1,4 @@
-#include "platform/WindowsRegistry.h"
+#include "productinfo/WindowsRegistry.h"
 
 #include <windows.h>
 

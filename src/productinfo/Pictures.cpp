@@ -1,4 +1,4 @@
-#include "platform/Pictures.h"
+#include "productinfo/Pictures.h"
 
 #include <olectl.h>
 

@@ -1,4 +1,4 @@
-#include "platform/DiskLogFile.h"
+#include "log/DiskLogFile.h"
 
 #include "platform/AnsiCodePage.h"
 

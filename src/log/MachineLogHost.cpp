@@ -1,4 +1,4 @@
-#include "platform/MachineLogHost.h"
+#include "log/MachineLogHost.h"
 
 #include <windows.h>
 
@@ -7,7 +7,7 @@
 #include "platform/AnsiCodePage.h"
 #include "platform/Module.h"
 #include "platform/SystemInfo.h"
-#include "platform/WindowsInstaller.h"
+#include "productinfo/WindowsInstaller.h"
 
 namespace v5 {
 

@@ -1,14 +1,14 @@
-#include "platform/DbilDatabase.h"
+#include "security/DbilDatabase.h"
 
 #include <windows.h>
 
 #include <ocidl.h>
 
 #include "V5DBIL.h"
+#include "com/Adopt.h"
+#include "com/BstrText.h"
 #include "com/Guard.h"
 #include "com/SimpleObject.h"
-#include "platform/Adopt.h"
-#include "platform/BstrText.h"
 
 namespace v5 {
 

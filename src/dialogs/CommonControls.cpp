@@ -1,4 +1,4 @@
-#include "platform/CommonControls.h"
+#include "dialogs/CommonControls.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "platform/WindowsInstaller.h"
+#include "productinfo/WindowsInstaller.h"
 
 namespace v5 {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "platform/LateBound.h"
+#include "com/LateBound.h"
 #include "productinfo/InstallerQueries.h"
 
 namespace v5 {

@@ -1,7 +1,7 @@
 // Windows accounts through the account information component, V5NetUtil, late-bound.
 #pragma once
 
-#include "platform/LateBound.h"
+#include "com/LateBound.h"
 #include "security/SiteDatabase.h"
 
 namespace v5 {

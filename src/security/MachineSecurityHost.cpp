@@ -1,10 +1,10 @@
-#include "platform/MachineSecurityHost.h"
+#include "security/MachineSecurityHost.h"
 
 #include <windows.h>
 
-#include "platform/DbilDatabase.h"
-#include "platform/MsxmlDocument.h"
-#include "platform/NetUtilAccounts.h"
+#include "security/DbilDatabase.h"
+#include "security/MsxmlDocument.h"
+#include "security/NetUtilAccounts.h"
 
 namespace v5 {
 
