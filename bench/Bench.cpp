@@ -64,7 +64,7 @@ void Table::Add(const Comparison& comparison, double ourSeconds, double peerSeco
                 Readable(ourSeconds / comparison.operations).c_str(),
                 Readable(peerSeconds / comparison.operations).c_str(), ratio, comparison.goal, ok ? "ok" : "MISSED");
     std::fflush(stdout);
-    allOk_ = allOk_ && ok;
+    mAllOk = mAllOk && ok;
 }
 
 }  // namespace v5::bench

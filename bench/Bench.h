@@ -31,10 +31,10 @@ class Table {
     void Add(const Comparison& comparison, double ourSeconds, double peerSeconds);
 
     // Whether every row is within its goal.
-    bool AllOk() const { return allOk_; }
+    bool AllOk() const { return mAllOk; }
 
   private:
-    bool allOk_ = true;
+    bool mAllOk = true;
 };
 
 // The time that `work` takes, in seconds.

@@ -37,10 +37,10 @@ class Site {
         wchar_t folder[MAX_PATH], file[MAX_PATH];
         GetTempPathW(MAX_PATH, folder);
         GetTempFileNameW(folder, L"v5b", 0, file);
-        file_ = file;
+        mFile = file;
         DeleteFileW(file);
         VARIANT_BOOL done = VARIANT_FALSE;
-        Open(L"Data Source=" + file_ + L";Integrated Security=SSPI");
+        Open(L"Data Source=" + mFile + L";Integrated Security=SSPI");
         Check(security->EnableSecurity(), "EnableSecurity");
         Check(security->SetSidsForAllPrivilegeLevels(_bstr_t(L"a1,a2,a3,a4,S-1-5-21-9-9-9-1"),
                                                      _bstr_t(L"b1,b2,b3,S-1-5-21-9-9-9-2,jsmith"),
@@ -49,7 +49,7 @@ class Site {
         for (long restriction = 301; restriction <= 325; ++restriction) {
             Check(security->SetMinPrivilegeLevelForPID(restriction, PrivLevel_2, &done), "SetMinPrivilegeLevelForPID");
         }
-        const std::wstring connection = L"Data Source=" + file_ + login;
+        const std::wstring connection = L"Data Source=" + mFile + login;
         Open(connection);
         const _bstr_t site(L"S1"), none(L""), config(connection.c_str());
         database = Create<IDatabaseInterface>(L"V5DBIL.DatabaseInterface");
@@ -59,7 +59,7 @@ class Site {
     ~Site() {
         security->Teardown();
         database->Close();
-        DeleteFileW(file_.c_str());
+        DeleteFileW(mFile.c_str());
     }
     Site(const Site&) = delete;
     Site& operator=(const Site&) = delete;
@@ -77,7 +77,7 @@ class Site {
         Check(done == VARIANT_TRUE ? S_OK : E_FAIL, "Setup");
     }
 
-    std::wstring file_;
+    std::wstring mFile;
 };
 
 void CheckPrivileges(_NimboSecurity& security) {

@@ -17,25 +17,25 @@ class NothingRegistered {
         wchar_t program[MAX_PATH], id[40];
         GetModuleFileNameW(nullptr, program, MAX_PATH);
         const std::wstring path = program;
-        dll_ = path.substr(0, path.rfind(L'\\')) + L"\\v5nothing.dll";
+        mDll = path.substr(0, path.rfind(L'\\')) + L"\\v5nothing.dll";
         StringFromGUID2(kNothing, id, 40);
-        key_ = std::wstring(L"Software\\Classes\\CLSID\\") + id;
-        Write(nullptr, dll_);
+        mKey = std::wstring(L"Software\\Classes\\CLSID\\") + id;
+        Write(nullptr, mDll);
         Write(L"ThreadingModel", L"Apartment");
     }
-    const std::wstring& Dll() const { return dll_; }
-    ~NothingRegistered() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, key_.c_str()); }
+    const std::wstring& Dll() const { return mDll; }
+    ~NothingRegistered() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, mKey.c_str()); }
     NothingRegistered(const NothingRegistered&) = delete;
     NothingRegistered& operator=(const NothingRegistered&) = delete;
 
   private:
     void Write(const wchar_t* name, const std::wstring& text) {
         Check(HRESULT_FROM_WIN32(static_cast<DWORD>(
-                  RegSetKeyValueW(HKEY_LOCAL_MACHINE, (key_ + L"\\InprocServer32").c_str(), name, REG_SZ, text.c_str(),
+                  RegSetKeyValueW(HKEY_LOCAL_MACHINE, (mKey + L"\\InprocServer32").c_str(), name, REG_SZ, text.c_str(),
                                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))))),
               "registering the class");
     }
-    std::wstring dll_, key_;
+    std::wstring mDll, mKey;
 };
 
 std::wstring DllOf(REFCLSID clsid) {

@@ -37,10 +37,10 @@ std::wstring Wide(const void* utf16, int bytes) {
 // One use of a prepared statement: binds parameters in order, steps, reads columns in order, and resets at its end.
 class Use {
   public:
-    Use(sqlite3* connection, sqlite3_stmt* statement) : connection_(connection), statement_(statement) {}
+    Use(sqlite3* connection, sqlite3_stmt* statement) : mConnection(connection), mStatement(statement) {}
     ~Use() {
-        sqlite3_reset(statement_);
-        sqlite3_clear_bindings(statement_);
+        sqlite3_reset(mStatement);
+        sqlite3_clear_bindings(mStatement);
     }
     Use(const Use&) = delete;
     Use& operator=(const Use&) = delete;
@@ -48,41 +48,41 @@ class Use {
     // The text must outlive this object: it is not copied.
     Use& Bind(std::wstring_view text) {
         const wchar_t* data = text.data() != nullptr ? text.data() : L"";  // a null pointer would bind NULL
-        return Checked(sqlite3_bind_text64(statement_, ++bound_, reinterpret_cast<const char*>(data),
+        return Checked(sqlite3_bind_text64(mStatement, ++mBound, reinterpret_cast<const char*>(data),
                                            text.size() * sizeof(wchar_t), SQLITE_STATIC, SQLITE_UTF16LE));
     }
-    Use& Bind(std::int32_t number) { return Checked(sqlite3_bind_int(statement_, ++bound_, number)); }
-    Use& Bind(double number) { return Checked(sqlite3_bind_double(statement_, ++bound_, number)); }
+    Use& Bind(std::int32_t number) { return Checked(sqlite3_bind_int(mStatement, ++mBound, number)); }
+    Use& Bind(double number) { return Checked(sqlite3_bind_double(mStatement, ++mBound, number)); }
 
     // Whether there is a next row.
     bool Step() {
-        column_ = 0;
-        const int result = sqlite3_step(statement_);
+        mColumn = 0;
+        const int result = sqlite3_step(mStatement);
         if (result != SQLITE_ROW && result != SQLITE_DONE) {
-            ThrowLastError(connection_);
+            ThrowLastError(mConnection);
         }
         return result == SQLITE_ROW;
     }
 
-    std::int32_t NextLong() { return sqlite3_column_int(statement_, column_++); }
-    double NextDouble() { return sqlite3_column_double(statement_, column_++); }
+    std::int32_t NextLong() { return sqlite3_column_int(mStatement, mColumn++); }
+    double NextDouble() { return sqlite3_column_double(mStatement, mColumn++); }
     std::wstring NextText() {
-        const void* text = sqlite3_column_text16(statement_, column_);
-        return Wide(text, sqlite3_column_bytes16(statement_, column_++));
+        const void* text = sqlite3_column_text16(mStatement, mColumn);
+        return Wide(text, sqlite3_column_bytes16(mStatement, mColumn++));
     }
 
   private:
     Use& Checked(int result) {
         if (result != SQLITE_OK) {
-            ThrowLastError(connection_);
+            ThrowLastError(mConnection);
         }
         return *this;
     }
 
-    sqlite3* connection_;
-    sqlite3_stmt* statement_;
-    int bound_ = 0;
-    int column_ = 0;
+    sqlite3* mConnection;
+    sqlite3_stmt* mStatement;
+    int mBound = 0;
+    int mColumn = 0;
 };
 
 }  // namespace
@@ -97,19 +97,19 @@ void Database::Closer::operator()(sqlite3_stmt* statement) const {
 Database::Database(const std::wstring& path, std::chrono::milliseconds busyTimeout) {
     sqlite3* connection = nullptr;
     const int result = sqlite3_open16(path.c_str(), &connection);  // a new file keeps texts as UTF-16
-    connection_.reset(connection);
+    mConnection.reset(connection);
     if (result != SQLITE_OK) {
         ThrowLastError(connection);
     }
     sqlite3_busy_timeout(connection, static_cast<int>(busyTimeout.count()));
     CreateTables();
-    readLookup_ = Prepare("SELECT value FROM lookup WHERE site = ? AND level = ? AND name = ? AND key = ?");
-    writeLookup_ = Prepare(
+    mReadLookup = Prepare("SELECT value FROM lookup WHERE site = ? AND level = ? AND name = ? AND key = ?");
+    mWriteLookup = Prepare(
         "INSERT INTO lookup(site, level, name, key, value) VALUES(?, ?, ?, ?, ?)"
         " ON CONFLICT DO UPDATE SET value = excluded.value");
-    appendEvent_ =
+    mAppendEvent =
         Prepare("INSERT INTO event_log(site, time, text, category, kind, source, tag) VALUES(?, ?, ?, ?, ?, ?, ?)");
-    readEvents_ = Prepare(
+    mReadEvents = Prepare(
         "SELECT number, time, text, category, kind, source, tag FROM event_log WHERE site = ?"
         " ORDER BY number DESC LIMIT ?");
 }
@@ -119,26 +119,26 @@ Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
 
 std::wstring Database::ReadLookup(const LookupKey& key) {
-    Use use(connection_.get(), readLookup_.get());
+    Use use(mConnection.get(), mReadLookup.get());
     use.Bind(key.site).Bind(key.level).Bind(key.table).Bind(key.key);
     return use.Step() ? use.NextText() : std::wstring();
 }
 
 void Database::WriteLookup(const LookupKey& key, std::wstring_view value) {
-    Use use(connection_.get(), writeLookup_.get());
+    Use use(mConnection.get(), mWriteLookup.get());
     use.Bind(key.site).Bind(key.level).Bind(key.table).Bind(key.key).Bind(value);
     use.Step();
 }
 
 void Database::AppendEvent(std::wstring_view site, const EventRecord& record) {
-    Use use(connection_.get(), appendEvent_.get());
+    Use use(mConnection.get(), mAppendEvent.get());
     use.Bind(site).Bind(record.time).Bind(record.text).Bind(record.category).Bind(record.kind);
     use.Bind(record.source).Bind(record.tag);
     use.Step();
 }
 
 std::vector<EventRecord> Database::ReadEvents(std::wstring_view site, std::int32_t count) {
-    Use use(connection_.get(), readEvents_.get());
+    Use use(mConnection.get(), mReadEvents.get());
     use.Bind(site).Bind(count > 0 ? count : -1);  // -1: no limit
     std::vector<EventRecord> records;
     while (use.Step()) {
@@ -156,15 +156,15 @@ std::vector<EventRecord> Database::ReadEvents(std::wstring_view site, std::int32
 }
 
 void Database::Execute(const char* sql) {
-    if (sqlite3_exec(connection_.get(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
-        ThrowLastError(connection_.get());
+    if (sqlite3_exec(mConnection.get(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
+        ThrowLastError(mConnection.get());
     }
 }
 
 void Database::CreateTables() {
     const auto version = [this] {
         const Statement statement = Prepare("PRAGMA user_version");
-        Use use(connection_.get(), statement.get());
+        Use use(mConnection.get(), statement.get());
         use.Step();
         return use.NextLong();
     };
@@ -179,8 +179,8 @@ void Database::CreateTables() {
 
 Database::Statement Database::Prepare(const char* sql) {
     sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v3(connection_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
-        ThrowLastError(connection_.get());
+    if (sqlite3_prepare_v3(mConnection.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
+        ThrowLastError(mConnection.get());
     }
     return Statement(statement);
 }

@@ -17,12 +17,12 @@ namespace v5::devkit {
 // What every operation below throws when the database engine refuses; the words are the engine's own.
 class DatabaseError : public std::exception {
   public:
-    explicit DatabaseError(std::wstring reason) : reason_(std::move(reason)) {}
-    const std::wstring& Reason() const { return reason_; }
+    explicit DatabaseError(std::wstring reason) : mReason(std::move(reason)) {}
+    const std::wstring& Reason() const { return mReason; }
     const char* what() const noexcept override { return "database error"; }
 
   private:
-    std::wstring reason_;
+    std::wstring mReason;
 };
 
 // The address of one lookup row. All four parts are compared exactly.
@@ -76,8 +76,8 @@ class Database {
     void CreateTables();
     Statement Prepare(const char* sql);
 
-    std::unique_ptr<sqlite3, Closer> connection_;
-    Statement readLookup_, writeLookup_, appendEvent_, readEvents_;  // destroyed before the connection is closed
+    std::unique_ptr<sqlite3, Closer> mConnection;
+    Statement mReadLookup, mWriteLookup, mAppendEvent, mReadEvents;  // destroyed before the connection is closed
 };
 
 }  // namespace v5::devkit

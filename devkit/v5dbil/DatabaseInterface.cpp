@@ -55,7 +55,7 @@ STDMETHODIMP DatabaseInterface::SetApplicationName(BSTR applicationName, VARIANT
         if (View(applicationName).size() > kMaxApplicationName) {
             throw DatabaseError(L"it is longer than 128 characters");
         }
-        applicationName_ = Text(applicationName);
+        mApplicationName = Text(applicationName);
     });
 }
 
@@ -65,7 +65,7 @@ STDMETHODIMP DatabaseInterface::Initialise(BSTR site, BSTR, BSTR config, BSTR al
         if (View(site).empty()) {
             throw DatabaseError(L"it has no identifier");
         }
-        sites_.insert_or_assign(Text(site), Site(Text(site), Text(config), View(alarms)));
+        mSites.insert_or_assign(Text(site), Site(Text(site), Text(config), View(alarms)));
     });
 }
 
@@ -75,7 +75,7 @@ STDMETHODIMP DatabaseInterface::OpenSite(BSTR site, long, long, long, long, long
 
 STDMETHODIMP DatabaseInterface::Close() {
     return Do([&] {
-        for (auto& [id, site] : sites_) {
+        for (auto& [id, site] : mSites) {
             site.Close();
         }
     });
@@ -140,8 +140,8 @@ STDMETHODIMP DatabaseInterface::UsesWindowsAuthentication(BSTR connectionString,
 }
 
 Site& DatabaseInterface::SiteOf(std::wstring_view id) {
-    const auto found = sites_.find(id);
-    if (found == sites_.end()) {
+    const auto found = mSites.find(id);
+    if (found == mSites.end()) {
         throw DatabaseError(L"site '" + std::wstring(id) + L"' is not initialised");
     }
     return found->second;

@@ -60,8 +60,8 @@ class DatabaseInterface final
 
     [[noreturn]] void Fail(std::wstring_view doing, std::wstring_view reason);
 
-    std::wstring applicationName_;
-    std::map<std::wstring, Site, std::less<>> sites_;
+    std::wstring mApplicationName;
+    std::map<std::wstring, Site, std::less<>> mSites;
 };
 
 }  // namespace v5::devkit

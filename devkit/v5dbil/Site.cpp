@@ -33,68 +33,68 @@ bool SqlLoginsAllowed(Database& database, std::wstring_view site) {
 }  // namespace
 
 Site::Site(std::wstring id, std::wstring config, std::wstring_view alarms)
-    : id_(std::move(id)), configString_(std::move(config)), configSettings_(ParseComplete(configString_)) {
+    : mId(std::move(id)), mConfigString(std::move(config)), mConfigSettings(ParseComplete(mConfigString)) {
     if (Trim(alarms).empty()) {
         return;
     }
     ConnectionSettings settings = ParseComplete(alarms);
-    if (!EqualsIgnoreCase(settings.dataSource, configSettings_.dataSource)) {
-        alarmsSettings_ = std::move(settings);
+    if (!EqualsIgnoreCase(settings.dataSource, mConfigSettings.dataSource)) {
+        mAlarmsSettings = std::move(settings);
     }
 }
 
 void Site::Open() {
     LogOn();
-    open_ = true;
+    mOpen = true;
 }
 
 void Site::Close() {
     ForgetLogons();
-    open_ = false;
+    mOpen = false;
 }
 
 void Site::ForgetLogons() {
-    config_.reset();
-    alarms_.reset();
+    mConfig.reset();
+    mAlarms.reset();
 }
 
 Database& Site::Config() {
-    if (!open_) {
+    if (!mOpen) {
         throw DatabaseError(L"the site is not open");
     }
     LogOn();
-    return *config_;
+    return *mConfig;
 }
 
 Database& Site::EventLog() {
     Database& config = Config();
-    return alarms_ ? *alarms_ : config;
+    return mAlarms ? *mAlarms : config;
 }
 
 std::wstring Site::CurrentUser() {
     Config();
-    return configSettings_.windowsAuthentication ? std::wstring() : configSettings_.userId;
+    return mConfigSettings.windowsAuthentication ? std::wstring() : mConfigSettings.userId;
 }
 
 bool Site::AllowsSqlLogins() {
-    return SqlLoginsAllowed(Config(), id_);
+    return SqlLoginsAllowed(Config(), mId);
 }
 
 void Site::LogOn() {
-    if (config_) {
+    if (mConfig) {
         return;
     }
-    Database config = Connect(configSettings_);
-    if (alarmsSettings_) {
-        alarms_ = Connect(*alarmsSettings_);
+    Database config = Connect(mConfigSettings);
+    if (mAlarmsSettings) {
+        mAlarms = Connect(*mAlarmsSettings);
     }
-    config_ = std::move(config);
+    mConfig = std::move(config);
 }
 
 Database Site::Connect(const ConnectionSettings& settings) const {
     try {
         Database database(settings.dataSource, settings.busyTimeout);
-        if (!settings.windowsAuthentication && !SqlLoginsAllowed(database, id_)) {
+        if (!settings.windowsAuthentication && !SqlLoginsAllowed(database, mId)) {
             throw DatabaseError(L"the server does not accept SQL logins");
         }
         return database;

@@ -17,8 +17,8 @@ class Site {
     // database file.
     Site(std::wstring id, std::wstring config, std::wstring_view alarms);
 
-    const std::wstring& Id() const { return id_; }
-    const std::wstring& ConnectionString() const { return configString_; }
+    const std::wstring& Id() const { return mId; }
+    const std::wstring& ConnectionString() const { return mConfigString; }
 
     // Logs on to the site's databases; does nothing when that is done. Fails when a connection string asks neither
     // for Windows authentication nor for a SQL login, when the server refuses SQL logins, or when a file cannot be
@@ -46,13 +46,13 @@ class Site {
     void LogOn();
     Database Connect(const ConnectionSettings& settings) const;
 
-    std::wstring id_;
-    std::wstring configString_;
-    ConnectionSettings configSettings_;
-    std::optional<ConnectionSettings> alarmsSettings_;  // when the event log is elsewhere
-    bool open_ = false;
-    std::optional<Database> config_;
-    std::optional<Database> alarms_;
+    std::wstring mId;
+    std::wstring mConfigString;
+    ConnectionSettings mConfigSettings;
+    std::optional<ConnectionSettings> mAlarmsSettings;  // when the event log is elsewhere
+    bool mOpen = false;
+    std::optional<Database> mConfig;
+    std::optional<Database> mAlarms;
 };
 
 }  // namespace v5::devkit

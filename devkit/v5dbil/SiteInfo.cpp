@@ -5,29 +5,29 @@
 namespace v5::devkit {
 
 SiteInfo::SiteInfo(ComPtr<DatabaseInterface> databases, std::wstring site)
-    : databases_(std::move(databases)), site_(std::move(site)) {}
+    : mDatabases(std::move(databases)), mSite(std::move(site)) {}
 
 STDMETHODIMP SiteInfo::get_SiteID(BSTR* site) {
-    return Return(site, [&] { return site_; });
+    return Return(site, [&] { return mSite; });
 }
 
 STDMETHODIMP SiteInfo::get_CurrentUserName(BSTR* userName) {
     return Return(userName, [&] {
-        return databases_->Reported(L"tell the current user", [&] { return databases_->SiteOf(site_).CurrentUser(); });
+        return mDatabases->Reported(L"tell the current user", [&] { return mDatabases->SiteOf(mSite).CurrentUser(); });
     });
 }
 
 STDMETHODIMP SiteInfo::get_ConnectionString(BSTR* connectionString) {
     return Return(connectionString, [&] {
-        return databases_->Reported(L"tell the connection string",
-                                    [&] { return databases_->SiteOf(site_).ConnectionString(); });
+        return mDatabases->Reported(L"tell the connection string",
+                                    [&] { return mDatabases->SiteOf(mSite).ConnectionString(); });
     });
 }
 
 STDMETHODIMP SiteInfo::get_AllowsSqlLogins(VARIANT_BOOL* allowed) {
     return Return(allowed, [&] {
-        return databases_->Reported(L"tell whether SQL logins are allowed",
-                                    [&] { return databases_->SiteOf(site_).AllowsSqlLogins(); });
+        return mDatabases->Reported(L"tell whether SQL logins are allowed",
+                                    [&] { return mDatabases->SiteOf(mSite).AllowsSqlLogins(); });
     });
 }
 

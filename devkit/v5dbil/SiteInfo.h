@@ -19,8 +19,8 @@ class SiteInfo final : public AutomationObject<SiteInfo, ISiteInfo, ::SiteInfo> 
     STDMETHODIMP get_AllowsSqlLogins(VARIANT_BOOL* allowed) override;
 
   private:
-    ComPtr<DatabaseInterface> databases_;
-    std::wstring site_;
+    ComPtr<DatabaseInterface> mDatabases;
+    std::wstring mSite;
 };
 
 }  // namespace v5::devkit

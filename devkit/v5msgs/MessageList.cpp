@@ -13,22 +13,22 @@ STDMETHODIMP MessageList::get_Type(long index, long* type) {
 }
 
 STDMETHODIMP MessageList::get_Count(long* count) {
-    return Return(count, [&] { return static_cast<std::int32_t>(messages_.size()); });
+    return Return(count, [&] { return static_cast<std::int32_t>(mMessages.size()); });
 }
 
 STDMETHODIMP MessageList::Clear() {
-    return Do([&] { messages_.clear(); });
+    return Do([&] { mMessages.clear(); });
 }
 
 STDMETHODIMP MessageList::RaiseMsg(long type, BSTR description) {
-    return Do([&] { messages_.push_back({static_cast<std::int32_t>(type), std::wstring(View(description))}); });
+    return Do([&] { mMessages.push_back({static_cast<std::int32_t>(type), std::wstring(View(description))}); });
 }
 
 STDMETHODIMP MessageList::get__NewEnum(IUnknown** enumerator) {
     return Return(enumerator, [&] {
         std::vector<_variant_t> texts;
-        texts.reserve(messages_.size());
-        for (const Message& message : messages_) {
+        texts.reserve(mMessages.size());
+        for (const Message& message : mMessages) {
             texts.push_back(TextVariant(message.text));
         }
         return NewEnumerator(std::move(texts));
@@ -36,14 +36,14 @@ STDMETHODIMP MessageList::get__NewEnum(IUnknown** enumerator) {
 }
 
 void* MessageList::FindMore(REFIID iid) {
-    return iid == __uuidof(IRaiseMsg) ? static_cast<IRaiseMsg*>(&sink_) : nullptr;
+    return iid == __uuidof(IRaiseMsg) ? static_cast<IRaiseMsg*>(&mSink) : nullptr;
 }
 
 const MessageList::Message& MessageList::At(long index) const {
-    if (index < 0 || static_cast<size_t>(index) >= messages_.size()) {
+    if (index < 0 || static_cast<size_t>(index) >= mMessages.size()) {
         throw AutomationError::RunTime(9, L"Subscript out of range");
     }
-    return messages_[static_cast<size_t>(index)];
+    return mMessages[static_cast<size_t>(index)];
 }
 
 }  // namespace v5::devkit

@@ -33,20 +33,20 @@ class MessageList final : public AutomationObject<MessageList, IMessageList, ::M
     // The same object seen as a plain sink. It is a part of the list: it lives as long and shares its count.
     class Sink final : public DualInterface<IRaiseMsg> {
       public:
-        explicit Sink(MessageList& list) : list_(list) {}
-        STDMETHODIMP QueryInterface(REFIID iid, void** object) override { return list_.QueryInterface(iid, object); }
-        STDMETHODIMP_(ULONG) AddRef() override { return list_.AddRef(); }
-        STDMETHODIMP_(ULONG) Release() override { return list_.Release(); }
-        STDMETHODIMP RaiseMsg(long type, BSTR description) override { return list_.RaiseMsg(type, description); }
+        explicit Sink(MessageList& list) : mList(list) {}
+        STDMETHODIMP QueryInterface(REFIID iid, void** object) override { return mList.QueryInterface(iid, object); }
+        STDMETHODIMP_(ULONG) AddRef() override { return mList.AddRef(); }
+        STDMETHODIMP_(ULONG) Release() override { return mList.Release(); }
+        STDMETHODIMP RaiseMsg(long type, BSTR description) override { return mList.RaiseMsg(type, description); }
 
       private:
-        MessageList& list_;
+        MessageList& mList;
     };
 
     const Message& At(long index) const;
 
-    std::vector<Message> messages_;
-    Sink sink_{*this};
+    std::vector<Message> mMessages;
+    Sink mSink{*this};
 };
 
 }  // namespace v5::devkit

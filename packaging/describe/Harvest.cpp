@@ -20,24 +20,24 @@ class ScratchMachine {
   public:
     ScratchMachine() {
         RegDeleteTreeW(HKEY_CURRENT_USER, kPath);
-        Require(RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr) ==
+        Require(RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &mKey, nullptr) ==
                     ERROR_SUCCESS,
                 "cannot create the scratch key");
-        Require(RegOverridePredefKey(HKEY_LOCAL_MACHINE, key_) == ERROR_SUCCESS, "cannot redirect the registry");
+        Require(RegOverridePredefKey(HKEY_LOCAL_MACHINE, mKey) == ERROR_SUCCESS, "cannot redirect the registry");
     }
     ~ScratchMachine() {
         RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
-        RegCloseKey(key_);
+        RegCloseKey(mKey);
         RegDeleteTreeW(HKEY_CURRENT_USER, kPath);
     }
     ScratchMachine(const ScratchMachine&) = delete;
     ScratchMachine& operator=(const ScratchMachine&) = delete;
 
-    HKEY Key() const { return key_; }
+    HKEY Key() const { return mKey; }
 
   private:
     static constexpr wchar_t kPath[] = L"Software\\v5describe";
-    HKEY key_ = nullptr;
+    HKEY mKey = nullptr;
 };
 
 void AddEntries(HKEY parent, const std::wstring& name, const std::wstring& path, std::vector<RegistryEntry>& entries) {

@@ -12,7 +12,7 @@ class AutomationError : public std::exception {
   public:
     // `status` is an automation status code (HRESULT) with the failure bit set.
     AutomationError(std::uint32_t status, std::wstring description)
-        : status_(status), description_(std::move(description)) {}
+        : mStatus(status), mDescription(std::move(description)) {}
 
     // An error of the automation run-time, by its number (5 invalid procedure call, 9 subscript out of range …).
     // Such numbers travel in the control facility, 0x800Annnn, and reach script clients as plain numbers.
@@ -20,12 +20,12 @@ class AutomationError : public std::exception {
         return {kControlFacility | number, std::move(description)};
     }
 
-    std::uint32_t Status() const { return status_; }
-    const std::wstring& Description() const { return description_; }
+    std::uint32_t Status() const { return mStatus; }
+    const std::wstring& Description() const { return mDescription; }
 
     // The number as automation clients see it: the bare number of a run-time error, otherwise the whole status.
     std::int32_t Number() const {
-        return static_cast<std::int32_t>((status_ & 0xFFFF0000u) == kControlFacility ? status_ & 0xFFFFu : status_);
+        return static_cast<std::int32_t>((mStatus & 0xFFFF0000u) == kControlFacility ? mStatus & 0xFFFFu : mStatus);
     }
 
     const char* what() const noexcept override { return "automation error"; }
@@ -33,8 +33,8 @@ class AutomationError : public std::exception {
   private:
     static constexpr std::uint32_t kControlFacility = 0x800A0000u;
 
-    std::uint32_t status_;
-    std::wstring description_;
+    std::uint32_t mStatus;
+    std::wstring mDescription;
 };
 
 // The exception that is being handled as "<number>, <description>", as messages to people quote it. An exception that

@@ -34,7 +34,7 @@ unsigned DigitValue(wchar_t c) {
 // Reads one numeric text from left to right. Amounts of currency have neither an exponent nor a radix.
 class NumberScanner {
   public:
-    explicit NumberScanner(std::wstring_view text) : rest_(text) {}
+    explicit NumberScanner(std::wstring_view text) : mRest(text) {}
 
     std::optional<double> Scan() {
         ScanLeadingMarks();
@@ -43,18 +43,18 @@ class NumberScanner {
             return std::nullopt;
         }
         ScanTrailingMarks();
-        if (!rest_.empty() || parenthesis_ == Mark::kOpen) {
+        if (!mRest.empty() || mParenthesis == Mark::kOpen) {
             return std::nullopt;
         }
         // The run-time gives &H and &O texts their own sign and passes over any other.
-        return negative_ && !radix_ ? -*value : value;
+        return mNegative && !mRadix ? -*value : value;
     }
 
   private:
     enum class Mark { kNone, kOpen, kClosed };
 
-    wchar_t Next() const { return rest_.empty() ? L'\0' : rest_.front(); }
-    void Skip(size_t count = 1) { rest_.remove_prefix(count); }
+    wchar_t Next() const { return mRest.empty() ? L'\0' : mRest.front(); }
+    void Skip(size_t count = 1) { mRest.remove_prefix(count); }
 
     // Takes a mark that may stand once in front of or behind the digits.
     bool TakeOnce(wchar_t mark, bool& seen) {
@@ -71,17 +71,17 @@ class NumberScanner {
             Skip();
             return true;
         }
-        if (TakeOnce(L'-', minus_)) {
-            negative_ = true;
+        if (TakeOnce(L'-', mMinus)) {
+            mNegative = true;
             return true;
         }
-        return TakeOnce(L'+', plus_) || TakeOnce(L'$', currency_);
+        return TakeOnce(L'+', mPlus) || TakeOnce(L'$', mCurrency);
     }
 
     void ScanLeadingMarks() {
         while (true) {
-            if (parenthesis_ == Mark::kNone && Next() == L'(') {
-                parenthesis_ = Mark::kOpen;
+            if (mParenthesis == Mark::kNone && Next() == L'(') {
+                mParenthesis = Mark::kOpen;
                 Skip();
             } else if (!TakeSignBlankOrCurrency()) {
                 return;
@@ -91,9 +91,9 @@ class NumberScanner {
 
     void ScanTrailingMarks() {
         while (true) {
-            if (parenthesis_ == Mark::kOpen && Next() == L')') {
-                parenthesis_ = Mark::kClosed;
-                negative_ = true;
+            if (mParenthesis == Mark::kOpen && Next() == L')') {
+                mParenthesis = Mark::kClosed;
+                mNegative = true;
                 Skip();
             } else if (!TakeSignBlankOrCurrency()) {
                 return;
@@ -102,24 +102,24 @@ class NumberScanner {
     }
 
     bool StartsRadix() {
-        if (currency_ || rest_.size() < 2 || rest_[0] != L'&') {
+        if (mCurrency || mRest.size() < 2 || mRest[0] != L'&') {
             return false;
         }
-        const wchar_t kind = ToUpper(rest_[1]);
-        radix_ = kind == L'H' ? 16 : kind == L'O' ? 8 : 0;
-        return radix_ != 0;
+        const wchar_t kind = ToUpper(mRest[1]);
+        mRadix = kind == L'H' ? 16 : kind == L'O' ? 8 : 0;
+        return mRadix != 0;
     }
 
     std::optional<double> ScanRadixDigits() {
         Skip(2);
-        const std::uint64_t maxBeforeDigit = std::numeric_limits<std::uint64_t>::max() / radix_;
+        const std::uint64_t maxBeforeDigit = std::numeric_limits<std::uint64_t>::max() / mRadix;
         std::uint64_t value = 0;
         bool any = false;
-        for (; DigitValue(Next()) < radix_; Skip()) {
+        for (; DigitValue(Next()) < mRadix; Skip()) {
             if (value > maxBeforeDigit) {
                 return std::nullopt;
             }
-            value = value * radix_ + DigitValue(Next());
+            value = value * mRadix + DigitValue(Next());
             any = true;
         }
         if (!any) {
@@ -159,7 +159,7 @@ class NumberScanner {
     // Adds the exponent, if there is one, to `power`; false when it has no digits.
     bool ScanExponent(std::int64_t& power) {
         const wchar_t mark = ToUpper(Next());
-        if (currency_ || (mark != L'E' && mark != L'D')) {
+        if (mCurrency || (mark != L'E' && mark != L'D')) {
             return true;
         }
         Skip();
@@ -194,13 +194,13 @@ class NumberScanner {
         return magnitude > 0 ? std::nullopt : std::optional<double>(0.0);
     }
 
-    std::wstring_view rest_;
-    Mark parenthesis_ = Mark::kNone;
-    bool plus_ = false;
-    bool minus_ = false;
-    bool currency_ = false;
-    bool negative_ = false;
-    unsigned radix_ = 0;
+    std::wstring_view mRest;
+    Mark mParenthesis = Mark::kNone;
+    bool mPlus = false;
+    bool mMinus = false;
+    bool mCurrency = false;
+    bool mNegative = false;
+    unsigned mRadix = 0;
 };
 
 }  // namespace

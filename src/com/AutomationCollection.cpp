@@ -124,11 +124,11 @@ STDMETHODIMP AutomationCollection::QueryInterface(REFIID iid, void** object) {
 }
 
 STDMETHODIMP_(ULONG) AutomationCollection::AddRef() {
-    return ++references_;
+    return ++mReferences;
 }
 
 STDMETHODIMP_(ULONG) AutomationCollection::Release() {
-    const ULONG left = --references_;
+    const ULONG left = --mReferences;
     if (left == 0) {
         delete this;
     }
@@ -196,16 +196,16 @@ STDMETHODIMP AutomationCollection::Invoke(DISPID id, REFIID, LCID, WORD flags, D
 _variant_t AutomationCollection::Call(DISPID id, const DISPPARAMS& arguments) {
     switch (id) {
         case kItem:
-            return entries_[PositionAt(ArgumentAt(arguments, 0))].value;
+            return mEntries[PositionAt(ArgumentAt(arguments, 0))].value;
         case kAdd:
             Add(arguments);
             return {};
         case kCount:
-            return static_cast<long>(entries_.size());
+            return static_cast<long>(mEntries.size());
         case kRemove: {
-            const auto position = entries_.begin() + static_cast<std::ptrdiff_t>(PositionAt(ArgumentAt(arguments, 0)));
+            const auto position = mEntries.begin() + static_cast<std::ptrdiff_t>(PositionAt(ArgumentAt(arguments, 0)));
             const Entry removed = std::move(*position);  // an item that ends here may call back into us
-            entries_.erase(position);
+            mEntries.erase(position);
             return {};
         }
         default:
@@ -228,19 +228,19 @@ void AutomationCollection::Add(const DISPPARAMS& arguments) {
             throw KeyTaken();
         }
     }
-    size_t position = entries_.size();
+    size_t position = mEntries.size();
     if (before != nullptr) {
         position = PositionAt(before);
     } else if (after != nullptr) {
         position = PositionAt(after) + 1;
     }
-    entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position), std::move(entry));
+    mEntries.insert(mEntries.begin() + static_cast<std::ptrdiff_t>(position), std::move(entry));
 }
 
 _variant_t AutomationCollection::NewEnum() const {
     std::vector<_variant_t> values;
-    values.reserve(entries_.size());
-    for (const Entry& entry : entries_) {
+    values.reserve(mEntries.size());
+    for (const Entry& entry : mEntries) {
         values.push_back(entry.value);
     }
     return NewEnumerator(std::move(values)).Get();
@@ -262,15 +262,15 @@ size_t AutomationCollection::PositionAt(const VARIANT* index) const {
         throw TypeMismatch();
     }
     const auto position = static_cast<size_t>(V_I4(&value)) - 1;
-    if (V_I4(&value) < 1 || position >= entries_.size()) {
+    if (V_I4(&value) < 1 || position >= mEntries.size()) {
         throw SubscriptOutOfRange();
     }
     return position;
 }
 
 std::optional<size_t> AutomationCollection::FindKey(std::wstring_view key) const {
-    for (size_t i = 0; i < entries_.size(); ++i) {
-        if (entries_[i].key && EqualsIgnoreCase(*entries_[i].key, key)) {
+    for (size_t i = 0; i < mEntries.size(); ++i) {
+        if (mEntries[i].key && EqualsIgnoreCase(*mEntries[i].key, key)) {
             return i;
         }
     }

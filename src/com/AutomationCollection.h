@@ -22,7 +22,7 @@ class AutomationCollection final : public IDispatch {
     AutomationCollection& operator=(const AutomationCollection&) = delete;
 
     // Adds an item without a key at the end. Throws std::bad_alloc.
-    void Append(const _variant_t& item) { entries_.push_back({item, {}}); }
+    void Append(const _variant_t& item) { mEntries.push_back({item, {}}); }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
@@ -50,8 +50,8 @@ class AutomationCollection final : public IDispatch {
     size_t PositionAt(const VARIANT* index) const;
     std::optional<size_t> FindKey(std::wstring_view key) const;
 
-    std::vector<Entry> entries_;
-    std::atomic<ULONG> references_ = 1;
+    std::vector<Entry> mEntries;
+    std::atomic<ULONG> mReferences = 1;
 };
 
 }  // namespace v5

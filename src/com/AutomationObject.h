@@ -102,11 +102,11 @@ class AutomationObject : public DualInterface<Interface>,
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
     STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
+        const ULONG left = --mReferences;
         if (left == 0) {
-            references_ = 1;  // code that runs while the object ends may take and release references to it
+            mReferences = 1;  // code that runs while the object ends may take and release references to it
             delete static_cast<Self*>(this);
         }
         return left;
@@ -136,13 +136,13 @@ class AutomationObject : public DualInterface<Interface>,
     // Every member under way holds its object: a listener or message sink may release the client's last reference.
     class Alive {
       public:
-        explicit Alive(AutomationObject& object) : object_(object) { object_.AddRef(); }
-        ~Alive() { object_.Release(); }
+        explicit Alive(AutomationObject& object) : mObject(object) { mObject.AddRef(); }
+        ~Alive() { mObject.Release(); }
         Alive(const Alive&) = delete;
         Alive& operator=(const Alive&) = delete;
 
       private:
-        AutomationObject& object_;
+        AutomationObject& mObject;
     };
 
     // A further interface that is not among `More` (a facet with an identity of its own); null when there is none.
@@ -210,7 +210,7 @@ class AutomationObject : public DualInterface<Interface>,
         return found != nullptr ? found : FindMore(iid);
     }
 
-    std::atomic<ULONG> references_ = 1;
+    std::atomic<ULONG> mReferences = 1;
 };
 
 }  // namespace v5

@@ -25,14 +25,14 @@ const RuntimeReserve kRuntimeReserve;
 
 class ClassFactory final : public SimpleObject<IClassFactory> {
   public:
-    explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
+    explicit ClassFactory(const ClassEntry& entry) : mEntry(entry) {}
 
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
         if (object == nullptr) {
             return E_POINTER;
         }
         *object = nullptr;
-        return outer != nullptr ? CLASS_E_NOAGGREGATION : entry_.create(iid, object);
+        return outer != nullptr ? CLASS_E_NOAGGREGATION : mEntry.create(iid, object);
     }
     STDMETHODIMP LockServer(BOOL lock) override {
         if (lock != FALSE) {
@@ -44,7 +44,7 @@ class ClassFactory final : public SimpleObject<IClassFactory> {
     }
 
   private:
-    const ClassEntry& entry_;
+    const ClassEntry& mEntry;
 };
 
 HRESULT Install(Registration registration, bool install) noexcept {

@@ -91,7 +91,7 @@ class Argument {
   public:
     // Converts `given`, the caller's argument, or takes the default when it is null or marked as omitted.
     HRESULT Take(const DispatchParameter& parameter, VARIANT* given, LCID locale) {
-        parameter_ = &parameter;
+        mParameter = &parameter;
         if (given == nullptr || (V_VT(given) == VT_ERROR && V_ERROR(given) == DISP_E_PARAMNOTFOUND)) {
             return parameter.optional ? TakeDefault() : DISP_E_PARAMNOTOPTIONAL;
         }
@@ -100,7 +100,7 @@ class Argument {
             return E_POINTER;
         }
         if (isReference && parameter.byReference) {
-            callers_ = given;
+            mCallers = given;
         }
         VARIANT plain;
         VariantInit(&plain);
@@ -116,48 +116,48 @@ class Argument {
     VARIANTARG Pass() {
         VARIANTARG passed;
         VariantInit(&passed);
-        if (parameter_->byReference) {
-            V_VT(&passed) = static_cast<VARTYPE>(parameter_->type | VT_BYREF);
-            V_BYREF(&passed) = parameter_->type == VT_VARIANT ? static_cast<void*>(&value_) : &V_BYREF(&value_);
+        if (mParameter->byReference) {
+            V_VT(&passed) = static_cast<VARTYPE>(mParameter->type | VT_BYREF);
+            V_BYREF(&passed) = mParameter->type == VT_VARIANT ? static_cast<void*>(&mValue) : &V_BYREF(&mValue);
         } else {
-            passed = static_cast<const VARIANT&>(value_);  // a shallow copy: the argument stays the owner
+            passed = static_cast<const VARIANT&>(mValue);  // a shallow copy: the argument stays the owner
         }
         return passed;
     }
 
     // After the call: the caller's variable gets what the method has left in the temporary.
     HRESULT GiveBack(LCID locale) {
-        if (callers_ == nullptr) {
+        if (mCallers == nullptr) {
             return S_OK;
         }
-        if (V_VT(callers_) == (VT_BYREF | VT_VARIANT)) {
-            return VariantCopy(V_VARIANTREF(callers_), &value_);
+        if (V_VT(mCallers) == (VT_BYREF | VT_VARIANT)) {
+            return VariantCopy(V_VARIANTREF(mCallers), &mValue);
         }
-        const auto type = static_cast<VARTYPE>(V_VT(callers_) & ~VT_BYREF);
-        const HRESULT status = VariantChangeTypeEx(&value_, &value_, locale, 0, type);
+        const auto type = static_cast<VARTYPE>(V_VT(mCallers) & ~VT_BYREF);
+        const HRESULT status = VariantChangeTypeEx(&mValue, &mValue, locale, 0, type);
         return SUCCEEDED(status) ? MoveInto(type) : status;
     }
 
   private:
     HRESULT TakeDefault() {
-        if (V_VT(&parameter_->defaultValue) == VT_EMPTY) {  // optional without a default: zero, false, no object
-            V_VT(&value_) = parameter_->type;
+        if (V_VT(&mParameter->defaultValue) == VT_EMPTY) {  // optional without a default: zero, false, no object
+            V_VT(&mValue) = mParameter->type;
             return S_OK;
         }
-        return VariantChangeType(&value_, const_cast<_variant_t*>(&parameter_->defaultValue), 0, parameter_->type);
+        return VariantChangeType(&mValue, const_cast<_variant_t*>(&mParameter->defaultValue), 0, mParameter->type);
     }
 
     HRESULT Convert(VARIANT& plain, LCID locale) {
-        if (parameter_->type == VT_VARIANT) {
-            return VariantCopy(&value_, &plain);
+        if (mParameter->type == VT_VARIANT) {
+            return VariantCopy(&mValue, &plain);
         }
-        return IsObject(parameter_->type) ? ConvertObject(plain)
-                                          : VariantChangeTypeEx(&value_, &plain, locale, 0, parameter_->type);
+        return IsObject(mParameter->type) ? ConvertObject(plain)
+                                          : VariantChangeTypeEx(&mValue, &plain, locale, 0, mParameter->type);
     }
 
     // Nothing, Empty and Null are no object; any other object must have the interface.
     HRESULT ConvertObject(const VARIANT& plain) {
-        V_VT(&value_) = parameter_->type;
+        V_VT(&mValue) = mParameter->type;
         if (V_VT(&plain) == VT_EMPTY || V_VT(&plain) == VT_NULL) {
             return S_OK;
         }
@@ -168,70 +168,70 @@ class Argument {
         if (object == nullptr) {
             return S_OK;
         }
-        const IID wanted = parameter_->iid == IID_NULL
-                               ? (parameter_->type == VT_DISPATCH ? IID_IDispatch : IID_IUnknown)
-                               : parameter_->iid;
-        return SUCCEEDED(object->QueryInterface(wanted, &V_BYREF(&value_))) ? S_OK : DISP_E_TYPEMISMATCH;
+        const IID wanted = mParameter->iid == IID_NULL
+                               ? (mParameter->type == VT_DISPATCH ? IID_IDispatch : IID_IUnknown)
+                               : mParameter->iid;
+        return SUCCEEDED(object->QueryInterface(wanted, &V_BYREF(&mValue))) ? S_OK : DISP_E_TYPEMISMATCH;
     }
 
     // Moves the value into the typed variable that the caller's VT_BYREF argument points to.
     HRESULT MoveInto(VARTYPE type) {
-        void* target = V_BYREF(callers_);
+        void* target = V_BYREF(mCallers);
         switch (type) {
             case VT_BSTR:
-                std::swap(*static_cast<BSTR*>(target), V_BSTR(&value_));
+                std::swap(*static_cast<BSTR*>(target), V_BSTR(&mValue));
                 return S_OK;
             case VT_I2:
             case VT_UI2:
             case VT_BOOL:
-                std::memcpy(target, &V_I2(&value_), sizeof(short));
+                std::memcpy(target, &V_I2(&mValue), sizeof(short));
                 return S_OK;
             case VT_I4:
             case VT_UI4:
             case VT_INT:
             case VT_UINT:
             case VT_R4:
-                std::memcpy(target, &V_I4(&value_), sizeof(long));
+                std::memcpy(target, &V_I4(&mValue), sizeof(long));
                 return S_OK;
             case VT_R8:
             case VT_DATE:
             case VT_CY:
             case VT_I8:
-                std::memcpy(target, &V_R8(&value_), sizeof(double));
+                std::memcpy(target, &V_R8(&mValue), sizeof(double));
                 return S_OK;
             default:
                 return DISP_E_TYPEMISMATCH;
         }
     }
 
-    const DispatchParameter* parameter_ = nullptr;
-    VARIANT* callers_ = nullptr;
-    _variant_t value_;
+    const DispatchParameter* mParameter = nullptr;
+    VARIANT* mCallers = nullptr;
+    _variant_t mValue;
 };
 
 // Finds the caller's argument for the parameter at `position`: by position first, then by name.
 class CallersArguments {
   public:
     CallersArguments(const DISPPARAMS& arguments, bool isPropertyPut)
-        : arguments_(arguments), named_(arguments.cNamedArgs), positional_(arguments.cArgs - arguments.cNamedArgs) {
-        if (isPropertyPut && named_ == 1 && arguments.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT) {
-            named_ = 0;  // the new value of a property comes under a name of its own, as the last argument
-            positional_ = arguments.cArgs;
+        : mArguments(arguments), mNamed(arguments.cNamedArgs), mPositional(arguments.cArgs - arguments.cNamedArgs) {
+        if (isPropertyPut && mNamed == 1 && arguments.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT) {
+            mNamed = 0;  // the new value of a property comes under a name of its own, as the last argument
+            mPositional = arguments.cArgs;
         }
     }
 
     HRESULT CheckAgainst(const DispatchMember& member) const {
         const auto expected = static_cast<UINT>(member.parameters.size());
-        if (positional_ + named_ > expected) {
+        if (mPositional + mNamed > expected) {
             return DISP_E_BADPARAMCOUNT;
         }
-        for (UINT i = 0; i < named_; ++i) {
-            const DISPID name = arguments_.rgdispidNamedArgs[i];
-            if (name < 0 || static_cast<UINT>(name) >= expected || static_cast<UINT>(name) < positional_) {
+        for (UINT i = 0; i < mNamed; ++i) {
+            const DISPID name = mArguments.rgdispidNamedArgs[i];
+            if (name < 0 || static_cast<UINT>(name) >= expected || static_cast<UINT>(name) < mPositional) {
                 return DISP_E_PARAMNOTFOUND;
             }
         }
-        for (UINT i = positional_; i < expected; ++i) {
+        for (UINT i = mPositional; i < expected; ++i) {
             if (!member.parameters[i].optional && IndexOf(i) == kNone) {
                 return DISP_E_BADPARAMCOUNT;
             }
@@ -241,16 +241,16 @@ class CallersArguments {
 
     VARIANT* At(UINT position) const {
         const UINT index = IndexOf(position);
-        return index == kNone ? nullptr : &arguments_.rgvarg[index];
+        return index == kNone ? nullptr : &mArguments.rgvarg[index];
     }
 
     // The index in the caller's array, as the error report names it.
     UINT IndexOf(UINT position) const {
-        if (position < positional_) {
-            return arguments_.cArgs - 1 - position;
+        if (position < mPositional) {
+            return mArguments.cArgs - 1 - position;
         }
-        for (UINT i = 0; i < named_; ++i) {
-            if (arguments_.rgdispidNamedArgs[i] == static_cast<DISPID>(position)) {
+        for (UINT i = 0; i < mNamed; ++i) {
+            if (mArguments.rgdispidNamedArgs[i] == static_cast<DISPID>(position)) {
                 return i;
             }
         }
@@ -260,9 +260,9 @@ class CallersArguments {
     static constexpr UINT kNone = static_cast<UINT>(-1);
 
   private:
-    const DISPPARAMS& arguments_;
-    UINT named_;
-    UINT positional_;
+    const DISPPARAMS& mArguments;
+    UINT mNamed;
+    UINT mPositional;
 };
 
 HRESULT DescribeFailure(HRESULT status, EXCEPINFO* exception) {
@@ -283,31 +283,31 @@ HRESULT DescribeFailure(HRESULT status, EXCEPINFO* exception) {
 }  // namespace
 
 DispatchTable::DispatchTable(REFIID iid) {
-    Check(ComponentTypeLibrary()->GetTypeInfoOfGuid(iid, &dispatchInfo_));
-    const ComPtr<ITypeInfo> vtableInfo = VtableView(*dispatchInfo_.Get());
+    Check(ComponentTypeLibrary()->GetTypeInfoOfGuid(iid, &mDispatchInfo));
+    const ComPtr<ITypeInfo> vtableInfo = VtableView(*mDispatchInfo.Get());
     TYPEATTR* attributes = nullptr;
     Check(vtableInfo->GetTypeAttr(&attributes));
     const UINT count = attributes->cFuncs;
     vtableInfo->ReleaseTypeAttr(attributes);
-    members_.reserve(count);
+    mMembers.reserve(count);
     const auto release = [&](FUNCDESC* function) { vtableInfo->ReleaseFuncDesc(function); };
     for (UINT i = 0; i < count; ++i) {
         FUNCDESC* function = nullptr;
         Check(vtableInfo->GetFuncDesc(i, &function));
         const std::unique_ptr<FUNCDESC, decltype(release)> owner(function, release);
-        members_.push_back(ReadMember(*vtableInfo.Get(), *function));
+        mMembers.push_back(ReadMember(*vtableInfo.Get(), *function));
     }
 }
 
 HRESULT DispatchTable::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const {
-    return dispatchInfo_->GetIDsOfNames(names, count, ids);
+    return mDispatchInfo->GetIDsOfNames(names, count, ids);
 }
 
 const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const {
-    const auto found = std::find_if(members_.begin(), members_.end(), [&](const DispatchMember& member) {
+    const auto found = std::find_if(mMembers.begin(), mMembers.end(), [&](const DispatchMember& member) {
         return member.id == id && (member.kind & flags) != 0;
     });
-    return found == members_.end() ? nullptr : &*found;
+    return found == mMembers.end() ? nullptr : &*found;
 }
 
 HRESULT DispatchTable::Invoke(void* object, DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result,

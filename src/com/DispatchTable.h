@@ -40,7 +40,7 @@ class DispatchTable {
     explicit DispatchTable(REFIID iid);
 
     // The interface's type information, as script engines ask for it.
-    ITypeInfo* TypeInfo() const { return dispatchInfo_.Get(); }
+    ITypeInfo* TypeInfo() const { return mDispatchInfo.Get(); }
 
     HRESULT GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const;
 
@@ -51,8 +51,8 @@ class DispatchTable {
   private:
     const DispatchMember* Find(DISPID id, WORD flags) const;
 
-    Microsoft::WRL::ComPtr<ITypeInfo> dispatchInfo_;
-    std::vector<DispatchMember> members_;
+    Microsoft::WRL::ComPtr<ITypeInfo> mDispatchInfo;
+    std::vector<DispatchMember> mMembers;
 };
 
 // The table of an interface, read once and kept while the DLL is loaded.

@@ -25,7 +25,7 @@ template <class Interface, class Item, class Stored>
 class ConnectionEnumerator final : public SimpleEnumerator<Interface, Item, Stored> {
   public:
     ConnectionEnumerator(std::vector<Stored> items, std::vector<ComPtr<IUnknown>> kept, size_t next)
-        : SimpleEnumerator<Interface, Item, Stored>(std::move(items), next), kept_(std::move(kept)) {}
+        : SimpleEnumerator<Interface, Item, Stored>(std::move(items), next), mKept(std::move(kept)) {}
 
     STDMETHODIMP Clone(Interface** copy) override {
         if (copy == nullptr) {
@@ -33,7 +33,7 @@ class ConnectionEnumerator final : public SimpleEnumerator<Interface, Item, Stor
         }
         *copy = nullptr;
         return Guarded(IID_NULL, L"",
-                       [&] { *copy = new ConnectionEnumerator(this->Items(), kept_, this->Position()); });
+                       [&] { *copy = new ConnectionEnumerator(this->Items(), mKept, this->Position()); });
     }
 
   private:
@@ -44,7 +44,7 @@ class ConnectionEnumerator final : public SimpleEnumerator<Interface, Item, Stor
         return S_OK;
     }
 
-    std::vector<ComPtr<IUnknown>> kept_;  // keeps alive what the items point to
+    std::vector<ComPtr<IUnknown>> mKept;  // keeps alive what the items point to
 };
 
 using ListenerEnumerator = ConnectionEnumerator<IEnumConnections, CONNECTDATA, CONNECTDATA>;
@@ -54,8 +54,8 @@ using PointEnumerator = ConnectionEnumerator<IEnumConnectionPoints, IConnectionP
 
 void ConnectionPoint::Raise(DISPID id, std::initializer_list<_variant_t> arguments) noexcept {
     GuardedQuietly([&] {
-        const ComPtr<IConnectionPointContainer> alive(&owner_);
-        const std::vector<Listener> listeners = listeners_;
+        const ComPtr<IConnectionPointContainer> alive(&mOwner);
+        const std::vector<Listener> listeners = mListeners;
         std::vector<_variant_t> reversed(arguments);
         std::reverse(reversed.begin(), reversed.end());
         for (const Listener& listener : listeners) {
@@ -87,7 +87,7 @@ STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* iid) {
     if (iid == nullptr) {
         return E_POINTER;
     }
-    *iid = iid_;
+    *iid = mIid;
     return S_OK;
 }
 
@@ -95,8 +95,8 @@ STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContai
     if (container == nullptr) {
         return E_POINTER;
     }
-    *container = &owner_;
-    owner_.AddRef();
+    *container = &mOwner;
+    mOwner.AddRef();
     return S_OK;
 }
 
@@ -106,24 +106,24 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
     }
     *cookie = 0;
     ComPtr<IDispatch> dispatch;
-    if (FAILED(sink->QueryInterface(iid_, reinterpret_cast<void**>(dispatch.GetAddressOf()))) &&
+    if (FAILED(sink->QueryInterface(mIid, reinterpret_cast<void**>(dispatch.GetAddressOf()))) &&
         FAILED(sink->QueryInterface(IID_PPV_ARGS(&dispatch)))) {
         return CONNECT_E_CANNOTCONNECT;
     }
     return Guarded(IID_NULL, L"", [&] {
-        listeners_.push_back({++lastCookie_, dispatch});
-        *cookie = lastCookie_;
+        mListeners.push_back({++mLastCookie, dispatch});
+        *cookie = mLastCookie;
     });
 }
 
 STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
-    const auto found = std::find_if(listeners_.begin(), listeners_.end(),
+    const auto found = std::find_if(mListeners.begin(), mListeners.end(),
                                     [&](const Listener& listener) { return listener.cookie == cookie; });
-    if (found == listeners_.end()) {
+    if (found == mListeners.end()) {
         return CONNECT_E_NOCONNECTION;
     }
     const ComPtr<IDispatch> released = std::move(found->sink);  // its last release may call back into us
-    listeners_.erase(found);
+    mListeners.erase(found);
     return S_OK;
 }
 
@@ -135,7 +135,7 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
     return Guarded(IID_NULL, L"", [&] {
         std::vector<CONNECTDATA> items;
         std::vector<ComPtr<IUnknown>> kept;
-        for (const Listener& listener : listeners_) {
+        for (const Listener& listener : mListeners) {
             kept.emplace_back(listener.sink);
             items.push_back({listener.sink.Get(), listener.cookie});
         }

@@ -18,7 +18,7 @@ namespace v5 {
 class ConnectionPoint final : public IConnectionPoint {
   public:
     // `owner` is the object that raises the events; `iid` its source interface, a dispatch interface.
-    ConnectionPoint(IConnectionPointContainer& owner, REFIID iid) : owner_(owner), iid_(iid) {}
+    ConnectionPoint(IConnectionPointContainer& owner, REFIID iid) : mOwner(owner), mIid(iid) {}
     virtual ~ConnectionPoint() = default;
     ConnectionPoint(const ConnectionPoint&) = delete;
     ConnectionPoint& operator=(const ConnectionPoint&) = delete;
@@ -27,11 +27,11 @@ class ConnectionPoint final : public IConnectionPoint {
     // its handler does not disturb the others or the caller. Arguments are in the order of the declaration.
     void Raise(DISPID id, std::initializer_list<_variant_t> arguments) noexcept;
 
-    REFIID SourceInterface() const { return iid_; }
+    REFIID SourceInterface() const { return mIid; }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return owner_.AddRef(); }
-    STDMETHODIMP_(ULONG) Release() override { return owner_.Release(); }
+    STDMETHODIMP_(ULONG) AddRef() override { return mOwner.AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return mOwner.Release(); }
 
     STDMETHODIMP GetConnectionInterface(IID* iid) override;
     STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
@@ -45,10 +45,10 @@ class ConnectionPoint final : public IConnectionPoint {
         ComPtr<IDispatch> sink;
     };
 
-    IConnectionPointContainer& owner_;
-    IID iid_;
-    DWORD lastCookie_ = 0;
-    std::vector<Listener> listeners_;
+    IConnectionPointContainer& mOwner;
+    IID mIid;
+    DWORD mLastCookie = 0;
+    std::vector<Listener> mListeners;
 };
 
 // An enumerator over the one connection point of a container. Throws std::bad_alloc.
@@ -63,7 +63,7 @@ class EventfulObject : public AutomationObject<Self, Interface, CoClass, IConnec
             return E_POINTER;
         }
         *points = nullptr;
-        return Guarded(IID_NULL, L"", [&] { *points = NewConnectionPointEnumerator(point_).Detach(); });
+        return Guarded(IID_NULL, L"", [&] { *points = NewConnectionPointEnumerator(mPoint).Detach(); });
     }
     STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** point) override {
         if (point == nullptr) {
@@ -73,18 +73,18 @@ class EventfulObject : public AutomationObject<Self, Interface, CoClass, IConnec
         if (iid != __uuidof(Source)) {
             return CONNECT_E_NOCONNECTION;
         }
-        *point = &point_;
-        point_.AddRef();
+        *point = &mPoint;
+        mPoint.AddRef();
         return S_OK;
     }
 
   protected:
-    EventfulObject() : point_(*this, __uuidof(Source)) {}
+    EventfulObject() : mPoint(*this, __uuidof(Source)) {}
 
-    void RaiseEvent(DISPID id, std::initializer_list<_variant_t> arguments) noexcept { point_.Raise(id, arguments); }
+    void RaiseEvent(DISPID id, std::initializer_list<_variant_t> arguments) noexcept { mPoint.Raise(id, arguments); }
 
   private:
-    ConnectionPoint point_;
+    ConnectionPoint mPoint;
 };
 
 }  // namespace v5

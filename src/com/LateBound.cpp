@@ -43,27 +43,27 @@ _variant_t ConvertedTo(VARTYPE type, const _variant_t& value) {
 LateBound::LateBound(const wchar_t* progId) {
     CLSID clsid{};
     ThrowIfFailed(CLSIDFromProgID(progId, &clsid));
-    ThrowIfFailed(CoCreateInstance(clsid, nullptr, CLSCTX_ALL, IID_PPV_ARGS(&object_)));
+    ThrowIfFailed(CoCreateInstance(clsid, nullptr, CLSCTX_ALL, IID_PPV_ARGS(&mObject)));
 }
 
 LateBound::LateBound(const _variant_t& object) {
     if (object.vt != VT_DISPATCH || object.pdispVal == nullptr) {
         throw SystemError(DISP_E_TYPEMISMATCH);
     }
-    object_ = object.pdispVal;
+    mObject = object.pdispVal;
 }
 
 _variant_t LateBound::Call(const wchar_t* member, std::initializer_list<_variant_t> arguments) const {
     auto* name = const_cast<wchar_t*>(member);
     DISPID id = DISPID_UNKNOWN;
-    ThrowIfFailed(object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
+    ThrowIfFailed(mObject->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
 
     std::vector<VARIANT> reversed(arguments.size());  // IDispatch takes the last argument first; borrowed values
     std::copy(arguments.begin(), arguments.end(), reversed.rbegin());
     DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
     _variant_t result;
     EXCEPINFO raised{};
-    const HRESULT status = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+    const HRESULT status = mObject->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
                                            &parameters, &result, &raised, nullptr);
     if (status == DISP_E_EXCEPTION) {
         ThrowRaised(raised);

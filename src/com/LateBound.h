@@ -28,7 +28,7 @@ class LateBound {
     long CallLong(const wchar_t* member, std::initializer_list<_variant_t> arguments = {}) const;
 
   private:
-    Microsoft::WRL::ComPtr<IDispatch> object_;
+    Microsoft::WRL::ComPtr<IDispatch> mObject;
 };
 
 }  // namespace v5

@@ -14,20 +14,20 @@ namespace v5 {
 // sink that fails does not disturb the call.
 class RaiseMsgSink final : public MessageSink {
   public:
-    explicit RaiseMsgSink(IRaiseMsg* sink) : sink_(sink) {}
+    explicit RaiseMsgSink(IRaiseMsg* sink) : mSink(sink) {}
 
     void RaiseMessage(long type, std::wstring_view text) override {
-        if (sink_ == nullptr) {
+        if (mSink == nullptr) {
             return;
         }
         GuardedQuietly([&] {
             const _variant_t description = TextVariant(text);
-            sink_->RaiseMsg(type, V_BSTR(&description));
+            mSink->RaiseMsg(type, V_BSTR(&description));
         });
     }
 
   private:
-    ComPtr<IRaiseMsg> sink_;
+    ComPtr<IRaiseMsg> mSink;
 };
 
 }  // namespace v5

@@ -40,23 +40,23 @@ std::wstring GuidText(REFGUID guid) {
 // The classes branch of one registry root; every path below is relative to it.
 class ClassesKey {
   public:
-    explicit ClassesKey(HKEY root, REGSAM view = 0) : view_(view) {
+    explicit ClassesKey(HKEY root, REGSAM view = 0) : mView(view) {
         CheckRegistry(
-            RegCreateKeyExW(root, L"Software\\Classes", 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &key_, nullptr));
+            RegCreateKeyExW(root, L"Software\\Classes", 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &mKey, nullptr));
     }
-    ~ClassesKey() { RegCloseKey(key_); }
+    ~ClassesKey() { RegCloseKey(mKey); }
     ClassesKey(const ClassesKey&) = delete;
     ClassesKey& operator=(const ClassesKey&) = delete;
 
     void Write(const std::wstring& path, std::wstring_view value, const wchar_t* name = nullptr) const {
         const std::wstring text(value);
-        CheckRegistry(RegSetKeyValueW(key_, path.c_str(), name, REG_SZ, text.c_str(),
+        CheckRegistry(RegSetKeyValueW(mKey, path.c_str(), name, REG_SZ, text.c_str(),
                                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))));
     }
 
     bool Exists(const std::wstring& path) const {
         HKEY found = nullptr;
-        if (RegOpenKeyExW(key_, path.c_str(), 0, KEY_READ | view_, &found) != ERROR_SUCCESS) {
+        if (RegOpenKeyExW(mKey, path.c_str(), 0, KEY_READ | mView, &found) != ERROR_SUCCESS) {
             return false;
         }
         RegCloseKey(found);
@@ -66,12 +66,12 @@ class ClassesKey {
     std::wstring Read(const std::wstring& path) const {
         wchar_t text[512];
         DWORD size = sizeof(text);
-        const LSTATUS result = RegGetValueW(key_, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
+        const LSTATUS result = RegGetValueW(mKey, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
         return result == ERROR_SUCCESS ? text : std::wstring();
     }
 
     void DeleteTree(const std::wstring& path) const {
-        const LSTATUS result = RegDeleteTreeW(key_, path.c_str());
+        const LSTATUS result = RegDeleteTreeW(mKey, path.c_str());
         if (result != ERROR_FILE_NOT_FOUND && result != ERROR_PATH_NOT_FOUND) {
             CheckRegistry(result);
         }
@@ -81,7 +81,7 @@ class ClassesKey {
     void DeleteWhenEmpty(const std::wstring& path) const {
         DWORD children = 0;
         HKEY found = nullptr;
-        if (RegOpenKeyExW(key_, path.c_str(), 0, KEY_READ | view_, &found) != ERROR_SUCCESS) {
+        if (RegOpenKeyExW(mKey, path.c_str(), 0, KEY_READ | mView, &found) != ERROR_SUCCESS) {
             return;
         }
         const LSTATUS result = RegQueryInfoKeyW(found, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr,
@@ -93,8 +93,8 @@ class ClassesKey {
     }
 
   private:
-    HKEY key_ = nullptr;
-    REGSAM view_;
+    HKEY mKey = nullptr;
+    REGSAM mView;
 };
 
 // Whether the DLL of the other width has the class registered: it shares the programmatic identifier with us.
@@ -205,7 +205,7 @@ void RemoveEverything(HKEY root) {
 
 HRESULT Registration::Register() const noexcept {
     const HRESULT status = Guarded(IID_NULL, L"", [this] {
-        const ClassesKey classes(root_);
+        const ClassesKey classes(mRoot);
         const TypeLibraryKeys keys;
         const ComPtr<ITypeLib> library = ComponentTypeLibrary();
         for (const ClassEntry& entry : ThisComponent().classes) {
@@ -221,7 +221,7 @@ HRESULT Registration::Register() const noexcept {
 }
 
 HRESULT Registration::Unregister() const noexcept {
-    return Guarded(IID_NULL, L"", [this] { RemoveEverything(root_); });
+    return Guarded(IID_NULL, L"", [this] { RemoveEverything(mRoot); });
 }
 
 }  // namespace v5

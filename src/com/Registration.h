@@ -21,9 +21,9 @@ class Registration {
     HRESULT Unregister() const noexcept;
 
   private:
-    explicit Registration(HKEY root) : root_(root) {}
+    explicit Registration(HKEY root) : mRoot(root) {}
 
-    HKEY root_;
+    HKEY mRoot;
 };
 
 }  // namespace v5

@@ -33,9 +33,9 @@ class SimpleObject : public Interface {
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++mReferences; }
     STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = --references_;
+        const ULONG left = --mReferences;
         if (left == 0) {
             delete this;
         }
@@ -50,7 +50,7 @@ class SimpleObject : public Interface {
     virtual bool AnswersTo(REFIID) const { return false; }
 
   private:
-    std::atomic<ULONG> references_ = 1;
+    std::atomic<ULONG> mReferences = 1;
 };
 
 // The base of an enumerator over a list that does not change: all but the copying of items and Clone.
@@ -61,39 +61,39 @@ class SimpleEnumerator : public SimpleObject<Interface> {
         if (items == nullptr || (fetched == nullptr && wanted != 1)) {
             return E_POINTER;
         }
-        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, items_.size() - next_));
-        const HRESULT status = CopyOut(items_.data() + next_, given, items);
+        const auto given = static_cast<ULONG>(std::min<size_t>(wanted, mItems.size() - mNext));
+        const HRESULT status = CopyOut(mItems.data() + mNext, given, items);
         if (FAILED(status)) {
             return status;
         }
-        next_ += given;
+        mNext += given;
         if (fetched != nullptr) {
             *fetched = given;
         }
         return given == wanted ? S_OK : S_FALSE;
     }
     STDMETHODIMP Skip(ULONG count) override {
-        const size_t skipped = std::min<size_t>(count, items_.size() - next_);
-        next_ += skipped;
+        const size_t skipped = std::min<size_t>(count, mItems.size() - mNext);
+        mNext += skipped;
         return skipped == count ? S_OK : S_FALSE;
     }
     STDMETHODIMP Reset() override {
-        next_ = 0;
+        mNext = 0;
         return S_OK;
     }
 
   protected:
-    SimpleEnumerator(std::vector<Stored> items, size_t next) : items_(std::move(items)), next_(next) {}
+    SimpleEnumerator(std::vector<Stored> items, size_t next) : mItems(std::move(items)), mNext(next) {}
 
     // Gives the client `count` items; all or, on failure, none.
     virtual HRESULT CopyOut(const Stored* from, ULONG count, Item* to) = 0;
 
-    const std::vector<Stored>& Items() const { return items_; }
-    size_t Position() const { return next_; }
+    const std::vector<Stored>& Items() const { return mItems; }
+    size_t Position() const { return mNext; }
 
   private:
-    std::vector<Stored> items_;
-    size_t next_;
+    std::vector<Stored> mItems;
+    size_t mNext;
 };
 
 }  // namespace v5

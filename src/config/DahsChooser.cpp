@@ -10,8 +10,8 @@ namespace v5 {
 namespace {
 
 std::wstring RowText(const DahsEntry& entry) {
-    std::wstring text = entry.siteId;
-    if (!entry.description.empty() && !EqualsIgnoreCase(entry.description, entry.siteId)) {
+    std::wstring text = entry.siteID;
+    if (!entry.description.empty() && !EqualsIgnoreCase(entry.description, entry.siteID)) {
         text += L" - " + entry.description;
     }
     if (entry.role == RedundantDasRole::kPrimary) {
@@ -40,32 +40,32 @@ DahsChooser::DahsChooser(const DahsEntryList& entries, bool allowSecondary, bool
         const bool isSecondary = entry->role == RedundantDasRole::kSecondary;
         const bool refusedAsSecondary = isSecondary && !allowSecondary;
         const bool refusedAsRemote = !allowRemote && isRemote(*entry);
-        leftOutSecondary_ += refusedAsSecondary ? 1 : 0;
-        leftOutRemote_ += refusedAsRemote ? 1 : 0;
+        mLeftOutSecondary += refusedAsSecondary ? 1 : 0;
+        mLeftOutRemote += refusedAsRemote ? 1 : 0;
         if (!refusedAsSecondary && !refusedAsRemote) {
-            rows_.push_back({entry->dahsId, RowText(*entry), isSecondary});
+            mRows.push_back({entry->dahsID, RowText(*entry), isSecondary});
         }
     }
 }
 
 std::optional<size_t> DahsChooser::FirstChoice() const {
-    return FindRow(rows_, [](const DahsChooserRow& row) { return !row.isSecondary; });
+    return FindRow(mRows, [](const DahsChooserRow& row) { return !row.isSecondary; });
 }
 
-std::optional<size_t> DahsChooser::RowOf(std::int32_t dahsId) const {
-    return FindRow(rows_, [dahsId](const DahsChooserRow& row) { return row.dahsId == dahsId; });
+std::optional<size_t> DahsChooser::RowOf(std::int32_t dahsID) const {
+    return FindRow(mRows, [dahsID](const DahsChooserRow& row) { return row.dahsID == dahsID; });
 }
 
 std::wstring DahsChooser::EmptyListMessage() const {
-    if (!rows_.empty() || leftOutSecondary_ + leftOutRemote_ == 0) {
+    if (!mRows.empty() || mLeftOutSecondary + mLeftOutRemote == 0) {
         return L"";
     }
     std::wstring message = L"No DAHS entries are available to choose from.";
-    if (leftOutSecondary_ > 0) {
-        message += Counted(L"$COUNT$ secondary DASes cannot be included in the list.", leftOutSecondary_);
+    if (mLeftOutSecondary > 0) {
+        message += Counted(L"$COUNT$ secondary DASes cannot be included in the list.", mLeftOutSecondary);
     }
-    if (leftOutRemote_ > 0) {
-        message += Counted(L"$COUNT$ remote DASes cannot be included in the list.", leftOutRemote_);
+    if (mLeftOutRemote > 0) {
+        message += Counted(L"$COUNT$ remote DASes cannot be included in the list.", mLeftOutRemote);
     }
     return message;
 }

@@ -13,7 +13,7 @@
 namespace v5 {
 
 struct DahsChooserRow {
-    std::int32_t dahsId = 0;
+    std::int32_t dahsID = 0;
     std::wstring text;
     bool isSecondary = false;  // drawn in grey, and never selected by the dialog itself
 };
@@ -29,22 +29,22 @@ class DahsChooser {
     // The choice among nothing, for a site that cannot be read.
     DahsChooser() = default;
 
-    const std::vector<DahsChooserRow>& Rows() const { return rows_; }
+    const std::vector<DahsChooserRow>& Rows() const { return mRows; }
 
     // The row that is selected at first: the first that is not grey; nullopt when all are.
     std::optional<size_t> FirstChoice() const;
 
     // The row of an entry; nullopt when it is not offered.
-    std::optional<size_t> RowOf(std::int32_t dahsId) const;
+    std::optional<size_t> RowOf(std::int32_t dahsID) const;
 
     // What to tell the user before an empty list is shown: how many entries were left out, and why. Empty when there
     // are rows, or when nothing was left out.
     std::wstring EmptyListMessage() const;
 
   private:
-    std::vector<DahsChooserRow> rows_;
-    int leftOutSecondary_ = 0;
-    int leftOutRemote_ = 0;
+    std::vector<DahsChooserRow> mRows;
+    int mLeftOutSecondary = 0;
+    int mLeftOutRemote = 0;
 };
 
 }  // namespace v5

@@ -60,13 +60,13 @@ ImageListHandle CreateImages(int size) {
 class DahsChooserForm final : public ModalForm {
   public:
     DahsChooserForm(const DahsChooser& chooser, std::int32_t initialDahsId)
-        : ModalForm(kTitle), chooser_(chooser), selected_(chooser.RowOf(initialDahsId)) {
-        if (!selected_) {
-            selected_ = chooser.FirstChoice();
+        : ModalForm(kTitle), mChooser(chooser), mSelected(chooser.RowOf(initialDahsId)) {
+        if (!mSelected) {
+            mSelected = chooser.FirstChoice();
         }
     }
 
-    DahsChoice Result() const { return {cancelled_, selected_ ? chooser_.Rows()[*selected_].dahsId : 0}; }
+    DahsChoice Result() const { return {mCancelled, mSelected ? mChooser.Rows()[*mSelected].dahsID : 0}; }
 
   protected:
     void CreateControls() override {
@@ -76,19 +76,19 @@ class DahsChooserForm final : public ModalForm {
         column.mask = LVCF_TEXT;
         column.pszText = const_cast<wchar_t*>(L"DAHS");
         SendMessageW(List(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
-        for (size_t row = 0; row < chooser_.Rows().size(); ++row) {
+        for (size_t row = 0; row < mChooser.Rows().size(); ++row) {
             LVITEMW item{};
             item.mask = LVIF_TEXT | LVIF_IMAGE;
             item.iItem = static_cast<int>(row);
-            item.pszText = const_cast<wchar_t*>(chooser_.Rows()[row].text.c_str());
+            item.pszText = const_cast<wchar_t*>(mChooser.Rows()[row].text.c_str());
             SendMessageW(List(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
         }
     }
 
     SIZE LayOut() override {
         using namespace units;
-        images_ = CreateImages(FromTwips(kSmallIcon));
-        SendMessageW(List(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.get()));
+        mImages = CreateImages(FromTwips(kSmallIcon));
+        SendMessageW(List(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(mImages.get()));
         Place(ids::kDahsList, UnitRect{kMargin, kMargin, kNarrowest, kNarrowest});  // its heading gets its height
         const RECT list = ListPlace();
         Place(ids::kDahsList, list);
@@ -104,8 +104,8 @@ class DahsChooserForm final : public ModalForm {
 
     void OnOpening() override {
         FocusOn(List());
-        if (selected_) {
-            Select(*selected_);
+        if (mSelected) {
+            Select(*mSelected);
         }
     }
 
@@ -148,7 +148,7 @@ class DahsChooserForm final : public ModalForm {
     // As wide as the widest row and as high as all rows, within limits.
     RECT ListPlace() const {
         LONG width = 0;
-        for (const DahsChooserRow& row : chooser_.Rows()) {
+        for (const DahsChooserRow& row : mChooser.Rows()) {
             width = std::max(width, Measure(row.text).cx);
         }
         const int around = FromTwips(kSmallIcon) + GetSystemMetrics(SM_CXVSCROLL) + UnitsX(units::kMargin);
@@ -164,7 +164,7 @@ class DahsChooserForm final : public ModalForm {
         GetWindowRect(header, &heading);
         RECT row{LVIR_BOUNDS, 0, 0, Measure(L"X").cy};
         SendMessageW(List(), LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
-        const int rows = std::clamp(static_cast<int>(chooser_.Rows().size()), kFewestRows, kMostRows);
+        const int rows = std::clamp(static_cast<int>(mChooser.Rows().size()), kFewestRows, kMostRows);
         return heading.bottom - heading.top + rows * (row.bottom - row.top) + 2 * GetSystemMetrics(SM_CYEDGE);
     }
 
@@ -188,13 +188,13 @@ class DahsChooserForm final : public ModalForm {
     }
 
     void Accept() {
-        selected_ = SelectedRow();
-        if (!chooser_.Rows().empty() && !selected_) {
+        mSelected = SelectedRow();
+        if (!mChooser.Rows().empty() && !mSelected) {
             Report(L"Please choose a DAHS.");
             FocusOn(List());
             return;
         }
-        cancelled_ = false;
+        mCancelled = false;
         Close();
     }
 
@@ -202,16 +202,16 @@ class DahsChooserForm final : public ModalForm {
         if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
             return CDRF_NOTIFYITEMDRAW;
         }
-        if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && chooser_.Rows()[draw.nmcd.dwItemSpec].isSecondary) {
+        if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && mChooser.Rows()[draw.nmcd.dwItemSpec].isSecondary) {
             draw.clrText = kGrey;
         }
         return CDRF_DODEFAULT;
     }
 
-    const DahsChooser& chooser_;
-    std::optional<size_t> selected_;
-    ImageListHandle images_;
-    bool cancelled_ = true;  // until the user says OK
+    const DahsChooser& mChooser;
+    std::optional<size_t> mSelected;
+    ImageListHandle mImages;
+    bool mCancelled = true;  // until the user says OK
 };
 
 DahsChooser ReadChooser(const DahsChooserSettings& settings, SiteHost& host) {

@@ -17,7 +17,7 @@ struct DahsChooserSettings {
 
 struct DahsChoice {
     bool cancelled = true;
-    std::int32_t dahsId = 0;  // of the selected row; 0 when none is
+    std::int32_t dahsID = 0;  // of the selected row; 0 when none is
 };
 
 // Reads the site file through `host` as it is now and shows the dialog modally. A site that cannot be read, or has

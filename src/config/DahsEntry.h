@@ -40,8 +40,8 @@ constexpr ConnectionForm ConnectionFormFor(bool noninteractive, bool dotNet) {
 }
 
 struct DahsEntry {
-    std::int32_t dahsId = 0;  // the N of the section; 0: none
-    std::wstring siteId;      // upper case
+    std::int32_t dahsID = 0;  // the N of the section; 0: none
+    std::wstring siteID;      // upper case
     std::wstring languageId;
     std::wstring computerName;
     std::wstring description;

@@ -10,11 +10,11 @@ std::int32_t DahsEntryList::CountOfNonSecondary() const {
 }
 
 DahsEntryPtr DahsEntryList::At(std::int64_t position) const {
-    return position >= 0 && position < Count() ? entries_[static_cast<size_t>(position)] : nullptr;
+    return position >= 0 && position < Count() ? mEntries[static_cast<size_t>(position)] : nullptr;
 }
 
-DahsEntryPtr DahsEntryList::Find(std::int32_t dahsId) const {
-    const auto found = std::find_if(begin(), end(), [&](const DahsEntryPtr& entry) { return entry->dahsId == dahsId; });
+DahsEntryPtr DahsEntryList::Find(std::int32_t dahsID) const {
+    const auto found = std::find_if(begin(), end(), [&](const DahsEntryPtr& entry) { return entry->dahsID == dahsID; });
     return found == end() ? nullptr : *found;
 }
 

@@ -14,20 +14,20 @@ using DahsEntryPtr = std::shared_ptr<const DahsEntry>;
 
 class DahsEntryList {
   public:
-    void Add(DahsEntry entry) { entries_.push_back(std::make_shared<const DahsEntry>(std::move(entry))); }
+    void Add(DahsEntry entry) { mEntries.push_back(std::make_shared<const DahsEntry>(std::move(entry))); }
 
-    std::int32_t Count() const { return static_cast<std::int32_t>(entries_.size()); }
+    std::int32_t Count() const { return static_cast<std::int32_t>(mEntries.size()); }
     std::int32_t CountOfNonSecondary() const;
 
     // The entry at a 0-based position, or the entry with an identifier; null when there is none.
     DahsEntryPtr At(std::int64_t position) const;
-    DahsEntryPtr Find(std::int32_t dahsId) const;
+    DahsEntryPtr Find(std::int32_t dahsID) const;
 
-    auto begin() const { return entries_.begin(); }
-    auto end() const { return entries_.end(); }
+    auto begin() const { return mEntries.begin(); }
+    auto end() const { return mEntries.end(); }
 
   private:
-    std::vector<DahsEntryPtr> entries_;
+    std::vector<DahsEntryPtr> mEntries;
 };
 
 }  // namespace v5

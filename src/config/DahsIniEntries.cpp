@@ -19,8 +19,8 @@ ComPtr<DahsIniEntry> AtPosition(const DahsEntryList& list, std::int64_t position
 }
 
 // The entry with an identifier; raises what the run-time's collections raise for an unknown key.
-ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahsId) {
-    const DahsEntryPtr entry = list.Find(dahsId);
+ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahsID) {
+    const DahsEntryPtr entry = list.Find(dahsID);
     if (!entry) {
         throw AutomationError::RunTime(5, L"Invalid procedure call or argument");
     }
@@ -31,18 +31,18 @@ ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahsId) 
 
 STDMETHODIMP DahsIniEntries::Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) {
     return Return(result, [&] {
-        return ToBool(isDahsId) ? WithDahsId(*list_, index1) : AtPosition(*list_, std::int64_t{index1} - 1);
+        return ToBool(isDahsId) ? WithDahsId(*mList, index1) : AtPosition(*mList, std::int64_t{index1} - 1);
     });
 }
 
 STDMETHODIMP DahsIniEntries::Item0(long index0, _DahsIniEntry** result) {
-    return Return(result, [&] { return AtPosition(*list_, index0); });
+    return Return(result, [&] { return AtPosition(*mList, index0); });
 }
 
 STDMETHODIMP DahsIniEntries::NewEnum(IUnknown** result) {
     return Return(result, [&] {
         std::vector<ComPtr<IDispatch>> objects;
-        for (const DahsEntryPtr& entry : *list_) {
+        for (const DahsEntryPtr& entry : *mList) {
             objects.emplace_back(MakeObject<DahsIniEntry>(entry));
         }
         return NewEnumerator(objects);

@@ -15,20 +15,20 @@ class DahsIniEntries final : public AutomationObject<DahsIniEntries, _DahsIniEnt
     static constexpr wchar_t kProgId[] = L"V5Strings.DahsIniEntries";
 
     explicit DahsIniEntries(std::shared_ptr<const DahsEntryList> list = std::make_shared<const DahsEntryList>())
-        : list_(std::move(list)) {}
+        : mList(std::move(list)) {}
 
     STDMETHODIMP get_Count(long* result) override {
-        return Return(result, [&] { return list_->Count(); });
+        return Return(result, [&] { return mList->Count(); });
     }
     STDMETHODIMP get_CountOfNonSecondaryDahsEntries(long* result) override {
-        return Return(result, [&] { return list_->CountOfNonSecondary(); });
+        return Return(result, [&] { return mList->CountOfNonSecondary(); });
     }
     STDMETHODIMP Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) override;
     STDMETHODIMP Item0(long index0, _DahsIniEntry** result) override;
     STDMETHODIMP NewEnum(IUnknown** result) override;
 
   private:
-    const std::shared_ptr<const DahsEntryList> list_;
+    const std::shared_ptr<const DahsEntryList> mList;
 };
 
 }  // namespace v5

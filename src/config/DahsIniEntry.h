@@ -14,54 +14,54 @@ class DahsIniEntry final : public AutomationObject<DahsIniEntry, _DahsIniEntry, 
   public:
     static constexpr wchar_t kProgId[] = L"V5Strings.DahsIniEntry";
 
-    explicit DahsIniEntry(DahsEntryPtr entry = std::make_shared<const DahsEntry>()) : entry_(std::move(entry)) {}
+    explicit DahsIniEntry(DahsEntryPtr entry = std::make_shared<const DahsEntry>()) : mEntry(std::move(entry)) {}
 
     STDMETHODIMP get_DahsID(long* result) override {
-        return Return(result, [&] { return entry_->dahsId; });
+        return Return(result, [&] { return mEntry->dahsID; });
     }
-    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, entry_->siteId); }
-    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, entry_->languageId); }
-    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, entry_->computerName); }
-    STDMETHODIMP get_DahsDescription(BSTR* result) override { return Text(result, entry_->description); }
+    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, mEntry->siteID); }
+    STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, mEntry->languageId); }
+    STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, mEntry->computerName); }
+    STDMETHODIMP get_DahsDescription(BSTR* result) override { return Text(result, mEntry->description); }
     STDMETHODIMP get_HDREnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->hdrEnabled; });
+        return Return(result, [&] { return mEntry->hdrEnabled; });
     }
     STDMETHODIMP get_AutoOutputEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->AutoOutputEnabled(); });
+        return Return(result, [&] { return mEntry->AutoOutputEnabled(); });
     }
     STDMETHODIMP get_AutoOutputEnabledEx(AutoOutputEnabledExEnum* result) override {
-        return Return(result, [&] { return entry_->autoOutput; });
+        return Return(result, [&] { return mEntry->autoOutput; });
     }
     STDMETHODIMP get_AutoOutputEnabledExRedundantDasTimeout(long* result) override {
-        return Return(result, [&] { return entry_->autoOutputTimeout; });
+        return Return(result, [&] { return mEntry->autoOutputTimeout; });
     }
     STDMETHODIMP get_ExtraTraceMsgsEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->extraTraceMsgsEnabled; });
+        return Return(result, [&] { return mEntry->extraTraceMsgsEnabled; });
     }
     STDMETHODIMP get_LogFlushEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->logFlushEnabled; });
+        return Return(result, [&] { return mEntry->logFlushEnabled; });
     }
-    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, entry_->reportsUrl); }
-    STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, entry_->vantorDir); }
-    STDMETHODIMP get_VantorLogsDir(BSTR* result) override { return Text(result, entry_->logsDir); }
-    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, entry_->primaryBackupDir); }
+    STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, mEntry->reportsUrl); }
+    STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, mEntry->vantorDir); }
+    STDMETHODIMP get_VantorLogsDir(BSTR* result) override { return Text(result, mEntry->logsDir); }
+    STDMETHODIMP get_PrimaryBackupDir(BSTR* result) override { return Text(result, mEntry->primaryBackupDir); }
     STDMETHODIMP get_IsRemote(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return !host_.IsLocalComputer(entry_->computerName); });
+        return Return(result, [&] { return !mHost.IsLocalComputer(mEntry->computerName); });
     }
     STDMETHODIMP get_RedundantDasRole(RedundantDasRoleEnum* result) override {
-        return Return(result, [&] { return entry_->role; });
+        return Return(result, [&] { return mEntry->role; });
     }
     STDMETHODIMP get_RedundantDasSyncStagingEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->syncStagingEnabled; });
+        return Return(result, [&] { return mEntry->syncStagingEnabled; });
     }
     STDMETHODIMP get_RedundantDasSyncCompareEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->syncCompareEnabled; });
+        return Return(result, [&] { return mEntry->syncCompareEnabled; });
     }
     STDMETHODIMP get_RedundantDASSyncMergeEnabled(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return entry_->syncMergeEnabled; });
+        return Return(result, [&] { return mEntry->syncMergeEnabled; });
     }
     STDMETHODIMP get_DRCurrentHealthTimeouts(BSTR* result) override {
-        return Text(result, entry_->drCurrentHealthTimeouts);
+        return Text(result, mEntry->drCurrentHealthTimeouts);
     }
 
     STDMETHODIMP get_SqlConnectionString_Alarms(BSTR* result) override {
@@ -151,14 +151,14 @@ class DahsIniEntry final : public AutomationObject<DahsIniEntry, _DahsIniEntry, 
         return Return(result, [&] { return std::wstring_view(text); });
     }
     HRESULT Connection(BSTR* result, ConnectionForm form, Database database) {
-        return Text(result, entry_->Connections(form)[static_cast<size_t>(database)]);
+        return Text(result, mEntry->Connections(form)[static_cast<size_t>(database)]);
     }
     HRESULT Mask(long* result, AppCategory category) {
-        return Return(result, [&] { return entry_->affinityMasks[static_cast<size_t>(category)]; });
+        return Return(result, [&] { return mEntry->affinityMasks[static_cast<size_t>(category)]; });
     }
 
-    const DahsEntryPtr entry_;
-    const WindowsSiteHost host_;
+    const DahsEntryPtr mEntry;
+    const WindowsSiteHost mHost;
 };
 
 }  // namespace v5

@@ -13,18 +13,18 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
   public:
     static constexpr wchar_t kProgId[] = L"V5Strings.DahsIniMain";
 
-    DahsIniMain() : site_(host_), entries_(MakeObject<DahsIniEntries>(site_.Entries())) {}
+    DahsIniMain() : mSite(mHost), mEntries(MakeObject<DahsIniEntries>(mSite.Entries())) {}
 
     STDMETHODIMP get_Problems(VARIANT* result) override;
-    STDMETHODIMP get_ActualVantorINI(BSTR* result) override { return Text(result, site_.FilePath()); }
+    STDMETHODIMP get_ActualVantorINI(BSTR* result) override { return Text(result, mSite.FilePath()); }
     STDMETHODIMP get_SelectedDahsIsRemote(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return site_.Current().isRemote; });
+        return Return(result, [&] { return mSite.Current().isRemote; });
     }
     STDMETHODIMP get_DahsEntries(_DahsIniEntries** result) override {
-        return Return(result, [&] { return entries_; });
+        return Return(result, [&] { return mEntries; });
     }
     STDMETHODIMP get_AreMultipleDahsDefined(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return site_.HasEntriesFromFile(); });
+        return Return(result, [&] { return mSite.HasEntriesFromFile(); });
     }
 
     STDMETHODIMP ReadVantorINI(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL* result) override {
@@ -40,29 +40,29 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     }
     STDMETHODIMP ReadVantorINI4(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
                                 VARIANT_BOOL dotNet, DahsEntryOptionsEnum option, VARIANT_BOOL* result) override;
-    STDMETHODIMP ChooseDahs(long dahsId, VARIANT_BOOL* result) override {
-        return ChooseDahs2(dahsId, VARIANT_FALSE, result);
+    STDMETHODIMP ChooseDahs(long dahsID, VARIANT_BOOL* result) override {
+        return ChooseDahs2(dahsID, VARIANT_FALSE, result);
     }
-    STDMETHODIMP ChooseDahs2(long dahsId, VARIANT_BOOL noninteractive, VARIANT_BOOL* result) override {
-        return ChooseDahs3(dahsId, noninteractive, VARIANT_FALSE, result);
+    STDMETHODIMP ChooseDahs2(long dahsID, VARIANT_BOOL noninteractive, VARIANT_BOOL* result) override {
+        return ChooseDahs3(dahsID, noninteractive, VARIANT_FALSE, result);
     }
-    STDMETHODIMP ChooseDahs3(long dahsId, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
+    STDMETHODIMP ChooseDahs3(long dahsID, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
                              VARIANT_BOOL* result) override;
-    STDMETHODIMP ChooseDahs4(BSTR siteId, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
+    STDMETHODIMP ChooseDahs4(BSTR siteID, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
                              VARIANT_BOOL* result) override;
-    STDMETHODIMP SetupWithOneForcedDahsEntry(BSTR siteId, VARIANT_BOOL* result) override;
-    STDMETHODIMP FindRedundantDasIDs(BSTR siteId, long initialDasId, long* primaryDasId, long* secondaryDasId) override;
-    STDMETHODIMP GetDahsIDForSiteID(BSTR siteId, long* result) override;
+    STDMETHODIMP SetupWithOneForcedDahsEntry(BSTR siteID, VARIANT_BOOL* result) override;
+    STDMETHODIMP FindRedundantDasIDs(BSTR siteID, long initialDasID, long* primaryDasID, long* secondaryDasID) override;
+    STDMETHODIMP GetDahsIDForSiteID(BSTR siteID, long* result) override;
     STDMETHODIMP GetDahsIDForComputerName(BSTR computerName, VARIANT_BOOL preferPrimaryDas, long* result) override;
 
     STDMETHODIMP get_DahsID(long* result) override {
-        return Return(result, [&] { return Entry().dahsId; });
+        return Return(result, [&] { return Entry().dahsID; });
     }
-    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, Entry().siteId); }
+    STDMETHODIMP get_SiteID(BSTR* result) override { return Text(result, Entry().siteID); }
     STDMETHODIMP get_LanguageID(BSTR* result) override { return Text(result, Entry().languageId); }
     STDMETHODIMP get_DahsComputerName(BSTR* result) override { return Text(result, Entry().computerName); }
     STDMETHODIMP get_DahsDescription(BSTR* result) override { return Text(result, Entry().description); }
-    STDMETHODIMP get_LocalComputerName(BSTR* result) override { return Text(result, site_.LocalComputerName()); }
+    STDMETHODIMP get_LocalComputerName(BSTR* result) override { return Text(result, mSite.LocalComputerName()); }
     STDMETHODIMP get_HDREnabled(VARIANT_BOOL* result) override {
         return Return(result, [&] { return Entry().hdrEnabled; });
     }
@@ -101,7 +101,7 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     }
     STDMETHODIMP get_ReportsURL(BSTR* result) override { return Text(result, Entry().reportsUrl); }
     STDMETHODIMP get_MustUseReportsURL(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return site_.Current().MustUseReportsUrl(); });
+        return Return(result, [&] { return mSite.Current().MustUseReportsUrl(); });
     }
 
     STDMETHODIMP get_VantorDir(BSTR* result) override { return Text(result, Folders().vantor); }
@@ -115,7 +115,7 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     STDMETHODIMP get_SecondaryBackupDir(BSTR* result) override { return Text(result, Folders().secondaryBackup); }
     STDMETHODIMP get_TempDir(BSTR* result) override { return Text(result, Folders().temp); }
     STDMETHODIMP get_PadepReportDir(BSTR* result) override {
-        return Return(result, [&] { return site_.Current().PadepReportDir(); });
+        return Return(result, [&] { return mSite.Current().PadepReportDir(); });
     }
 
     STDMETHODIMP get_SqlConnectionString_Alarms(BSTR* result) override { return Connection(result, Database::kAlarms); }
@@ -132,18 +132,18 @@ class DahsIniMain final : public AutomationObject<DahsIniMain, _DahsIniMain, ::D
     STDMETHODIMP GetInfoArray(long extraArrayEntries, VARIANT* result) override;
 
   private:
-    const DahsEntry& Entry() const { return *site_.Current().entry; }
-    const DahsFolders& Folders() const { return site_.Current().folders; }
+    const DahsEntry& Entry() const { return *mSite.Current().entry; }
+    const DahsFolders& Folders() const { return mSite.Current().folders; }
     HRESULT Text(BSTR* result, const std::wstring& text) {
         return Return(result, [&] { return std::wstring_view(text); });
     }
     HRESULT Connection(BSTR* result, Database database) {
-        return Text(result, site_.Current().connections[static_cast<size_t>(database)]);
+        return Text(result, mSite.Current().connections[static_cast<size_t>(database)]);
     }
 
-    WindowsSiteHost host_;
-    Site site_;
-    const ComPtr<DahsIniEntries> entries_;
+    WindowsSiteHost mHost;
+    Site mSite;
+    const ComPtr<DahsIniEntries> mEntries;
 };
 
 }  // namespace v5

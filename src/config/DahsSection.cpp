@@ -156,12 +156,12 @@ std::array<std::int32_t, kAppCategoryCount> ReadAffinityMasks(const IniFile& fil
 // Reads and judges one section.
 class DahsSectionReader {
   public:
-    DahsSectionReader(const IniFile& file, std::int32_t dahsId, const std::wstring& path, BlankConnections option,
+    DahsSectionReader(const IniFile& file, std::int32_t dahsID, const std::wstring& path, BlankConnections option,
                       std::vector<std::wstring>& problems)
-        : file_(file), path_(path), option_(option), problems_(problems) {
+        : mFile(file), mPath(path), mOption(option), mProblems(problems) {
         static const IniNames keys(kKeyNames);
-        file.ReadSection(static_cast<size_t>(dahsId) - 1, keys, values_);
-        entry_.dahsId = dahsId;
+        file.ReadSection(static_cast<size_t>(dahsID) - 1, keys, mValues);
+        mEntry.dahsID = dahsID;
     }
 
     // The entry, or nullopt when there is no such section or its entry cannot be used.
@@ -175,12 +175,12 @@ class DahsSectionReader {
         ReadOleDbConnections();
         ReadDotNetConnections();
         ReadBackupDir();
-        return Judge() ? std::optional<DahsEntry>(std::move(entry_)) : std::nullopt;
+        return Judge() ? std::optional<DahsEntry>(std::move(mEntry)) : std::nullopt;
     }
 
   private:
     std::wstring Value(size_t key) const {
-        std::wstring value = file_.Decode(values_[key]);
+        std::wstring value = mFile.Decode(mValues[key]);
         const std::wstring_view trimmed = Trim(value);
         return trimmed.size() == value.size() ? std::move(value) : std::wstring(trimmed);
     }
@@ -189,7 +189,7 @@ class DahsSectionReader {
     // the computer name.
     void Report(std::wstring_view text) {
         const std::pair<std::wstring_view, std::wstring> words[] = {
-            {L"$file$", path_}, {L"$n$", std::to_wstring(entry_.dahsId)}, {L"$name$", entry_.computerName}};
+            {L"$file$", mPath}, {L"$n$", std::to_wstring(mEntry.dahsID)}, {L"$name$", mEntry.computerName}};
         std::wstring message;
         while (!text.empty()) {
             const auto word = std::find_if(std::begin(words), std::end(words),
@@ -197,7 +197,7 @@ class DahsSectionReader {
             message += word == std::end(words) ? std::wstring(1, text.front()) : word->second;
             text.remove_prefix(word == std::end(words) ? 1 : word->first.size());
         }
-        problems_.push_back(std::move(message));
+        mProblems.push_back(std::move(message));
     }
 
     void ReportMissing(std::wstring_view tag, size_t key, std::wstring_view detail = {}) {
@@ -212,29 +212,29 @@ class DahsSectionReader {
 
     // False when the section does not exist.
     bool ReadIdentity() {
-        entry_.siteId = ToUpper(Value(kSiteId));
-        if (entry_.siteId.empty()) {
+        mEntry.siteID = ToUpper(Value(kSiteId));
+        if (mEntry.siteID.empty()) {
             return false;
         }
-        if (IsNumeric(entry_.siteId)) {
+        if (IsNumeric(mEntry.siteID)) {
             ReportMissing(L"STR-084", kSiteId, L"may not be a number");
-            valid_ = false;
+            mValid = false;
         }
-        entry_.languageId = Value(kLanguageId);
+        mEntry.languageId = Value(kLanguageId);
         ReadComputerName();
-        entry_.description = Value(kDescription);
-        if (EqualsIgnoreCase(entry_.description, L"{optional DAHS description}")) {
-            entry_.description.clear();
+        mEntry.description = Value(kDescription);
+        if (EqualsIgnoreCase(mEntry.description, L"{optional DAHS description}")) {
+            mEntry.description.clear();
         }
         return true;
     }
 
     void ReadComputerName() {
-        entry_.computerName = Value(kComputerName);
-        const std::wstring& name = entry_.computerName;
+        mEntry.computerName = Value(kComputerName);
+        const std::wstring& name = mEntry.computerName;
         if (name.empty()) {
             ReportMissing(L"STR-091", kComputerName, L"may not be blank");
-            valid_ = false;
+            mValid = false;
         }
         if (name.size() > kMaxNetBiosName) {
             Report(
@@ -266,26 +266,26 @@ class DahsSectionReader {
     }
 
     void ReadSwitches() {
-        entry_.hdrEnabled = IsOnByDefault(kHdr);
+        mEntry.hdrEnabled = IsOnByDefault(kHdr);
         ReadAutoOutput();
-        entry_.extraTraceMsgsEnabled = IsOnByDefault(kTrace);
-        entry_.logFlushEnabled = IsOnByDefault(kLogFlush);
+        mEntry.extraTraceMsgsEnabled = IsOnByDefault(kTrace);
+        mEntry.logFlushEnabled = IsOnByDefault(kLogFlush);
     }
 
     void ReadAutoOutput() {
-        entry_.autoOutput = AutoOutput::kUnknown;
-        entry_.autoOutputTimeout = 60;
+        mEntry.autoOutput = AutoOutput::kUnknown;
+        mEntry.autoOutputTimeout = 60;
         const std::wstring value = Value(kAutoOutput);
         if (value.empty()) {
             return;
         }
         if (const std::optional<double> number = ParseNumber(value)) {
-            entry_.autoOutput = *number != 0 ? AutoOutput::kEnabled : AutoOutput::kDisabled;
+            mEntry.autoOutput = *number != 0 ? AutoOutput::kEnabled : AutoOutput::kDisabled;
             return;
         }
         const std::vector<std::wstring> parts = Split(value, L',');
         if (const std::optional<AutoOutput> setting = AutoOutputFromWord(parts[0])) {
-            entry_.autoOutput = *setting;
+            mEntry.autoOutput = *setting;
         } else {
             Report(L"STR-0172: '$file$', DAHS $n$: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.");
         }
@@ -293,36 +293,36 @@ class DahsSectionReader {
             return;
         }
         if (IsNumeric(parts[1])) {
-            entry_.autoOutputTimeout = std::max(ToLong(parts[1]).value_or(-1), 0);
+            mEntry.autoOutputTimeout = std::max(ToLong(parts[1]).value_or(-1), 0);
         } else {
             Report(L"STR-0173: '$file$', DAHS $n$: 'AutoOutputEnabled' timeout is not valid. Will use 60.");
         }
     }
 
     void ReadFolders() {
-        entry_.reportsUrl = Value(kReportsUrl);
-        entry_.vantorDir = Value(kVantorDir);
-        if (entry_.vantorDir.empty()) {
+        mEntry.reportsUrl = Value(kReportsUrl);
+        mEntry.vantorDir = Value(kVantorDir);
+        if (mEntry.vantorDir.empty()) {
             ReportMissing(L"STR-085", kVantorDir);
-            valid_ = false;
+            mValid = false;
         }
-        entry_.logsDir = Value(kLogsDir);
-        if (entry_.logsDir.empty() && !entry_.vantorDir.empty()) {
-            entry_.logsDir = entry_.vantorDir + L"\\Logs";
+        mEntry.logsDir = Value(kLogsDir);
+        if (mEntry.logsDir.empty() && !mEntry.vantorDir.empty()) {
+            mEntry.logsDir = mEntry.vantorDir + L"\\Logs";
         }
-        if (entry_.logsDir.empty()) {
+        if (mEntry.logsDir.empty()) {
             ReportMissing(L"STR-142", kLogsDir);
-            valid_ = false;
+            mValid = false;
         }
     }
 
     void ReadRedundancy() {
         ReadRole();
-        entry_.syncStagingEnabled = IsOffByDefault(kSyncStaging);
-        entry_.syncCompareEnabled = IsOffByDefault(kSyncCompare);
-        entry_.syncMergeEnabled = IsOffByDefault(kSyncMerge);
-        entry_.drCurrentHealthTimeouts = Value(kHealthTimeouts);
-        std::erase(entry_.drCurrentHealthTimeouts, L' ');
+        mEntry.syncStagingEnabled = IsOffByDefault(kSyncStaging);
+        mEntry.syncCompareEnabled = IsOffByDefault(kSyncCompare);
+        mEntry.syncMergeEnabled = IsOffByDefault(kSyncMerge);
+        mEntry.drCurrentHealthTimeouts = Value(kHealthTimeouts);
+        std::erase(mEntry.drCurrentHealthTimeouts, L' ');
     }
 
     void ReadRole() {
@@ -331,26 +331,26 @@ class DahsSectionReader {
             return;
         }
         if (const std::optional<RedundantDasRole> role = RoleFromWord(value)) {
-            entry_.role = *role;
+            mEntry.role = *role;
         } else {
             Report(L"STR-0179: '$file$', DAHS $n$: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'.");
         }
         // In these two texts the quote before RedundantDasRole stays open: programs know them so.
-        if (entry_.role == RedundantDasRole::kPrimary && entry_.autoOutput == AutoOutput::kAutoSecondaryDas) {
+        if (mEntry.role == RedundantDasRole::kPrimary && mEntry.autoOutput == AutoOutput::kAutoSecondaryDas) {
             Report(
                 L"STR-0180: '$file$', DAHS $n$: 'RedundantDasRole=PRIMARY is inconsistent with "
                 L"AutoOutputEnabled=AUTOSECONDARY. Will assume 'STANDALONE'.");
-            entry_.role = RedundantDasRole::kStandalone;
-        } else if (entry_.role == RedundantDasRole::kSecondary && entry_.autoOutput == AutoOutput::kAutoPrimaryDas) {
+            mEntry.role = RedundantDasRole::kStandalone;
+        } else if (mEntry.role == RedundantDasRole::kSecondary && mEntry.autoOutput == AutoOutput::kAutoPrimaryDas) {
             Report(
                 L"STR-0181: '$file$', DAHS $n$: 'RedundantDasRole=SECONDARY is inconsistent with "
                 L"AutoOutputEnabled=AUTOPRIMARY. Will assume 'STANDALONE'.");
-            entry_.role = RedundantDasRole::kStandalone;
+            mEntry.role = RedundantDasRole::kStandalone;
         }
     }
 
     std::wstring& Connection(ConnectionForm form, size_t database) {
-        return entry_.connectionStrings[static_cast<size_t>(form)][database];
+        return mEntry.connectionStrings[static_cast<size_t>(form)][database];
     }
     std::wstring ConnectionValue(ConnectionForm form, size_t database) const {
         return Value(kConnections + static_cast<size_t>(form) * kDatabaseCount + database);
@@ -364,7 +364,7 @@ class DahsSectionReader {
                 plain = OstraConnection(Connection(ConnectionForm::kOleDb, static_cast<size_t>(Database::kData)));
             } else if (plain.empty()) {
                 ReportMissing(kBlankConnectionTags[database], kConnections + database);
-                blankConnection_ = true;
+                mBlankConnection = true;
             }
         }
         for (size_t database = 0; database < kDatabaseCount; ++database) {
@@ -392,32 +392,32 @@ class DahsSectionReader {
     }
 
     void ReadBackupDir() {
-        entry_.primaryBackupDir = Value(kBackupDir);
-        if (entry_.primaryBackupDir.empty()) {
+        mEntry.primaryBackupDir = Value(kBackupDir);
+        if (mEntry.primaryBackupDir.empty()) {
             ReportMissing(L"STR-024", kBackupDir);
         }
     }
 
     // Whether the entry can be used.
     bool Judge() {
-        if (blankConnection_ && option_ == BlankConnections::kIgnoreEntry) {
+        if (mBlankConnection && mOption == BlankConnections::kIgnoreEntry) {
             Report(L"STR-0174: DAHS$n$ in '$file$' cannot be used because one or more connection strings are blank");
             return false;
         }
-        if (!valid_) {
+        if (!mValid) {
             Report(L"STR-031: DAHS$n$ in '$file$' cannot be used because one or more entries are invalid");
         }
-        return valid_;
+        return mValid;
     }
 
-    const IniFile& file_;
-    const std::wstring& path_;
-    const BlankConnections option_;
-    std::vector<std::wstring>& problems_;
-    std::array<std::string_view, kKeyCount> values_;
-    DahsEntry entry_;
-    bool valid_ = true;
-    bool blankConnection_ = false;
+    const IniFile& mFile;
+    const std::wstring& mPath;
+    const BlankConnections mOption;
+    std::vector<std::wstring>& mProblems;
+    std::array<std::string_view, kKeyCount> mValues;
+    DahsEntry mEntry;
+    bool mValid = true;
+    bool mBlankConnection = false;
 };
 
 std::vector<std::string> SiteSectionNames() {

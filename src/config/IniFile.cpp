@@ -66,34 +66,34 @@ bool IsAscii(std::string_view bytes) {
 }  // namespace
 
 IniFile::IniFile(std::string bytes, const IniNames& sections, AnsiDecoder decodeAnsi)
-    : bytes_(std::move(bytes)), decodeAnsi_(std::move(decodeAnsi)), sections_(sections.size()) {
-    if (bytes_.starts_with(kUtf16LittleEndianMark)) {
-        bytes_ = Utf8FromUtf16(std::string_view(bytes_).substr(2), ByteOrder::kLittleEndian);
-        isUtf8_ = true;
-    } else if (bytes_.starts_with(kUtf16BigEndianMark)) {
-        bytes_ = Utf8FromUtf16(std::string_view(bytes_).substr(2), ByteOrder::kBigEndian);
-        isUtf8_ = true;
-    } else if (bytes_.starts_with(kUtf8Mark)) {
-        bytes_.erase(0, kUtf8Mark.size());
-        isUtf8_ = true;
+    : mBytes(std::move(bytes)), mDecodeAnsi(std::move(decodeAnsi)), mSections(sections.size()) {
+    if (mBytes.starts_with(kUtf16LittleEndianMark)) {
+        mBytes = Utf8FromUtf16(std::string_view(mBytes).substr(2), ByteOrder::kLittleEndian);
+        mIsUtf8 = true;
+    } else if (mBytes.starts_with(kUtf16BigEndianMark)) {
+        mBytes = Utf8FromUtf16(std::string_view(mBytes).substr(2), ByteOrder::kBigEndian);
+        mIsUtf8 = true;
+    } else if (mBytes.starts_with(kUtf8Mark)) {
+        mBytes.erase(0, kUtf8Mark.size());
+        mIsUtf8 = true;
     }
-    lineEnd_ = bytes_.find('\n') == std::string::npos ? '\r' : '\n';
+    mLineEnd = mBytes.find('\n') == std::string::npos ? '\r' : '\n';
     Index(sections);
 }
 
 void IniFile::Index(const IniNames& sections) {
-    std::string_view rest = bytes_;
+    std::string_view rest = mBytes;
     size_t current = IniNames::kNone;
     const char* begin = nullptr;
     const auto closeSection = [&](const char* end) {
-        if (current != IniNames::kNone && sections_[current].data() == nullptr) {
-            sections_[current] = std::string_view(begin, static_cast<size_t>(end - begin));
+        if (current != IniNames::kNone && mSections[current].data() == nullptr) {
+            mSections[current] = std::string_view(begin, static_cast<size_t>(end - begin));
         }
     };
     while (!rest.empty()) {
         const char* lineStart = rest.data();
         std::string_view name;
-        if (IsHeader(TakeLine(rest, lineEnd_), name)) {
+        if (IsHeader(TakeLine(rest, mLineEnd), name)) {
             closeSection(lineStart);
             current = sections.Find(name);
             begin = rest.data();
@@ -104,9 +104,9 @@ void IniFile::Index(const IniNames& sections) {
 
 void IniFile::ReadSection(size_t section, const IniNames& keys, std::span<std::string_view> values) const {
     std::fill(values.begin(), values.end(), std::string_view());
-    std::string_view rest = sections_[section];
+    std::string_view rest = mSections[section];
     while (!rest.empty()) {
-        const std::string_view line = TakeLine(rest, lineEnd_);
+        const std::string_view line = TakeLine(rest, mLineEnd);
         const size_t equals = line.find('=');
         if (equals == std::string_view::npos || line.front() == ';') {
             continue;
@@ -122,7 +122,7 @@ std::wstring IniFile::Decode(std::string_view value) const {
     if (IsAscii(value)) {
         return {value.begin(), value.end()};
     }
-    return isUtf8_ ? WideFromUtf8(value) : decodeAnsi_(value);
+    return mIsUtf8 ? WideFromUtf8(value) : mDecodeAnsi(value);
 }
 
 }  // namespace v5

@@ -40,11 +40,11 @@ class IniFile {
   private:
     void Index(const IniNames& sections);
 
-    std::string bytes_;
-    char lineEnd_ = '\n';
-    bool isUtf8_ = false;
-    AnsiDecoder decodeAnsi_;
-    std::vector<std::string_view> sections_;  // the lines of each wanted section
+    std::string mBytes;
+    char mLineEnd = '\n';
+    bool mIsUtf8 = false;
+    AnsiDecoder mDecodeAnsi;
+    std::vector<std::string_view> mSections;  // the lines of each wanted section
 };
 
 }  // namespace v5

@@ -34,20 +34,20 @@ size_t Hash(std::string_view name) {
 }  // namespace
 
 IniNames::IniNames(std::span<const std::string_view> names)
-    : names_(names.begin(), names.end()), slots_(std::bit_ceil(names.size() * 4 + 1)) {
-    for (size_t i = 0; i < names_.size(); ++i) {
-        size_t slot = Hash(names_[i]) & (slots_.size() - 1);
-        while (slots_[slot] != 0) {
-            slot = (slot + 1) & (slots_.size() - 1);
+    : mNames(names.begin(), names.end()), mSlots(std::bit_ceil(names.size() * 4 + 1)) {
+    for (size_t i = 0; i < mNames.size(); ++i) {
+        size_t slot = Hash(mNames[i]) & (mSlots.size() - 1);
+        while (mSlots[slot] != 0) {
+            slot = (slot + 1) & (mSlots.size() - 1);
         }
-        slots_[slot] = static_cast<std::uint8_t>(i + 1);
+        mSlots[slot] = static_cast<std::uint8_t>(i + 1);
     }
 }
 
 size_t IniNames::Find(std::string_view name) const {
-    for (size_t slot = Hash(name) & (slots_.size() - 1); slots_[slot] != 0; slot = (slot + 1) & (slots_.size() - 1)) {
-        const size_t position = slots_[slot] - 1u;
-        if (SameName(names_[position], name)) {
+    for (size_t slot = Hash(name) & (mSlots.size() - 1); mSlots[slot] != 0; slot = (slot + 1) & (mSlots.size() - 1)) {
+        const size_t position = mSlots[slot] - 1u;
+        if (SameName(mNames[position], name)) {
             return position;
         }
     }

@@ -15,14 +15,14 @@ class IniNames {
     // `names` are ASCII, all different, at most 255. The texts must outlive this object.
     explicit IniNames(std::span<const std::string_view> names);
 
-    size_t size() const { return names_.size(); }
+    size_t size() const { return mNames.size(); }
 
     // The position of `name` in the list, or kNone.
     size_t Find(std::string_view name) const;
 
   private:
-    std::vector<std::string_view> names_;
-    std::vector<std::uint8_t> slots_;  // position + 1 of the name that hashes here, 0 where there is none
+    std::vector<std::string_view> mNames;
+    std::vector<std::uint8_t> mSlots;  // position + 1 of the name that hashes here, 0 where there is none
 };
 
 }  // namespace v5

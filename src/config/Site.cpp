@@ -55,11 +55,11 @@ bool CurrentDahs::MustUseReportsUrl() const {
 }
 
 bool Site::Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option) {
-    if (isSetUp_) {
+    if (mIsSetUp) {
         Report(L"STR-017: this instance has already been set up");
         return false;
     }
-    isSetUp_ = true;
+    mIsSetUp = true;
     try {
         if (!Locate() || !Parse(option)) {
             return false;
@@ -70,22 +70,22 @@ bool Site::Read(AppCategory category, bool noninteractive, bool dotNet, BlankCon
         return false;
     }
     SetAffinity(category);
-    CreateMissingFolders(current_.folders, host_, problems_);
+    CreateMissingFolders(mCurrent.folders, mHost, mProblems);
     return true;
 }
 
 bool Site::Locate() {
-    const std::wstring start = host_.ExpandEnvironment(kSystemFolderReference);
-    path_ = FindSiteFile(start, host_);
-    if (!path_.empty()) {
-        Report(L"STR-0183: found INI file '" + path_ + L"'");
+    const std::wstring start = mHost.ExpandEnvironment(kSystemFolderReference);
+    mPath = FindSiteFile(start, mHost);
+    if (!mPath.empty()) {
+        Report(L"STR-0183: found INI file '" + mPath + L"'");
         return true;
     }
     Report(L"STR-0184: Could not find Vantor5.INI file in '" + start + L"' or parent folders");
-    const std::wstring libraryFolder = host_.LibraryFolder();
-    path_ = FindSiteFile(libraryFolder, host_);
-    if (!path_.empty()) {
-        Report(L"STR-094: found INI file '" + path_ + L"'");
+    const std::wstring libraryFolder = mHost.LibraryFolder();
+    mPath = FindSiteFile(libraryFolder, mHost);
+    if (!mPath.empty()) {
+        Report(L"STR-094: found INI file '" + mPath + L"'");
         return true;
     }
     Report(L"STR-018: Could not find Vantor5.INI file in '" + libraryFolder + L"' or parent folders");
@@ -95,44 +95,44 @@ bool Site::Locate() {
 bool Site::Parse(BlankConnections option) {
     try {
         std::string bytes;
-        const std::wstring reason = host_.ReadFile(path_, bytes);
+        const std::wstring reason = mHost.ReadFile(mPath, bytes);
         if (!reason.empty()) {
             ReportUnreadable(reason);
             return false;
         }
         const IniFile file(std::move(bytes), SiteSections(),
-                           [this](std::string_view text) { return host_.DecodeAnsi(text); });
-        ReadDahsEntries(file, path_, option, *entries_, problems_);
+                           [this](std::string_view text) { return mHost.DecodeAnsi(text); });
+        ReadDahsEntries(file, mPath, option, *mEntries, mProblems);
     } catch (const std::bad_alloc&) {
         ReportUnreadable(L"it is too large");
         return false;
     }
-    hasEntriesFromFile_ = entries_->Count() > 0;
-    if (!hasEntriesFromFile_) {
-        Report(L"STR-031: no DAHS entries found in '" + path_ + L"'");
+    mHasEntriesFromFile = mEntries->Count() > 0;
+    if (!mHasEntriesFromFile) {
+        Report(L"STR-031: no DAHS entries found in '" + mPath + L"'");
     }
-    return hasEntriesFromFile_;
+    return mHasEntriesFromFile;
 }
 
-bool Site::SetupForced(const std::wstring& siteId) {
-    if (isSetUp_) {
+bool Site::SetupForced(const std::wstring& siteID) {
+    if (mIsSetUp) {
         Report(L"STR-0175: this instance has already been set up");
         return false;
     }
-    isSetUp_ = true;
+    mIsSetUp = true;
     Report(L"STR-0176: This instance can only be used for compile validation");
     Report(L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI");
     DahsEntry entry;
-    entry.dahsId = kForcedDahsId;
-    entry.siteId = siteId;
-    entry.computerName = localComputerName_;
+    entry.dahsID = kForcedDahsId;
+    entry.siteID = siteID;
+    entry.computerName = mLocalComputerName;
     entry.description = L"For compile validation only";
-    entries_->Add(std::move(entry));
+    mEntries->Add(std::move(entry));
     return SelectFirst(false, false);
 }
 
 bool Site::SelectFirst(bool noninteractive, bool dotNet) {
-    const DahsEntryPtr first = entries_->At(0);
+    const DahsEntryPtr first = mEntries->At(0);
     if (first) {
         Select(first, noninteractive, dotNet);
     }
@@ -144,27 +144,27 @@ void Site::Select(const DahsEntryPtr& entry, bool noninteractive, bool dotNet) {
     chosen.entry = entry;
     chosen.isRemote = IsRemote(*entry);
     chosen.connections = entry->Connections(ConnectionFormFor(noninteractive, dotNet));
-    chosen.folders = FoldersOf(*entry, host_);
-    current_ = std::move(chosen);
+    chosen.folders = FoldersOf(*entry, mHost);
+    mCurrent = std::move(chosen);
 }
 
-bool Site::Choose(std::int32_t dahsId, bool noninteractive, bool dotNet) {
-    if (dahsId == 0) {
+bool Site::Choose(std::int32_t dahsID, bool noninteractive, bool dotNet) {
+    if (dahsID == 0) {
         const bool chosen = SelectFirst(noninteractive, dotNet);
         if (!chosen) {
             Report(L"STR-029: no DAHS is defined");
         }
         return chosen;
     }
-    const DahsEntryPtr entry = entries_->Find(dahsId);
+    const DahsEntryPtr entry = mEntries->Find(dahsID);
     if (entry) {
         Select(entry, noninteractive, dotNet);
     }
     return entry != nullptr;
 }
 
-bool Site::ChooseSite(std::wstring_view siteId, bool noninteractive, bool dotNet) {
-    const std::wstring site(Trim(ToUpper(siteId)).substr(0, kMaxSiteIdLength));
+bool Site::ChooseSite(std::wstring_view siteID, bool noninteractive, bool dotNet) {
+    const std::wstring site(Trim(ToUpper(siteID)).substr(0, kMaxSiteIdLength));
     if (site.empty()) {
         const bool chosen = SelectFirst(noninteractive, dotNet);
         if (!chosen) {
@@ -172,8 +172,8 @@ bool Site::ChooseSite(std::wstring_view siteId, bool noninteractive, bool dotNet
         }
         return chosen;
     }
-    for (const DahsEntryPtr& entry : *entries_) {
-        if (entry->siteId == site) {
+    for (const DahsEntryPtr& entry : *mEntries) {
+        if (entry->siteID == site) {
             Select(entry, noninteractive, dotNet);
             return true;
         }
@@ -182,23 +182,23 @@ bool Site::ChooseSite(std::wstring_view siteId, bool noninteractive, bool dotNet
     return false;
 }
 
-RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteId, std::int32_t initialDasId) const {
-    std::wstring site(siteId);
-    if (const DahsEntryPtr initial = initialDasId != 0 ? entries_->Find(initialDasId) : nullptr) {
-        site = initial->siteId;
+RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteID, std::int32_t initialDasID) const {
+    std::wstring site(siteID);
+    if (const DahsEntryPtr initial = initialDasID != 0 ? mEntries->Find(initialDasID) : nullptr) {
+        site = initial->siteID;
         if (initial->role == RedundantDasRole::kStandalone) {
-            return {initialDasId, 0};
+            return {initialDasID, 0};
         }
     }
     RedundantDasIds ids;
-    for (const DahsEntryPtr& entry : *entries_) {
-        if (!EqualsIgnoreCase(entry->siteId, site)) {
+    for (const DahsEntryPtr& entry : *mEntries) {
+        if (!EqualsIgnoreCase(entry->siteID, site)) {
             continue;
         }
         if (entry->role == RedundantDasRole::kStandalone) {
-            return {entry->dahsId, 0};
+            return {entry->dahsID, 0};
         }
-        (entry->role == RedundantDasRole::kPrimary ? ids.primary : ids.secondary) = entry->dahsId;
+        (entry->role == RedundantDasRole::kPrimary ? ids.primary : ids.secondary) = entry->dahsID;
     }
     if (ids.primary == 0) {
         std::swap(ids.primary, ids.secondary);
@@ -207,11 +207,11 @@ RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteId, std::int32_t
 }
 
 std::int32_t Site::FindLocalDahsId(bool preferPrimary) const {
-    for (const DahsEntryPtr& entry : *entries_) {
+    for (const DahsEntryPtr& entry : *mEntries) {
         if (!IsRemote(*entry)) {
             return preferPrimary && entry->role == RedundantDasRole::kSecondary
-                       ? FindRedundantDasIds(entry->siteId, 0).primary
-                       : entry->dahsId;
+                       ? FindRedundantDasIds(entry->siteID, 0).primary
+                       : entry->dahsID;
         }
     }
     return 0;
@@ -219,7 +219,7 @@ std::int32_t Site::FindLocalDahsId(bool preferPrimary) const {
 
 void Site::SetAffinity(AppCategory category) {
     const auto index = static_cast<size_t>(category);
-    const DahsEntryPtr first = entries_->At(0);
+    const DahsEntryPtr first = mEntries->At(0);
     const std::int32_t requested = index < kAppCategoryCount ? first->affinityMasks[index] : 0;
     if (requested == 0) {
         return;
@@ -227,26 +227,26 @@ void Site::SetAffinity(AppCategory category) {
     const auto bits = static_cast<std::uint32_t>(requested);
     bool isSet = false;
     try {
-        const std::uint64_t usable = host_.SystemAffinityMask().value_or(0) & bits;
-        isSet = usable != 0 && host_.SetProcessAffinityMask(usable);
+        const std::uint64_t usable = mHost.SystemAffinityMask().value_or(0) & bits;
+        isSet = usable != 0 && mHost.SetProcessAffinityMask(usable);
     } catch (...) {  // NOLINT(bugprone-empty-catch): it is then not set
     }
     Report(isSet ? L"STR-082: set process affinity mask = &H" + UpperHex(bits) : L"STR-083: can't set affinity mask");
 }
 
 std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
-    const DahsEntry& dahs = *current_.entry;
-    const DahsFolders& folders = current_.folders;
-    const auto connection = [&](Database database) { return current_.connections[static_cast<size_t>(database)]; };
+    const DahsEntry& dahs = *mCurrent.entry;
+    const DahsFolders& folders = mCurrent.folders;
+    const auto connection = [&](Database database) { return mCurrent.connections[static_cast<size_t>(database)]; };
     const std::pair<const wchar_t*, std::wstring> items[] = {
-        {L"ActualVantorINI=", path_},
-        {L"DahsEntries.Count=", std::to_wstring(entries_->Count())},
-        {L"DahsID=", std::to_wstring(dahs.dahsId)},
-        {L"SiteID=", dahs.siteId},
+        {L"ActualVantorINI=", mPath},
+        {L"DahsEntries.Count=", std::to_wstring(mEntries->Count())},
+        {L"DahsID=", std::to_wstring(dahs.dahsID)},
+        {L"SiteID=", dahs.siteID},
         {L"LanguageId=", dahs.languageId},  // spelled so, unlike the property
         {L"DahsComputerName=", dahs.computerName},
         {L"DahsDescription=", dahs.description},
-        {L"LocalComputerName=", localComputerName_},
+        {L"LocalComputerName=", mLocalComputerName},
         {L"HDREnabled=", Word(dahs.hdrEnabled)},
         {L"AutoOutputEnabled=", Word(dahs.AutoOutputEnabled())},
         {L"AutoOutputEnabledEx=", Number(dahs.autoOutput)},

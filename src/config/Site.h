@@ -43,7 +43,7 @@ class Site {
     static constexpr std::int32_t kForcedDahsId = 888;  // of the only entry of SetupForced
 
     // `host` must outlive this object.
-    explicit Site(SiteHost& host) : host_(host), localComputerName_(host.LocalComputerName()) {}
+    explicit Site(SiteHost& host) : mHost(host), mLocalComputerName(host.LocalComputerName()) {}
 
     // Finds and reads the site file, makes its first entry the current DAHS, pins the process to the processors listed
     // for `category` (values that are no category: none) and creates missing folders. False when there is no current
@@ -51,16 +51,16 @@ class Site {
     bool Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option);
 
     // Goes without a site file, for tools that only need an object to compile against: one entry with defaults.
-    bool SetupForced(const std::wstring& siteId);
+    bool SetupForced(const std::wstring& siteID);
 
     // Makes another entry the current DAHS: by its identifier (0: the first entry), or the first entry of a site
     // (empty: of any). False when there is none; the current DAHS is then unchanged.
-    bool Choose(std::int32_t dahsId, bool noninteractive, bool dotNet);
-    bool ChooseSite(std::wstring_view siteId, bool noninteractive, bool dotNet);
+    bool Choose(std::int32_t dahsID, bool noninteractive, bool dotNet);
+    bool ChooseSite(std::wstring_view siteID, bool noninteractive, bool dotNet);
 
-    // The primary and the secondary DAS of a site, or, where `initialDasId` is that of an entry, of its site. Case is
+    // The primary and the secondary DAS of a site, or, where `initialDasID` is that of an entry, of its site. Case is
     // ignored. A standalone DAS counts as primary, and so does a secondary without a primary.
-    RedundantDasIds FindRedundantDasIds(std::wstring_view siteId, std::int32_t initialDasId) const;
+    RedundantDasIds FindRedundantDasIds(std::wstring_view siteID, std::int32_t initialDasID) const;
 
     // The identifier of the first DAHS on this computer, or of its primary where it is a secondary and the primary is
     // preferred; 0 when there is none.
@@ -69,16 +69,16 @@ class Site {
     // All current settings as "name=value" texts, then `extra` + 1 empty ones. Values with tabs split into several.
     std::vector<std::wstring> InfoTexts(std::int32_t extra) const;
 
-    const std::vector<std::wstring>& Problems() const { return problems_; }
-    const std::wstring& FilePath() const { return path_; }
-    const std::shared_ptr<DahsEntryList>& Entries() const { return entries_; }
-    const CurrentDahs& Current() const { return current_; }
-    const std::wstring& LocalComputerName() const { return localComputerName_; }
+    const std::vector<std::wstring>& Problems() const { return mProblems; }
+    const std::wstring& FilePath() const { return mPath; }
+    const std::shared_ptr<DahsEntryList>& Entries() const { return mEntries; }
+    const CurrentDahs& Current() const { return mCurrent; }
+    const std::wstring& LocalComputerName() const { return mLocalComputerName; }
 
     // Whether reading found at least one usable entry.
-    bool HasEntriesFromFile() const { return hasEntriesFromFile_; }
+    bool HasEntriesFromFile() const { return mHasEntriesFromFile; }
 
-    bool IsRemote(const DahsEntry& entry) const { return !host_.IsLocalComputer(entry.computerName); }
+    bool IsRemote(const DahsEntry& entry) const { return !mHost.IsLocalComputer(entry.computerName); }
 
   private:
     bool Locate();
@@ -86,19 +86,19 @@ class Site {
     bool SelectFirst(bool noninteractive, bool dotNet);
     void Select(const DahsEntryPtr& entry, bool noninteractive, bool dotNet);
     void SetAffinity(AppCategory category);
-    void Report(std::wstring problem) { problems_.push_back(std::move(problem)); }
+    void Report(std::wstring problem) { mProblems.push_back(std::move(problem)); }
     void ReportUnreadable(const std::wstring& reason) {
-        Report(L"Could not read INI file '" + path_ + L"': " + reason);
+        Report(L"Could not read INI file '" + mPath + L"': " + reason);
     }
 
-    SiteHost& host_;
-    const std::wstring localComputerName_;
-    bool isSetUp_ = false;
-    bool hasEntriesFromFile_ = false;
-    std::wstring path_;
-    std::vector<std::wstring> problems_;
-    std::shared_ptr<DahsEntryList> entries_ = std::make_shared<DahsEntryList>();
-    CurrentDahs current_;
+    SiteHost& mHost;
+    const std::wstring mLocalComputerName;
+    bool mIsSetUp = false;
+    bool mHasEntriesFromFile = false;
+    std::wstring mPath;
+    std::vector<std::wstring> mProblems;
+    std::shared_ptr<DahsEntryList> mEntries = std::make_shared<DahsEntryList>();
+    CurrentDahs mCurrent;
 };
 
 }  // namespace v5

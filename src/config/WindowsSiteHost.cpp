@@ -23,22 +23,22 @@ std::wstring LastErrorText() {
 class ReadableFile {
   public:
     explicit ReadableFile(const std::wstring& path)
-        : handle_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        : mHandle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                               nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {}
     ~ReadableFile() {
         if (IsOpen()) {
-            CloseHandle(handle_);
+            CloseHandle(mHandle);
         }
     }
     ReadableFile(const ReadableFile&) = delete;
     ReadableFile& operator=(const ReadableFile&) = delete;
 
-    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+    bool IsOpen() const { return mHandle != INVALID_HANDLE_VALUE; }
 
     // The whole file, however much it grows or shrinks meanwhile; false when the system fails.
     bool ReadAll(std::string& bytes) const {
         LARGE_INTEGER size;
-        if (!GetFileSizeEx(handle_, &size)) {
+        if (!GetFileSizeEx(mHandle, &size)) {
             return false;
         }
         constexpr DWORD kAtLeast = 4096;  // one more read than the size asks for finds the end of the file
@@ -48,7 +48,7 @@ class ReadableFile {
         while (true) {
             DWORD got = 0;
             const size_t room = std::min(bytes.size() - length, kAtMost);
-            if (!::ReadFile(handle_, bytes.data() + length, static_cast<DWORD>(room), &got, nullptr)) {
+            if (!::ReadFile(mHandle, bytes.data() + length, static_cast<DWORD>(room), &got, nullptr)) {
                 return false;
             }
             length += got;
@@ -63,7 +63,7 @@ class ReadableFile {
     }
 
   private:
-    HANDLE handle_;
+    HANDLE mHandle;
 };
 
 // One of the machine's names; empty when it has none of this kind.

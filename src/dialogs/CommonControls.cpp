@@ -23,19 +23,19 @@ HANDLE CreateModuleContext() {
 
 }  // namespace
 
-CommonControlsScope::CommonControlsScope() : context_(CreateModuleContext()) {
-    active_ = context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_) != FALSE;
+CommonControlsScope::CommonControlsScope() : mContext(CreateModuleContext()) {
+    mActive = mContext != INVALID_HANDLE_VALUE && ActivateActCtx(mContext, &mCookie) != FALSE;
     const INITCOMMONCONTROLSEX classes{sizeof classes,
                                        ICC_STANDARD_CLASSES | ICC_UPDOWN_CLASS | ICC_LISTVIEW_CLASSES | ICC_LINK_CLASS};
     InitCommonControlsEx(&classes);
 }
 
 CommonControlsScope::~CommonControlsScope() {
-    if (active_) {
-        DeactivateActCtx(0, cookie_);
+    if (mActive) {
+        DeactivateActCtx(0, mCookie);
     }
-    if (context_ != INVALID_HANDLE_VALUE) {
-        ReleaseActCtx(context_);
+    if (mContext != INVALID_HANDLE_VALUE) {
+        ReleaseActCtx(mContext);
     }
 }
 

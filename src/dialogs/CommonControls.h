@@ -15,9 +15,9 @@ class CommonControlsScope {
     CommonControlsScope& operator=(const CommonControlsScope&) = delete;
 
   private:
-    HANDLE context_;
-    ULONG_PTR cookie_ = 0;
-    bool active_ = false;
+    HANDLE mContext;
+    ULONG_PTR mCookie = 0;
+    bool mActive = false;
 };
 
 }  // namespace v5

@@ -29,43 +29,43 @@ TimeFields InitialFields(const DateDialogSettings& settings, const CivilDateTime
 }  // namespace
 
 DateDialogModel::DateDialogModel(const DateDialogSettings& settings, const CivilDateTime& now)
-    : showsTime_(!settings.useDateOnly),
-      showsMinutes_(!settings.useDateOnly && settings.getMinutesAlso),
-      showsNoDate_(!settings.dateCannotBeNull),
-      noDate_(StartsWithoutDate(settings)),
-      today_(Midnight(now)),
-      shown_(Midnight(InitialTime(settings, now))),
-      grid_(shown_.year, shown_.month),
-      year_(kYears, shown_.year, 1),
-      time_(InitialFields(settings, InitialTime(settings, now))) {}
+    : mShowsTime(!settings.useDateOnly),
+      mShowsMinutes(!settings.useDateOnly && settings.getMinutesAlso),
+      mShowsNoDate(!settings.dateCannotBeNull),
+      mNoDate(StartsWithoutDate(settings)),
+      mToday(Midnight(now)),
+      mShown(Midnight(InitialTime(settings, now))),
+      mGrid(mShown.year, mShown.month),
+      mYear(kYears, mShown.year, 1),
+      mTime(InitialFields(settings, InitialTime(settings, now))) {}
 
 bool DateDialogModel::IsToday(int cell) const {
-    return today_.year == shown_.year && today_.month == shown_.month && today_.day == grid_.DayAt(cell);
+    return mToday.year == mShown.year && mToday.month == mShown.month && mToday.day == mGrid.DayAt(cell);
 }
 
 void DateDialogModel::Show(int year, int month, int day) {
-    grid_ = MonthGrid(year, month);
-    shown_ = {year, month, std::min(day, grid_.LastDay())};
-    if (year_.Value() != year) {
-        year_.SetValue(year);
+    mGrid = MonthGrid(year, month);
+    mShown = {year, month, std::min(day, mGrid.LastDay())};
+    if (mYear.Value() != year) {
+        mYear.SetValue(year);
     }
 }
 
 void DateDialogModel::ChooseCell(int cell) {
-    if (grid_.DayAt(cell) != 0) {
-        shown_.day = grid_.DayAt(cell);
+    if (mGrid.DayAt(cell) != 0) {
+        mShown.day = mGrid.DayAt(cell);
     }
 }
 
 void DateDialogModel::ChooseMonth(int month) {
     LeaveYear();
-    Show(shown_.year, month, shown_.day);
+    Show(mShown.year, month, mShown.day);
 }
 
 void DateDialogModel::Move(std::wstring_view unit, int count) {
     LeaveYear();
     try {
-        const CivilDateTime moved = AddInterval(unit, count, shown_);
+        const CivilDateTime moved = AddInterval(unit, count, mShown);
         Show(moved.year, moved.month, moved.day);
     } catch (const std::out_of_range&) {
         // The calendar ends here.
@@ -73,31 +73,31 @@ void DateDialogModel::Move(std::wstring_view unit, int count) {
 }
 
 void DateDialogModel::SetYearText(std::wstring_view text) {
-    year_.SetText(text);
+    mYear.SetText(text);
     if (text.size() == kFullYearDigits) {
-        Show(year_.Value(), shown_.month, shown_.day);
+        Show(mYear.Value(), mShown.month, mShown.day);
     }
 }
 
 void DateDialogModel::LeaveYear() {
-    year_.Leave();
-    Show(year_.Value(), shown_.month, shown_.day);
+    mYear.Leave();
+    Show(mYear.Value(), mShown.month, mShown.day);
 }
 
 void DateDialogModel::StepYear(bool up) {
     LeaveYear();
-    Show(std::clamp(shown_.year + (up ? 1 : -1), kYears.lowest, kYears.highest), shown_.month, shown_.day);
+    Show(std::clamp(mShown.year + (up ? 1 : -1), kYears.lowest, kYears.highest), mShown.month, mShown.day);
 }
 
 double DateDialogModel::Answer() const {
-    if (noDate_) {
+    if (mNoDate) {
         return kNoDate;
     }
-    CivilDateTime answer{year_.Value(), shown_.month, shown_.day};
+    CivilDateTime answer{mYear.Value(), mShown.month, mShown.day};
     answer.day = std::min(answer.day, DaysInMonth(answer.year, answer.month));
-    if (showsTime_) {
-        answer.hour = time_.Hour();
-        answer.minute = time_.Minute();
+    if (mShowsTime) {
+        answer.hour = mTime.Hour();
+        answer.minute = mTime.Minute();
     }
     return ToAutomationDate(answer);
 }

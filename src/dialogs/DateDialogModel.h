@@ -34,13 +34,13 @@ class DateDialogModel {
     // no-date box, if the user has one, over the present date and time.
     DateDialogModel(const DateDialogSettings& settings, const CivilDateTime& now);
 
-    bool ShowsTime() const { return showsTime_; }
-    bool ShowsMinutes() const { return showsMinutes_; }
-    bool ShowsNoDate() const { return showsNoDate_; }
+    bool ShowsTime() const { return mShowsTime; }
+    bool ShowsMinutes() const { return mShowsMinutes; }
+    bool ShowsNoDate() const { return mShowsNoDate; }
 
-    int Month() const { return shown_.month; }
-    const MonthGrid& Grid() const { return grid_; }
-    int SelectedCell() const { return grid_.CellOf(shown_.day); }
+    int Month() const { return mShown.month; }
+    const MonthGrid& Grid() const { return mGrid; }
+    int SelectedCell() const { return mGrid.CellOf(mShown.day); }
     bool IsToday(int cell) const;
 
     // Selects the day in a cell; a hidden cell changes nothing.
@@ -56,17 +56,17 @@ class DateDialogModel {
 
     // The year field and its up-down control, which stops at 100 and 9999. The grid follows a typed year as soon as it
     // has four digits, or when the field is left; what is no year of the calendar is then replaced by the year shown.
-    const std::wstring& YearText() const { return year_.Text(); }
-    NumberRange YearRange() const { return year_.Range(); }
+    const std::wstring& YearText() const { return mYear.Text(); }
+    NumberRange YearRange() const { return mYear.Range(); }
     void SetYearText(std::wstring_view text);
     void LeaveYear();
     void StepYear(bool up);
 
-    TimeFields& Time() { return time_; }
-    const TimeFields& Time() const { return time_; }
+    TimeFields& Time() { return mTime; }
+    const TimeFields& Time() const { return mTime; }
 
-    bool NoDate() const { return noDate_; }
-    void SetNoDate(bool noDate) { noDate_ = noDate && showsNoDate_; }
+    bool NoDate() const { return mNoDate; }
+    void SetNoDate(bool noDate) { mNoDate = noDate && mShowsNoDate; }
 
     // The answer of a dialog closed by OK: kNoDate, or the automation date and time that the fields stand for.
     double Answer() const;
@@ -75,15 +75,15 @@ class DateDialogModel {
     void Show(int year, int month, int day);
     void Move(std::wstring_view unit, int count);
 
-    bool showsTime_;
-    bool showsMinutes_;
-    bool showsNoDate_;
-    bool noDate_;
-    CivilDateTime today_;
-    CivilDateTime shown_;  // at midnight
-    MonthGrid grid_;
-    NumberField year_;
-    TimeFields time_;
+    bool mShowsTime;
+    bool mShowsMinutes;
+    bool mShowsNoDate;
+    bool mNoDate;
+    CivilDateTime mToday;
+    CivilDateTime mShown;  // at midnight
+    MonthGrid mGrid;
+    NumberField mYear;
+    TimeFields mTime;
 };
 
 }  // namespace v5

@@ -39,11 +39,11 @@ constexpr struct {
 class DateForm final : public ModalForm {
   public:
     DateForm(const DateDialogSettings& settings, const CivilDateTime& now)
-        : ModalForm(settings.title), model_(settings, now) {
-        time_.SetVisible(model_.ShowsTime(), model_.ShowsMinutes());
+        : ModalForm(settings.title), mModel(settings, now) {
+        mTime.SetVisible(mModel.ShowsTime(), mModel.ShowsMinutes());
     }
 
-    double Result() const { return accepted_ ? model_.Answer() : kDateCancelled; }
+    double Result() const { return mAccepted ? mModel.Answer() : kDateCancelled; }
 
   protected:
     void CreateControls() override {
@@ -63,28 +63,28 @@ class DateForm final : public ModalForm {
             AddControl({Day(cell), WC_BUTTONW, L"", group | BS_RADIOBUTTON | BS_PUSHLIKE});
         }
         AddControl({kTimeGroup, WC_BUTTONW, L"Time", WS_GROUP | BS_GROUPBOX});
-        time_.Create();
+        mTime.Create();
         AddControls(kClosingControls);
-        ShowControl(kTimeGroup, model_.ShowsTime());
-        ShowControl(kNoDateBox, model_.ShowsNoDate());
-        CheckDlgButton(Window(), kNoDateBox, model_.NoDate() ? BST_CHECKED : BST_UNCHECKED);
+        ShowControl(kTimeGroup, mModel.ShowsTime());
+        ShowControl(kNoDateBox, mModel.ShowsNoDate());
+        CheckDlgButton(Window(), kNoDateBox, mModel.NoDate() ? BST_CHECKED : BST_UNCHECKED);
         ShowMonth();
         ShowNoDate();
     }
 
     SIZE LayOut() override {
         using namespace units;
-        boldFont_ = CreateMessageFont(Dpi(), true);
+        mBoldFont = CreateMessageFont(Dpi(), true);
         int top = LayOutMonthRow(kMargin);
         top = LayOutGrid(top + kGroupGap);
-        if (model_.ShowsTime()) {
+        if (mModel.ShowsTime()) {
             constexpr int kHeight = kGroupTop + TimeFieldControls::kHeight + kGroupMargin;
             top += kGroupGap;
             Place(kTimeGroup, UnitRect{kMargin, top, kContentWidth, kHeight});
-            time_.LayOut(kMargin + kGroupMargin, top + kGroupTop);
+            mTime.LayOut(kMargin + kGroupMargin, top + kGroupTop);
             top += kHeight;
         }
-        if (model_.ShowsNoDate()) {
+        if (mModel.ShowsNoDate()) {
             top += kGroupGap;
             Place(kNoDateBox, UnitRect{kMargin, top, kContentWidth, kCheckHeight});
             top += kCheckHeight;
@@ -97,10 +97,10 @@ class DateForm final : public ModalForm {
         return {UnitsX(kContentWidth + 2 * kMargin), UnitsY(top + kButtonHeight + kMargin)};
     }
 
-    void OnOpening() override { FocusOn(model_.NoDate() ? Control(kNoDateBox) : Control(Day(model_.SelectedCell()))); }
+    void OnOpening() override { FocusOn(mModel.NoDate() ? Control(kNoDateBox) : Control(Day(mModel.SelectedCell()))); }
 
     void OnCommand(int id, int notification) override {
-        if (time_.OnCommand(id, notification)) {
+        if (mTime.OnCommand(id, notification)) {
             return;
         }
         if (IsDay(id)) {
@@ -110,7 +110,7 @@ class DateForm final : public ModalForm {
         switch (id) {
             case kMonth:
                 if (notification == CBN_SELCHANGE) {
-                    model_.ChooseMonth(static_cast<int>(SendMessageW(Control(kMonth), CB_GETCURSEL, 0, 0)) + 1);
+                    mModel.ChooseMonth(static_cast<int>(SendMessageW(Control(kMonth), CB_GETCURSEL, 0, 0)) + 1);
                     ShowMonth();
                 }
                 break;
@@ -119,15 +119,15 @@ class DateForm final : public ModalForm {
                 break;
             case kPreviousMonth:
             case kNextMonth:
-                model_.MoveMonths(id == kNextMonth ? 1 : -1);
+                mModel.MoveMonths(id == kNextMonth ? 1 : -1);
                 ShowMonth();
                 break;
             case kNoDateBox:
-                model_.SetNoDate(IsDlgButtonChecked(Window(), kNoDateBox) == BST_CHECKED);
+                mModel.SetNoDate(IsDlgButtonChecked(Window(), kNoDateBox) == BST_CHECKED);
                 ShowNoDate();
                 break;
             case IDOK:
-                accepted_ = true;
+                mAccepted = true;
                 Close();
                 break;
             case IDCANCEL:
@@ -151,7 +151,7 @@ class DateForm final : public ModalForm {
         if (notice.code == static_cast<UINT>(NM_CUSTOMDRAW)) {
             return Paint(id, reinterpret_cast<const NMCUSTOMDRAW&>(notice));
         }
-        return time_.OnNotify(notice);
+        return mTime.OnNotify(notice);
     }
 
     bool OnQueuedMessage(const MSG& message) override {
@@ -161,12 +161,12 @@ class DateForm final : public ModalForm {
         for (const auto& each : kGridKeys) {
             if (each.key == message.wParam) {
                 if (each.months != 0) {
-                    model_.MoveMonths(each.months);
+                    mModel.MoveMonths(each.months);
                 } else {
-                    model_.MoveDays(each.days);
+                    mModel.MoveDays(each.days);
                 }
                 ShowMonth();
-                FocusOn(Control(Day(model_.SelectedCell())));
+                FocusOn(Control(Day(mModel.SelectedCell())));
                 return true;
             }
         }
@@ -240,29 +240,29 @@ class DateForm final : public ModalForm {
 
     // Shows the model's month, year and selected day.
     void ShowMonth() {
-        showing_ = true;
-        SendMessageW(Control(kMonth), CB_SETCURSEL, static_cast<WPARAM>(model_.Month() - 1), 0);
+        mShowing = true;
+        SendMessageW(Control(kMonth), CB_SETCURSEL, static_cast<WPARAM>(mModel.Month() - 1), 0);
         ShowYear();
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             ShowDay(cell);
         }
-        showing_ = false;
+        mShowing = false;
     }
 
     void ShowYear() {
-        if (TextOf(kYear) != model_.YearText()) {
-            SetTextOf(kYear, model_.YearText());
+        if (TextOf(kYear) != mModel.YearText()) {
+            SetTextOf(kYear, mModel.YearText());
         }
-        const NumberRange range = model_.YearRange();
+        const NumberRange range = mModel.YearRange();
         SendMessageW(Control(kYearUpDown), UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
-        SendMessageW(Control(kYearUpDown), UDM_SETPOS32, 0, _wtoi(model_.YearText().c_str()));
+        SendMessageW(Control(kYearUpDown), UDM_SETPOS32, 0, _wtoi(mModel.YearText().c_str()));
     }
 
     void ShowDay(int cell) {
-        const int day = model_.Grid().DayAt(cell);
+        const int day = mModel.Grid().DayAt(cell);
         const HWND button = Control(Day(cell));
-        const bool selected = cell == model_.SelectedCell();
-        const HFONT font = model_.IsToday(cell) ? boldFont_.get() : Font();
+        const bool selected = cell == mModel.SelectedCell();
+        const HFONT font = mModel.IsToday(cell) ? mBoldFont.get() : Font();
         if (day != 0) {
             SetTextOf(Day(cell), std::to_wstring(day));
         }
@@ -276,24 +276,24 @@ class DateForm final : public ModalForm {
     }
 
     void ChooseDay(int cell) {
-        if (cell != model_.SelectedCell()) {
-            model_.ChooseCell(cell);
+        if (cell != mModel.SelectedCell()) {
+            mModel.ChooseCell(cell);
             ShowMonth();
         }
     }
 
     void OnYear(int notification) {
-        if (notification == EN_CHANGE && !showing_) {
-            model_.SetYearText(TextOf(kYear));
+        if (notification == EN_CHANGE && !mShowing) {
+            mModel.SetYearText(TextOf(kYear));
             ShowMonth();
         } else if (notification == EN_KILLFOCUS) {
-            model_.LeaveYear();
+            mModel.LeaveYear();
             ShowMonth();
         }
     }
 
     void StepYear(bool up) {
-        model_.StepYear(up);
+        mModel.StepYear(up);
         ShowMonth();
         FocusOn(Control(kYear));
         SendMessageW(Control(kYear), EM_SETSEL, 0, -1);
@@ -301,7 +301,7 @@ class DateForm final : public ModalForm {
 
     // Without a date there is nothing to choose.
     void ShowNoDate() {
-        const bool enabled = !model_.NoDate();
+        const bool enabled = !mModel.NoDate();
         for (const ControlSpec& spec : kMonthControls) {
             EnableControl(spec.id, enabled);
         }
@@ -313,12 +313,12 @@ class DateForm final : public ModalForm {
             EnableControl(Day(cell), enabled);
         }
         EnableControl(kTimeGroup, enabled);
-        time_.Enable(enabled);
+        mTime.Enable(enabled);
     }
 
     std::optional<LRESULT> Paint(int id, const NMCUSTOMDRAW& draw) const {
         if (IsDay(id)) {
-            return PaintDay(draw, model_.IsToday(id - kFirstDay), id - kFirstDay == model_.SelectedCell());
+            return PaintDay(draw, mModel.IsToday(id - kFirstDay), id - kFirstDay == mModel.SelectedCell());
         }
         if (id == kPreviousMonth || id == kNextMonth) {
             return PaintArrow(draw, id == kNextMonth);
@@ -326,11 +326,11 @@ class DateForm final : public ModalForm {
         return std::nullopt;
     }
 
-    DateDialogModel model_;
-    TimeFieldControls time_{*this, model_.Time()};
-    FontHandle boldFont_;
-    bool showing_ = false;  // the controls change by our own hand, not the user's
-    bool accepted_ = false;
+    DateDialogModel mModel;
+    TimeFieldControls mTime{*this, mModel.Time()};
+    FontHandle mBoldFont;
+    bool mShowing = false;  // the controls change by our own hand, not the user's
+    bool mAccepted = false;
 };
 
 }  // namespace

@@ -13,20 +13,20 @@ Function UserFunction(const char* name) {
 
 class WindowDc {
   public:
-    WindowDc(HWND window, HFONT font) : window_(window), dc_(GetDC(window)), previous_(SelectObject(dc_, font)) {}
+    WindowDc(HWND window, HFONT font) : mWindow(window), mDc(GetDC(window)), mPrevious(SelectObject(mDc, font)) {}
     ~WindowDc() {
-        SelectObject(dc_, previous_);
-        ReleaseDC(window_, dc_);
+        SelectObject(mDc, mPrevious);
+        ReleaseDC(mWindow, mDc);
     }
     WindowDc(const WindowDc&) = delete;
     WindowDc& operator=(const WindowDc&) = delete;
 
-    HDC Get() const { return dc_; }
+    HDC Get() const { return mDc; }
 
   private:
-    HWND window_;
-    HDC dc_;
-    HGDIOBJ previous_;
+    HWND mWindow;
+    HDC mDc;
+    HGDIOBJ mPrevious;
 };
 
 UINT SystemDpi() {

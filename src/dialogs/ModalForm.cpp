@@ -30,32 +30,32 @@ struct EmptyTemplate {
 // The caller's window while a form is shown: disabled, and given back enabled and with its focus.
 class PausedOwner {
   public:
-    PausedOwner() : window_(GetActiveWindow()), focus_(GetFocus()) {}
+    PausedOwner() : mWindow(GetActiveWindow()), mFocus(GetFocus()) {}
     ~PausedOwner() { Resume(); }
     PausedOwner(const PausedOwner&) = delete;
     PausedOwner& operator=(const PausedOwner&) = delete;
 
-    HWND Window() const { return window_; }
+    HWND Window() const { return mWindow; }
 
-    void Pause() { paused_ = window_ != nullptr && !EnableWindow(window_, FALSE); }
+    void Pause() { mPaused = mWindow != nullptr && !EnableWindow(mWindow, FALSE); }
 
     // Before the form's window goes, so that the system activates this one and not another program's.
     void Resume() {
-        if (std::exchange(paused_, false)) {
-            EnableWindow(window_, TRUE);
+        if (std::exchange(mPaused, false)) {
+            EnableWindow(mWindow, TRUE);
         }
     }
 
     void RestoreFocus() const {
-        if (GetActiveWindow() == window_ && IsWindow(focus_) && IsWindowVisible(focus_)) {
-            SetFocus(focus_);
+        if (GetActiveWindow() == mWindow && IsWindow(mFocus) && IsWindowVisible(mFocus)) {
+            SetFocus(mFocus);
         }
     }
 
   private:
-    HWND window_;
-    HWND focus_;
-    bool paused_ = false;
+    HWND mWindow;
+    HWND mFocus;
+    bool mPaused = false;
 };
 
 RECT WorkArea(HWND window) {
@@ -77,9 +77,9 @@ SIZE BaseUnits(HWND window, HFONT font) {
 // One control whose messages a handler sees first.
 class ModalForm::ControlHook {
   public:
-    ControlHook(ModalForm& form, HWND control, MessageHandler handler) : form_(form), handler_(std::move(handler)) {
+    ControlHook(ModalForm& form, HWND control, MessageHandler handler) : mForm(form), mHandler(std::move(handler)) {
         SetWindowLongPtrW(control, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        previous_ = reinterpret_cast<WNDPROC>(
+        mPrevious = reinterpret_cast<WNDPROC>(
             SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlHook::WindowProc)));
     }
 
@@ -87,45 +87,45 @@ class ModalForm::ControlHook {
     static LRESULT CALLBACK WindowProc(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
         const auto* hook = reinterpret_cast<const ControlHook*>(GetWindowLongPtrW(control, GWLP_USERDATA));
         try {
-            if (const auto answer = hook->handler_(message, wParam, lParam)) {
+            if (const auto answer = hook->mHandler(message, wParam, lParam)) {
                 return *answer;
             }
         } catch (...) {
-            hook->form_.Fail();
+            hook->mForm.Fail();
         }
-        return CallWindowProcW(hook->previous_, control, message, wParam, lParam);
+        return CallWindowProcW(hook->mPrevious, control, message, wParam, lParam);
     }
 
-    ModalForm& form_;
-    MessageHandler handler_;
-    WNDPROC previous_;
+    ModalForm& mForm;
+    MessageHandler mHandler;
+    WNDPROC mPrevious;
 };
 
-ModalForm::ModalForm(std::wstring title) : title_(std::move(title)) {}
+ModalForm::ModalForm(std::wstring title) : mTitle(std::move(title)) {}
 
 ModalForm::~ModalForm() = default;
 
 void ModalForm::ShowModal() {
     PausedOwner owner;
-    closed_ = false;
-    failure_ = nullptr;
+    mClosed = false;
+    mFailure = nullptr;
     try {
         Create(owner.Window());
         owner.Pause();
-        ShowWindow(window_, SW_SHOW);
+        ShowWindow(mWindow, SW_SHOW);
         RunMessageLoop();
     } catch (...) {
         Fail();
     }
     owner.Resume();
     // Here and not in the destructor: controls that go send their last notifications to the derived class.
-    if (window_ != nullptr) {
-        DestroyWindow(window_);
+    if (mWindow != nullptr) {
+        DestroyWindow(mWindow);
     }
-    hooks_.clear();
+    mHooks.clear();
     owner.RestoreFocus();
-    if (failure_) {
-        std::rethrow_exception(failure_);
+    if (mFailure) {
+        std::rethrow_exception(mFailure);
     }
 }
 
@@ -134,42 +134,42 @@ void ModalForm::Create(HWND owner) {
     const EmptyTemplate layout;
     CreateDialogIndirectParamW(ThisModule(), &layout.header, owner, &ModalForm::DialogProc,
                                reinterpret_cast<LPARAM>(this));
-    if (window_ == nullptr) {
+    if (mWindow == nullptr) {
         throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
                                 "cannot open a dialog window");
     }
-    SetWindowTextW(window_, title_.c_str());
+    SetWindowTextW(mWindow, mTitle.c_str());
     CentreOn(owner);  // on the display whose density counts
-    UseDpi(DpiOf(window_));
+    UseDpi(DpiOf(mWindow));
     CreateControls();
     Resize(LayOut());
     CentreOn(owner);
-    FocusOn(GetNextDlgTabItem(window_, nullptr, FALSE));
+    FocusOn(GetNextDlgTabItem(mWindow, nullptr, FALSE));
     OnOpening();
 }
 
 void ModalForm::FocusOn(HWND control) const {
-    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+    SendMessageW(mWindow, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
 
 void ModalForm::UseDpi(UINT dpi) {
-    dpi_ = dpi;
+    mDpi = dpi;
     FontHandle font = CreateMessageFont(dpi);
-    for (HWND child = GetWindow(window_, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = GetWindow(mWindow, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
         SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
     }
-    font_ = std::move(font);
-    baseUnits_ = BaseUnits(window_, font_.get());
+    mFont = std::move(font);
+    mBaseUnits = BaseUnits(mWindow, mFont.get());
 }
 
 void ModalForm::Resize(SIZE client) const {
     RECT outer{};
     RECT inner{};
-    GetWindowRect(window_, &outer);
-    GetClientRect(window_, &inner);
+    GetWindowRect(mWindow, &outer);
+    GetClientRect(mWindow, &inner);
     const LONG frameWidth = outer.right - outer.left - inner.right;
     const LONG frameHeight = outer.bottom - outer.top - inner.bottom;
-    SetWindowPos(window_, nullptr, 0, 0, client.cx + frameWidth, client.cy + frameHeight,
+    SetWindowPos(mWindow, nullptr, 0, 0, client.cx + frameWidth, client.cy + frameHeight,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -180,19 +180,19 @@ void ModalForm::CentreOn(HWND owner) const {
         GetWindowRect(owner, &around);
     }
     RECT form{};
-    GetWindowRect(window_, &form);
+    GetWindowRect(mWindow, &form);
     const LONG width = form.right - form.left;
     const LONG height = form.bottom - form.top;
     const LONG left = (around.left + around.right - width) / 2;
     const LONG top = (around.top + around.bottom - height) / 2;
-    SetWindowPos(window_, nullptr, std::max(work.left, std::min(left, work.right - width)),
+    SetWindowPos(mWindow, nullptr, std::max(work.left, std::min(left, work.right - width)),
                  std::max(work.top, std::min(top, work.bottom - height)), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ModalForm::RunMessageLoop() {
     MSG message;
-    while (!closed_) {
+    while (!mClosed) {
         const BOOL got = GetMessageW(&message, nullptr, 0, 0);
         if (got <= 0) {
             if (got == 0) {
@@ -204,7 +204,7 @@ void ModalForm::RunMessageLoop() {
         if (CallMsgFilterW(&message, MSGF_DIALOGBOX)) {
             continue;
         }
-        const bool ours = message.hwnd == window_ || IsChild(window_, message.hwnd);
+        const bool ours = message.hwnd == mWindow || IsChild(mWindow, message.hwnd);
         try {
             if (ours && OnQueuedMessage(message)) {
                 continue;
@@ -213,7 +213,7 @@ void ModalForm::RunMessageLoop() {
             Fail();
             continue;
         }
-        if (!IsDialogMessageW(window_, &message)) {
+        if (!IsDialogMessageW(mWindow, &message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
@@ -221,23 +221,23 @@ void ModalForm::RunMessageLoop() {
 }
 
 void ModalForm::Close() {
-    closed_ = true;
-    if (window_ != nullptr) {
+    mClosed = true;
+    if (mWindow != nullptr) {
         // Wakes the message loop when it is another thread's sent message that closes the form.
-        PostMessageW(window_, WM_NULL, 0, 0);
+        PostMessageW(mWindow, WM_NULL, 0, 0);
     }
 }
 
 void ModalForm::Fail() {
-    if (!failure_) {
-        failure_ = std::current_exception();
+    if (!mFailure) {
+        mFailure = std::current_exception();
     }
     Close();
 }
 
 INT_PTR CALLBACK ModalForm::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
-        reinterpret_cast<ModalForm*>(lParam)->window_ = window;
+        reinterpret_cast<ModalForm*>(lParam)->mWindow = window;
         SetWindowLongPtrW(window, DWLP_USER, lParam);
         return FALSE;  // the focus is set when there are controls
     }
@@ -252,15 +252,15 @@ INT_PTR ModalForm::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) {
                 return *answer;
             }
-            SetWindowLongPtrW(window_, DWLP_MSGRESULT, *answer);
+            SetWindowLongPtrW(mWindow, DWLP_MSGRESULT, *answer);
             return TRUE;
         }
     } catch (...) {
         Fail();
     }
     if (message == WM_NCDESTROY) {
-        window_ = nullptr;
-        closed_ = true;
+        mWindow = nullptr;
+        mClosed = true;
         PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the message loop, as in Close()
     }
     return FALSE;
@@ -274,9 +274,9 @@ std::optional<LRESULT> ModalForm::Answer(UINT message, WPARAM wParam, LPARAM lPa
         case WM_DPICHANGED: {
             const auto& place = *reinterpret_cast<const RECT*>(lParam);
             UseDpi(HIWORD(wParam));
-            SetWindowPos(window_, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            SetWindowPos(mWindow, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
             Resize(LayOut());
-            InvalidateRect(window_, nullptr, TRUE);
+            InvalidateRect(mWindow, nullptr, TRUE);
             return 0;
         }
         default:
@@ -295,14 +295,14 @@ bool ModalForm::OnQueuedMessage(const MSG&) {
 HWND ModalForm::AddControl(const ControlSpec& spec) {
     const HWND control =
         CreateWindowExW(spec.extendedStyle, spec.windowClass, spec.text, WS_CHILD | WS_VISIBLE | spec.style, 0, 0, 0, 0,
-                        window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)), ThisModule(), nullptr);
+                        mWindow, reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)), ThisModule(), nullptr);
     if (control == nullptr) {
         throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "cannot create a control");
     }
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(mFont.get()), FALSE);
     const LRESULT kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
     if ((kind & DLGC_DEFPUSHBUTTON) != 0) {
-        SendMessageW(window_, DM_SETDEFID, static_cast<WPARAM>(spec.id), 0);
+        SendMessageW(mWindow, DM_SETDEFID, static_cast<WPARAM>(spec.id), 0);
     }
     return control;
 }
@@ -325,20 +325,20 @@ void ModalForm::Place(int id, const UnitRect& place) const {
 }
 
 int ModalForm::UnitsX(int units) const {
-    return MulDiv(units, baseUnits_.cx, kUnitsPerCharWidth);
+    return MulDiv(units, mBaseUnits.cx, kUnitsPerCharWidth);
 }
 int ModalForm::UnitsY(int units) const {
-    return MulDiv(units, baseUnits_.cy, kUnitsPerCharHeight);
+    return MulDiv(units, mBaseUnits.cy, kUnitsPerCharHeight);
 }
 int ModalForm::FromTwips(int twips) const {
-    return MulDiv(twips, static_cast<int>(dpi_), kTwipsPerInch);
+    return MulDiv(twips, static_cast<int>(mDpi), kTwipsPerInch);
 }
 int ModalForm::ToTwips(int pixels) const {
-    return MulDiv(pixels, kTwipsPerInch, static_cast<int>(dpi_));
+    return MulDiv(pixels, kTwipsPerInch, static_cast<int>(mDpi));
 }
 
 SIZE ModalForm::Measure(std::wstring_view text) const {
-    return MeasureText(window_, font_.get(), text);
+    return MeasureText(mWindow, mFont.get(), text);
 }
 
 std::wstring ModalForm::TextOf(int id) const {
@@ -361,11 +361,11 @@ void ModalForm::EnableControl(int id, bool enabled) const {
 }
 
 void ModalForm::HookControl(int id, MessageHandler handler) {
-    hooks_.push_back(std::make_unique<ControlHook>(*this, Control(id), std::move(handler)));
+    mHooks.push_back(std::make_unique<ControlHook>(*this, Control(id), std::move(handler)));
 }
 
 void ModalForm::DisableCloseBox() const {
-    EnableMenuItem(GetSystemMenu(window_, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
+    EnableMenuItem(GetSystemMenu(mWindow, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
 }
 
 }  // namespace v5

@@ -64,8 +64,8 @@ class ModalForm {
     // Ends the modal show. ShowModal() returns as soon as the message that is being handled is done.
     void Close();
 
-    HWND Window() const { return window_; }
-    HWND Control(int id) const { return GetDlgItem(window_, id); }
+    HWND Window() const { return mWindow; }
+    HWND Control(int id) const { return GetDlgItem(mWindow, id); }
 
     // Creates a control with the form's font; a BS_DEFPUSHBUTTON becomes the button that Enter presses. AddControls
     // does so for a table of them, in its order.
@@ -89,8 +89,8 @@ class ModalForm {
     void SetTextOf(int id, std::wstring_view text) const;
     void ShowControl(int id, bool visible) const;
     void EnableControl(int id, bool enabled) const;
-    HFONT Font() const { return font_.get(); }
-    UINT Dpi() const { return dpi_; }
+    HFONT Font() const { return mFont.get(); }
+    UINT Dpi() const { return mDpi; }
 
     // Gives a control the focus as the Tab key does: an edit field's text is then selected.
     void FocusOn(HWND control) const;
@@ -141,14 +141,14 @@ class ModalForm {
     void RunMessageLoop();
     void Fail();
 
-    std::wstring title_;
-    HWND window_ = nullptr;
-    bool closed_ = false;
-    UINT dpi_ = USER_DEFAULT_SCREEN_DPI;
-    FontHandle font_;
-    SIZE baseUnits_{};
-    std::vector<std::unique_ptr<ControlHook>> hooks_;
-    std::exception_ptr failure_;
+    std::wstring mTitle;
+    HWND mWindow = nullptr;
+    bool mClosed = false;
+    UINT mDpi = USER_DEFAULT_SCREEN_DPI;
+    FontHandle mFont;
+    SIZE mBaseUnits{};
+    std::vector<std::unique_ptr<ControlHook>> mHooks;
+    std::exception_ptr mFailure;
 };
 
 }  // namespace v5

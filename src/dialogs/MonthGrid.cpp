@@ -5,11 +5,11 @@
 namespace v5 {
 
 MonthGrid::MonthGrid(int year, int month)
-    : firstDayCell_(Weekday({year, month, 1}) - 1), lastDay_(DaysInMonth(year, month)) {}
+    : mFirstDayCell(Weekday({year, month, 1}) - 1), mLastDay(DaysInMonth(year, month)) {}
 
 int MonthGrid::DayAt(int cell) const {
-    const int day = cell - firstDayCell_ + 1;
-    return day >= 1 && day <= lastDay_ ? day : 0;
+    const int day = cell - mFirstDayCell + 1;
+    return day >= 1 && day <= mLastDay ? day : 0;
 }
 
 }  // namespace v5

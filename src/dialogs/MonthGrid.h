@@ -12,20 +12,20 @@ class MonthGrid {
     MonthGrid(int year, int month);
 
     // The cell of day 1, 0 to 6: the cell under day 1's weekday heading.
-    int FirstDayCell() const { return firstDayCell_; }
+    int FirstDayCell() const { return mFirstDayCell; }
 
     // The month's last day, 28 to 31.
-    int LastDay() const { return lastDay_; }
+    int LastDay() const { return mLastDay; }
 
     // The day in a cell (0 to 41), or 0 when the cell lies before day 1 or past the last day and is hidden.
     int DayAt(int cell) const;
 
     // The cell of a day of this month (1 to LastDay()).
-    int CellOf(int day) const { return firstDayCell_ + day - 1; }
+    int CellOf(int day) const { return mFirstDayCell + day - 1; }
 
   private:
-    int firstDayCell_;
-    int lastDay_;
+    int mFirstDayCell;
+    int mLastDay;
 };
 
 }  // namespace v5

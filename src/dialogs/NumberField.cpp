@@ -64,26 +64,26 @@ FieldText TypeIntoTwoDigitField(const FieldText& field, wchar_t key, NumberRange
     return WithoutLeadingZeros(typed);
 }
 
-NumberField::NumberField(NumberRange range, int value, size_t digits) : range_(range), digits_(digits) {
+NumberField::NumberField(NumberRange range, int value, size_t digits) : mRange(range), mDigits(digits) {
     SetValue(value);
 }
 
 int NumberField::Value() const {
-    return NumberInRange(text_, range_).value_or(settled_);
+    return NumberInRange(mText, mRange).value_or(mSettled);
 }
 
 void NumberField::SetValue(int value) {
-    settled_ = value;
-    text_ = std::to_wstring(value);
-    text_.insert(0, digits_ - std::min(digits_, text_.size()), L'0');
+    mSettled = value;
+    mText = std::to_wstring(value);
+    mText.insert(0, mDigits - std::min(mDigits, mText.size()), L'0');
 }
 
 void NumberField::StepAround(bool up) {
     const int value = Value();
     if (up) {
-        SetValue(value == range_.highest ? range_.lowest : value + 1);
+        SetValue(value == mRange.highest ? mRange.lowest : value + 1);
     } else {
-        SetValue(value == range_.lowest ? range_.highest : value - 1);
+        SetValue(value == mRange.lowest ? mRange.highest : value - 1);
     }
 }
 

@@ -39,14 +39,14 @@ class NumberField {
     // `value` lies in `range`; `digits` is the least number of digits that Leave() shows, filled up with zeros.
     NumberField(NumberRange range, int value, size_t digits);
 
-    NumberRange Range() const { return range_; }
-    const std::wstring& Text() const { return text_; }
+    NumberRange Range() const { return mRange; }
+    const std::wstring& Text() const { return mText; }
 
     // The number in the text, or the last settled number while the text holds none of the range.
     int Value() const;
 
     // Takes what the user has typed so far, valid or not.
-    void SetText(std::wstring_view text) { text_ = text; }
+    void SetText(std::wstring_view text) { mText = text; }
 
     // Settles on `value`, which lies in the range, and shows it.
     void SetValue(int value);
@@ -58,10 +58,10 @@ class NumberField {
     void StepAround(bool up);
 
   private:
-    NumberRange range_;
-    size_t digits_;
-    int settled_ = 0;
-    std::wstring text_;
+    NumberRange mRange;
+    size_t mDigits;
+    int mSettled = 0;
+    std::wstring mText;
 };
 
 }  // namespace v5

@@ -17,7 +17,7 @@ size_t NextCharacter(std::wstring_view text, size_t at) {
 
 class Wrapper {
   public:
-    Wrapper(int limit, const TextWidth& width) : limit_(limit), width_(width) {}
+    Wrapper(int limit, const TextWidth& width) : mLimit(limit), mWidth(width) {}
 
     void AddLine(std::wstring_view line) {
         while (!Fits(line)) {
@@ -37,16 +37,16 @@ class Wrapper {
         Append(line);
     }
 
-    std::wstring Result() && { return std::move(result_); }
+    std::wstring Result() && { return std::move(mResult); }
 
   private:
     bool Fits(std::wstring_view text) const {
         // A long rest is measured again for every line that it gives: its start tells as well that it does not fit.
         constexpr size_t kEnough = 500;
-        if (text.size() > kEnough && width_(text.substr(0, kEnough)) > limit_) {
+        if (text.size() > kEnough && mWidth(text.substr(0, kEnough)) > mLimit) {
             return false;
         }
-        return text.empty() || width_(text) <= limit_;
+        return text.empty() || mWidth(text) <= mLimit;
     }
 
     // The last blank of `line` before which the text fits; npos when not even the first word does.
@@ -70,17 +70,17 @@ class Wrapper {
     }
 
     void Append(std::wstring_view line) {
-        if (!first_) {
-            result_.append(kLineEnd);
+        if (!mFirst) {
+            mResult.append(kLineEnd);
         }
-        first_ = false;
-        result_.append(line);
+        mFirst = false;
+        mResult.append(line);
     }
 
-    int limit_;
-    const TextWidth& width_;
-    bool first_ = true;
-    std::wstring result_;
+    int mLimit;
+    const TextWidth& mWidth;
+    bool mFirst = true;
+    std::wstring mResult;
 };
 
 }  // namespace

@@ -27,18 +27,18 @@ std::wstring FilterCaption(std::wstring_view caption) {
     return text;
 }
 
-TimeDialogModel::TimeDialogModel(const TimeDialogSettings& settings) : time_(InitialFields(settings)) {}
+TimeDialogModel::TimeDialogModel(const TimeDialogSettings& settings) : mTime(InitialFields(settings)) {}
 
 void TimeDialogModel::SetUse24Hour(bool use24Hour) {
-    if (use24Hour != time_.Use24Hour()) {
-        time_.SetUse24Hour(use24Hour);
+    if (use24Hour != mTime.Use24Hour()) {
+        mTime.SetUse24Hour(use24Hour);
     }
 }
 
 double TimeDialogModel::Answer() const {
     CivilDateTime answer;
-    answer.hour = time_.Hour();
-    answer.minute = time_.Minute();
+    answer.hour = mTime.Hour();
+    answer.minute = mTime.Minute();
     return ToAutomationDate(answer);
 }
 

@@ -23,20 +23,20 @@ class TimeDialogModel {
     // Throws std::out_of_range when the initial time is no automation date.
     explicit TimeDialogModel(const TimeDialogSettings& settings);
 
-    bool Use24Hour() const { return time_.Use24Hour(); }
+    bool Use24Hour() const { return mTime.Use24Hour(); }
 
     // The user ticks or clears the 24-hour box: shows the same time on the other clock. Nothing changes when that clock
     // is shown already.
     void SetUse24Hour(bool use24Hour);
 
-    TimeFields& Time() { return time_; }
-    const TimeFields& Time() const { return time_; }
+    TimeFields& Time() { return mTime; }
+    const TimeFields& Time() const { return mTime; }
 
     // The automation date of the entered time of day, on 30 December 1899.
     double Answer() const;
 
   private:
-    TimeFields time_;
+    TimeFields mTime;
 };
 
 }  // namespace v5

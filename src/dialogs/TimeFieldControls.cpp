@@ -26,31 +26,31 @@ const wchar_t* LabelOf(TimePart part) {
 }  // namespace
 
 void TimeFieldControls::SetVisible(bool time, bool minutes) {
-    showsTime_ = time;
-    showsMinutes_ = minutes;
+    mShowsTime = time;
+    mShowsMinutes = minutes;
 }
 
 bool TimeFieldControls::IsShown(TimePart part) const {
     switch (part) {
         case TimePart::Minute:
-            return showsMinutes_;
+            return mShowsMinutes;
         case TimePart::AmPm:
-            return showsTime_ && !fields_.Use24Hour();
+            return mShowsTime && !mFields.Use24Hour();
         default:
-            return showsTime_;
+            return mShowsTime;
     }
 }
 
 void TimeFieldControls::Create() {
     for (const TimePart part : kParts) {
-        form_.AddControl({ids::TimeLabel(part), WC_STATICW, LabelOf(part)});
-        form_.AddControl({ids::TimeText(part), WC_EDITW, L"", WS_TABSTOP | ES_CENTER, WS_EX_CLIENTEDGE});
+        mForm.AddControl({ids::TimeLabel(part), WC_STATICW, LabelOf(part)});
+        mForm.AddControl({ids::TimeText(part), WC_EDITW, L"", WS_TABSTOP | ES_CENTER, WS_EX_CLIENTEDGE});
         const HWND upDown =
-            form_.AddControl({ids::TimeUpDown(part), UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_WRAP});
+            mForm.AddControl({ids::TimeUpDown(part), UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_WRAP});
         // One step at a time, however long the button is held.
         UDACCEL steps{0, 1};
         SendMessageW(upDown, UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
-        form_.HookControl(ids::TimeText(part), [this, part](UINT message, WPARAM wParam, LPARAM) {
+        mForm.HookControl(ids::TimeText(part), [this, part](UINT message, WPARAM wParam, LPARAM) {
             return OnFieldMessage(part, message, wParam);
         });
     }
@@ -59,13 +59,13 @@ void TimeFieldControls::Create() {
 
 void TimeFieldControls::LayOut(int left, int top) {
     for (const TimePart part : kParts) {
-        form_.Place(ids::TimeLabel(part), UnitRect{left, top, kFieldWidth, units::kLabelHeight});
-        form_.Place(ids::TimeText(part),
+        mForm.Place(ids::TimeLabel(part), UnitRect{left, top, kFieldWidth, units::kLabelHeight});
+        mForm.Place(ids::TimeText(part),
                     UnitRect{left, top + units::kLabelHeight + 2, kFieldWidth, units::kFieldHeight});
         // A new buddy makes room for the up-down control at its right end.
-        SendMessageW(form_.Control(ids::TimeUpDown(part)), UDM_SETBUDDY,
-                     reinterpret_cast<WPARAM>(form_.Control(ids::TimeText(part))), 0);
-        if (part != TimePart::Minute || showsMinutes_) {
+        SendMessageW(mForm.Control(ids::TimeUpDown(part)), UDM_SETBUDDY,
+                     reinterpret_cast<WPARAM>(mForm.Control(ids::TimeText(part))), 0);
+        if (part != TimePart::Minute || mShowsMinutes) {
             left += kFieldWidth + kFieldGap;
         }
     }
@@ -75,7 +75,7 @@ void TimeFieldControls::Refresh() {
     for (const TimePart part : kParts) {
         Show(part);
         for (const int id : {ids::TimeLabel(part), ids::TimeText(part), ids::TimeUpDown(part)}) {
-            form_.ShowControl(id, IsShown(part));
+            mForm.ShowControl(id, IsShown(part));
         }
     }
 }
@@ -83,7 +83,7 @@ void TimeFieldControls::Refresh() {
 void TimeFieldControls::Enable(bool enabled) {
     for (const TimePart part : kParts) {
         for (const int id : {ids::TimeLabel(part), ids::TimeText(part), ids::TimeUpDown(part)}) {
-            form_.EnableControl(id, enabled);
+            mForm.EnableControl(id, enabled);
         }
     }
 }
@@ -94,10 +94,10 @@ bool TimeFieldControls::OnCommand(int id, int notification) {
     if (part == std::end(kParts)) {
         return false;
     }
-    if (notification == EN_CHANGE && !showing_) {
-        fields_.SetText(*part, form_.TextOf(id));
+    if (notification == EN_CHANGE && !mShowing) {
+        mFields.SetText(*part, mForm.TextOf(id));
     } else if (notification == EN_KILLFOCUS) {
-        fields_.Leave(*part);
+        mFields.Leave(*part);
         Show(*part);
     }
     return true;
@@ -110,18 +110,18 @@ std::optional<LRESULT> TimeFieldControls::OnNotify(const NMHDR& notice) {
     if (notice.code != static_cast<UINT>(UDN_DELTAPOS) || part == std::end(kParts)) {
         return std::nullopt;
     }
-    fields_.Step(*part, reinterpret_cast<const NMUPDOWN&>(notice).iDelta > 0);
+    mFields.Step(*part, reinterpret_cast<const NMUPDOWN&>(notice).iDelta > 0);
     for (const TimePart each : kParts) {
         Show(each);
     }
-    form_.FocusOn(form_.Control(ids::TimeText(*part)));
-    Select(*part, 0, fields_.Text(*part).size());
+    mForm.FocusOn(mForm.Control(ids::TimeText(*part)));
+    Select(*part, 0, mFields.Text(*part).size());
     return TRUE;  // the position is set already
 }
 
 void TimeFieldControls::LeaveAll() {
     for (const TimePart part : kParts) {
-        fields_.Leave(part);
+        mFields.Leave(part);
         Show(part);
     }
 }
@@ -129,7 +129,7 @@ void TimeFieldControls::LeaveAll() {
 std::optional<LRESULT> TimeFieldControls::OnFieldMessage(TimePart part, UINT message, WPARAM wParam) {
     switch (message) {
         case WM_CHAR: {
-            const FieldText typed = fields_.Type(part, Read(part), static_cast<wchar_t>(wParam));
+            const FieldText typed = mFields.Type(part, Read(part), static_cast<wchar_t>(wParam));
             Show(part);
             Select(part, typed.start, typed.end);
             return 0;
@@ -165,8 +165,8 @@ bool TimeFieldControls::MoveCaretOut(TimePart part, WPARAM key) {
          next += step) {
         const TimePart neighbour = kParts[next];
         if (IsShown(neighbour)) {
-            form_.FocusOn(form_.Control(ids::TimeText(neighbour)));
-            Select(neighbour, 0, fields_.Text(neighbour).size());
+            mForm.FocusOn(mForm.Control(ids::TimeText(neighbour)));
+            Select(neighbour, 0, mFields.Text(neighbour).size());
             return true;
         }
     }
@@ -176,25 +176,25 @@ bool TimeFieldControls::MoveCaretOut(TimePart part, WPARAM key) {
 FieldText TimeFieldControls::Read(TimePart part) const {
     DWORD start = 0;
     DWORD end = 0;
-    SendMessageW(form_.Control(ids::TimeText(part)), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+    SendMessageW(mForm.Control(ids::TimeText(part)), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                  reinterpret_cast<LPARAM>(&end));
-    return {form_.TextOf(ids::TimeText(part)), start, end};
+    return {mForm.TextOf(ids::TimeText(part)), start, end};
 }
 
 void TimeFieldControls::Show(TimePart part) {
-    showing_ = true;
-    if (form_.TextOf(ids::TimeText(part)) != fields_.Text(part)) {
-        form_.SetTextOf(ids::TimeText(part), fields_.Text(part));
+    mShowing = true;
+    if (mForm.TextOf(ids::TimeText(part)) != mFields.Text(part)) {
+        mForm.SetTextOf(ids::TimeText(part), mFields.Text(part));
     }
-    const NumberRange range = fields_.Range(part);
-    const HWND upDown = form_.Control(ids::TimeUpDown(part));
+    const NumberRange range = mFields.Range(part);
+    const HWND upDown = mForm.Control(ids::TimeUpDown(part));
     SendMessageW(upDown, UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
-    SendMessageW(upDown, UDM_SETPOS32, 0, fields_.Position(part));
-    showing_ = false;
+    SendMessageW(upDown, UDM_SETPOS32, 0, mFields.Position(part));
+    mShowing = false;
 }
 
 void TimeFieldControls::Select(TimePart part, size_t start, size_t end) const {
-    SendMessageW(form_.Control(ids::TimeText(part)), EM_SETSEL, start, static_cast<LPARAM>(end));
+    SendMessageW(mForm.Control(ids::TimeText(part)), EM_SETSEL, start, static_cast<LPARAM>(end));
 }
 
 }  // namespace v5

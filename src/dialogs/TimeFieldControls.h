@@ -17,7 +17,7 @@ class TimeFieldControls {
     static constexpr int kHeight = units::kLabelHeight + 2 + units::kFieldHeight;
 
     // Shows `fields` on `form`; both live longer than this object.
-    TimeFieldControls(ModalForm& form, TimeFields& fields) : form_(form), fields_(fields) {}
+    TimeFieldControls(ModalForm& form, TimeFields& fields) : mForm(form), mFields(fields) {}
 
     // Which of the fields are shown; by default all.
     void SetVisible(bool time, bool minutes);
@@ -50,11 +50,11 @@ class TimeFieldControls {
     void Show(TimePart part);
     void Select(TimePart part, size_t start, size_t end) const;
 
-    ModalForm& form_;
-    TimeFields& fields_;
-    bool showsTime_ = true;
-    bool showsMinutes_ = true;
-    bool showing_ = false;  // the controls change by our own hand, not the user's
+    ModalForm& mForm;
+    TimeFields& mFields;
+    bool mShowsTime = true;
+    bool mShowsMinutes = true;
+    bool mShowing = false;  // the controls change by our own hand, not the user's
 };
 
 }  // namespace v5

@@ -20,33 +20,33 @@ NumberField HourField(int hour, bool use24Hour) {
 }  // namespace
 
 TimeFields::TimeFields(int hour, int minute, bool use24Hour, std::wstring_view am, std::wstring_view pm)
-    : use24Hour_(use24Hour),
-      isPm_(hour >= kNoon),
-      am_(am),
-      pm_(pm),
-      hour_(HourField(hour, use24Hour)),
-      minute_(kMinutes, minute, 2) {}
+    : mUse24Hour(use24Hour),
+      mIsPm(hour >= kNoon),
+      mAm(am),
+      mPm(pm),
+      mHour(HourField(hour, use24Hour)),
+      mMinute(kMinutes, minute, 2) {}
 
 void TimeFields::SetUse24Hour(bool use24Hour) {
     const int hour = Hour();
-    use24Hour_ = use24Hour;
-    isPm_ = hour >= kNoon;
-    hour_ = HourField(hour, use24Hour);
+    mUse24Hour = use24Hour;
+    mIsPm = hour >= kNoon;
+    mHour = HourField(hour, use24Hour);
 }
 
 // The number that the hour field stands for. Deleting the 1 of a 10 leaves "0", which on a 12-hour clock can only
 // mean 12.
 int TimeFields::ShownHour() const {
-    return !use24Hour_ && NumberInRange(hour_.Text(), {0, 0}) ? kNoon : hour_.Value();
+    return !mUse24Hour && NumberInRange(mHour.Text(), {0, 0}) ? kNoon : mHour.Value();
 }
 
 int TimeFields::Hour() const {
-    return use24Hour_ ? ShownHour() : ShownHour() % kNoon + (isPm_ ? kNoon : 0);
+    return mUse24Hour ? ShownHour() : ShownHour() % kNoon + (mIsPm ? kNoon : 0);
 }
 
 std::wstring_view TimeFields::Text(TimePart part) const {
     if (part == TimePart::AmPm) {
-        return isPm_ ? pm_ : am_;
+        return mIsPm ? mPm : mAm;
     }
     return Field(part).Text();
 }
@@ -57,7 +57,7 @@ NumberRange TimeFields::Range(TimePart part) const {
 
 int TimeFields::Position(TimePart part) const {
     if (part == TimePart::AmPm) {
-        return isPm_ ? 1 : 0;
+        return mIsPm ? 1 : 0;
     }
     return part == TimePart::Hour ? ShownHour() : Minute();
 }
@@ -71,8 +71,8 @@ void TimeFields::SetText(TimePart part, std::wstring_view text) {
 FieldText TimeFields::Type(TimePart part, const FieldText& field, wchar_t key) {
     if (part == TimePart::AmPm) {
         const wchar_t letter = ToUpper(key);
-        if (letter == ToUpper(am_.front()) || letter == ToUpper(pm_.front())) {
-            isPm_ = letter == ToUpper(pm_.front());
+        if (letter == ToUpper(mAm.front()) || letter == ToUpper(mPm.front())) {
+            mIsPm = letter == ToUpper(mPm.front());
         }
         const std::wstring text(Text(part));
         return {text, 0, text.size()};
@@ -88,27 +88,27 @@ void TimeFields::Step(TimePart part, bool up) {
             StepHour(up);
             break;
         case TimePart::Minute:
-            minute_.StepAround(up);
+            mMinute.StepAround(up);
             break;
         case TimePart::AmPm:
-            isPm_ = !isPm_;
+            mIsPm = !mIsPm;
             break;
     }
 }
 
 void TimeFields::StepHour(bool up) {
     Leave(TimePart::Hour);
-    hour_.StepAround(up);
-    if (!use24Hour_ && hour_.Value() == (up ? kNoon : kNoon - 1)) {
-        isPm_ = !isPm_;
+    mHour.StepAround(up);
+    if (!mUse24Hour && mHour.Value() == (up ? kNoon : kNoon - 1)) {
+        mIsPm = !mIsPm;
     }
 }
 
 void TimeFields::Leave(TimePart part) {
     if (part == TimePart::Hour) {
-        hour_.SetValue(ShownHour());
+        mHour.SetValue(ShownHour());
     } else if (part == TimePart::Minute) {
-        minute_.Leave();
+        mMinute.Leave();
     }
 }
 

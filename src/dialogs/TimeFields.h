@@ -16,7 +16,7 @@ class TimeFields {
     // empty, are the texts of the AM/PM field.
     TimeFields(int hour, int minute, bool use24Hour, std::wstring_view am = L"AM", std::wstring_view pm = L"PM");
 
-    bool Use24Hour() const { return use24Hour_; }
+    bool Use24Hour() const { return mUse24Hour; }
 
     // Shows the same time on the other clock.
     void SetUse24Hour(bool use24Hour);
@@ -24,7 +24,7 @@ class TimeFields {
     // The time that the fields stand for, hour 0 to 23, minute 0 to 59. A field that holds no number of its range
     // counts as the number that it last settled on; an hour of 0 on the 12-hour clock is 12.
     int Hour() const;
-    int Minute() const { return minute_.Value(); }
+    int Minute() const { return mMinute.Value(); }
 
     // What a field shows, and the range and position of its up-down control (AM/PM: AM is 0, PM is 1).
     std::wstring_view Text(TimePart part) const;
@@ -46,17 +46,17 @@ class TimeFields {
     void Leave(TimePart part);
 
   private:
-    NumberField& Field(TimePart part) { return part == TimePart::Hour ? hour_ : minute_; }
-    const NumberField& Field(TimePart part) const { return part == TimePart::Hour ? hour_ : minute_; }
+    NumberField& Field(TimePart part) { return part == TimePart::Hour ? mHour : mMinute; }
+    const NumberField& Field(TimePart part) const { return part == TimePart::Hour ? mHour : mMinute; }
     int ShownHour() const;
     void StepHour(bool up);
 
-    bool use24Hour_;
-    bool isPm_;
-    std::wstring am_;
-    std::wstring pm_;
-    NumberField hour_;
-    NumberField minute_;
+    bool mUse24Hour;
+    bool mIsPm;
+    std::wstring mAm;
+    std::wstring mPm;
+    NumberField mHour;
+    NumberField mMinute;
 };
 
 }  // namespace v5

@@ -15,18 +15,18 @@ namespace {
 class TimeForm final : public ModalForm {
   public:
     explicit TimeForm(const TimeDialogSettings& settings)
-        : ModalForm(settings.title), model_(settings), allowsCancel_(settings.allowUserToCancel) {}
+        : ModalForm(settings.title), mModel(settings), mAllowsCancel(settings.allowUserToCancel) {}
 
-    TimeDialogResult Result() const { return {model_.Answer(), cancelled_}; }
+    TimeDialogResult Result() const { return {mModel.Answer(), mCancelled}; }
 
   protected:
     void CreateControls() override {
-        fields_.Create();
+        mFields.Create();
         AddControls(kControls);
         for (const int id : {ids::k24Hour, IDOK, IDCANCEL}) {
             SetTextOf(id, FilterCaption(TextOf(id)));
         }
-        if (!allowsCancel_) {
+        if (!mAllowsCancel) {
             ShowControl(IDCANCEL, false);
             EnableControl(IDCANCEL, false);
             DisableCloseBox();
@@ -38,33 +38,33 @@ class TimeForm final : public ModalForm {
         using namespace units;
         constexpr int kWidth = TimeFieldControls::kWidth + 2 * kMargin;
         int top = kMargin;
-        fields_.LayOut(kMargin, top);
+        mFields.LayOut(kMargin, top);
         top += TimeFieldControls::kHeight + kGroupGap;
         Place(ids::k24Hour, UnitRect{kMargin, top, TimeFieldControls::kWidth, kCheckHeight});
         top += kCheckHeight + kGroupGap;
         const int cancelLeft = kWidth - kMargin - kButtonWidth;
         Place(IDCANCEL, UnitRect{cancelLeft, top, kButtonWidth, kButtonHeight});
-        Place(IDOK, UnitRect{allowsCancel_ ? cancelLeft - kGap - kButtonWidth : cancelLeft, top, kButtonWidth,
+        Place(IDOK, UnitRect{mAllowsCancel ? cancelLeft - kGap - kButtonWidth : cancelLeft, top, kButtonWidth,
                              kButtonHeight});
         return {UnitsX(kWidth), UnitsY(top + kButtonHeight + kMargin)};
     }
 
     void OnCommand(int id, int notification) override {
-        if (fields_.OnCommand(id, notification)) {
+        if (mFields.OnCommand(id, notification)) {
             return;
         }
         switch (id) {
             case ids::k24Hour:
-                model_.SetUse24Hour(IsDlgButtonChecked(Window(), ids::k24Hour) == BST_CHECKED);
+                mModel.SetUse24Hour(IsDlgButtonChecked(Window(), ids::k24Hour) == BST_CHECKED);
                 ShowClock();
                 break;
             case IDOK:
-                fields_.LeaveAll();
-                cancelled_ = false;
+                mFields.LeaveAll();
+                mCancelled = false;
                 Close();
                 break;
             case IDCANCEL:
-                if (allowsCancel_) {
+                if (mAllowsCancel) {
                     Close();
                 }
                 break;
@@ -74,7 +74,7 @@ class TimeForm final : public ModalForm {
     }
 
     std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override {
-        return message == WM_NOTIFY ? fields_.OnNotify(*reinterpret_cast<const NMHDR*>(lParam)) : std::nullopt;
+        return message == WM_NOTIFY ? mFields.OnNotify(*reinterpret_cast<const NMHDR*>(lParam)) : std::nullopt;
     }
 
   private:
@@ -85,14 +85,14 @@ class TimeForm final : public ModalForm {
     };
 
     void ShowClock() {
-        CheckDlgButton(Window(), ids::k24Hour, model_.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
-        fields_.Refresh();
+        CheckDlgButton(Window(), ids::k24Hour, mModel.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
+        mFields.Refresh();
     }
 
-    TimeDialogModel model_;
-    bool allowsCancel_;
-    bool cancelled_ = true;  // until the user says OK
-    TimeFieldControls fields_{*this, model_.Time()};
+    TimeDialogModel mModel;
+    bool mAllowsCancel;
+    bool mCancelled = true;  // until the user says OK
+    TimeFieldControls mFields{*this, mModel.Time()};
 };
 
 }  // namespace

@@ -43,48 +43,48 @@ using IconHandle = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
 class TimedMessageBoxForm final : public ModalForm {
   public:
     explicit TimedMessageBoxForm(const TimedMessageBoxSettings& settings)
-        : ModalForm(settings.title), prompt_(settings.prompt), model_(settings.style, settings.timeout) {}
+        : ModalForm(settings.title), mPrompt(settings.prompt), mModel(settings.style, settings.timeout) {}
 
-    MessageBoxResult Result() const { return result_; }
+    MessageBoxResult Result() const { return mResult; }
 
   protected:
     void CreateControls() override {
-        if (model_.Icon() != MessageBoxIcon::None) {
+        if (mModel.Icon() != MessageBoxIcon::None) {
             AddControl({ids::kIcon, WC_STATICW, L"", SS_ICON});
         }
         AddControl({ids::kPrompt, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
-        for (const MessageBoxResult button : model_.Buttons()) {
-            const DWORD kind = button == model_.DefaultButton() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        for (const MessageBoxResult button : mModel.Buttons()) {
+            const DWORD kind = button == mModel.DefaultButton() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
             const std::wstring caption(ButtonOf(button).caption);
             AddControl({IdOf(button), WC_BUTTONW, caption.c_str(), WS_TABSTOP | kind});
         }
-        if (model_.EscapeButton() == MessageBoxResult::None) {
+        if (mModel.EscapeButton() == MessageBoxResult::None) {
             DisableCloseBox();
         }
     }
 
     SIZE LayOut() override {
         const auto width = [this](std::wstring_view text) { return ToTwips(Measure(text).cx); };
-        const std::wstring wrapped = WrapPrompt(prompt_, kPromptLimit, width);
+        const std::wstring wrapped = WrapPrompt(mPrompt, kPromptLimit, width);
         SetTextOf(ids::kPrompt, wrapped);
         const SIZE promptPixels = Measure(wrapped);
         const TwipsSize prompt{ToTwips(promptPixels.cx), ToTwips(promptPixels.cy)};
         const TwipsSize icon{kIconSize, kIconSize};
         const TwipsSize button{ToTwips(UnitsX(units::kButtonWidth)), ToTwips(UnitsY(units::kButtonHeight))};
-        const MessageBoxLayout layout = LayOutMessageBox(model_, prompt, icon, button, HighestClient());
+        const MessageBoxLayout layout = LayOutMessageBox(mModel, prompt, icon, button, HighestClient());
         ShowIcon();
         Place(ids::kIcon, Pixels(layout.icon));
         Place(ids::kPrompt, Pixels(layout.prompt, promptPixels));
         for (size_t i = 0; i < layout.buttons.size(); ++i) {
-            Place(IdOf(model_.Buttons()[i]), Pixels(layout.buttons[i]));
+            Place(IdOf(mModel.Buttons()[i]), Pixels(layout.buttons[i]));
         }
         return {FromTwips(layout.client.width), FromTwips(layout.client.height)};
     }
 
     void OnOpening() override {
-        FocusOn(Control(IdOf(model_.DefaultButton())));
+        FocusOn(Control(IdOf(mModel.DefaultButton())));
         SetForegroundWindow(Window());  // a message is to be seen, whatever other window the user works in
-        if (model_.HasTimeout()) {
+        if (mModel.HasTimeout()) {
             SetTimer(Window(), kTimer, kTickMilliseconds, nullptr);
         }
     }
@@ -93,8 +93,8 @@ class TimedMessageBoxForm final : public ModalForm {
         const bool isButton = id >= IdOf(MessageBoxResult::Ok) && id <= IdOf(MessageBoxResult::No);
         if (isButton && Control(id) != nullptr) {
             Press(static_cast<MessageBoxResult>(id));
-        } else if (id == IDCANCEL && model_.EscapeButton() != MessageBoxResult::None) {
-            Press(model_.EscapeButton());
+        } else if (id == IDCANCEL && mModel.EscapeButton() != MessageBoxResult::None) {
+            Press(mModel.EscapeButton());
         }
     }
 
@@ -102,8 +102,8 @@ class TimedMessageBoxForm final : public ModalForm {
         if (message != WM_TIMER || wParam != kTimer) {
             return std::nullopt;
         }
-        if (model_.Tick()) {
-            Press(model_.DefaultButton());
+        if (mModel.Tick()) {
+            Press(mModel.DefaultButton());
         }
         return 0;
     }
@@ -125,18 +125,18 @@ class TimedMessageBoxForm final : public ModalForm {
 
     void Press(MessageBoxResult button) {
         KillTimer(Window(), kTimer);
-        result_ = button;
+        mResult = button;
         Close();
     }
 
     // Gives the icon the size that the display asks for.
     void ShowIcon() {
-        if (const wchar_t* name = SystemIcon(model_.Icon())) {
+        if (const wchar_t* name = SystemIcon(mModel.Icon())) {
             const int size = FromTwips(kIconSize);
             IconHandle icon(
                 static_cast<HICON>(CopyImage(LoadIconW(nullptr, name), IMAGE_ICON, size, size, LR_COPYFROMRESOURCE)));
             SendMessageW(Control(ids::kIcon), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
-            icon_ = std::move(icon);
+            mIcon = std::move(icon);
         }
     }
 
@@ -165,10 +165,10 @@ class TimedMessageBoxForm final : public ModalForm {
         return ToTwips(monitor.rcWork.bottom - monitor.rcWork.top - frame);
     }
 
-    std::wstring prompt_;
-    TimedMessageBoxModel model_;
-    IconHandle icon_;
-    MessageBoxResult result_ = MessageBoxResult::Cancel;  // unless a button says otherwise
+    std::wstring mPrompt;
+    TimedMessageBoxModel mModel;
+    IconHandle mIcon;
+    MessageBoxResult mResult = MessageBoxResult::Cancel;  // unless a button says otherwise
 };
 
 }  // namespace

@@ -43,10 +43,10 @@ const MessageBoxButton& ButtonOf(MessageBoxResult result) {
 }
 
 TimedMessageBoxModel::TimedMessageBoxModel(std::uint32_t style, std::int32_t timeout)
-    : style_(style), timeout_(std::max(timeout, 0)), buttons_(kButtonSets[style & kButtonMask]) {}
+    : mStyle(style), mTimeout(std::max(timeout, 0)), mButtons(kButtonSets[style & kButtonMask]) {}
 
 MessageBoxIcon TimedMessageBoxModel::Icon() const {
-    switch (style_ & kIconMask) {
+    switch (mStyle & kIconMask) {
         case 0x10:
             return MessageBoxIcon::Critical;
         case 0x20:
@@ -61,16 +61,16 @@ MessageBoxIcon TimedMessageBoxModel::Icon() const {
 }
 
 MessageBoxResult TimedMessageBoxModel::DefaultButton() const {
-    const std::uint32_t bits = style_ & kDefaultMask;
+    const std::uint32_t bits = mStyle & kDefaultMask;
     const size_t index = bits == 0x100 ? 1 : bits == 0x200 ? 2 : 0;
-    return buttons_[index < buttons_.size() ? index : 0];
+    return mButtons[index < mButtons.size() ? index : 0];
 }
 
 MessageBoxResult TimedMessageBoxModel::EscapeButton() const {
-    if (std::find(buttons_.begin(), buttons_.end(), Cancel) != buttons_.end()) {
+    if (std::find(mButtons.begin(), mButtons.end(), Cancel) != mButtons.end()) {
         return Cancel;
     }
-    return buttons_.size() == 1 ? Ok : None;
+    return mButtons.size() == 1 ? Ok : None;
 }
 
 MessageBoxResult TimedMessageBoxModel::ButtonForKey(wchar_t key) {
@@ -80,7 +80,7 @@ MessageBoxResult TimedMessageBoxModel::ButtonForKey(wchar_t key) {
 }
 
 bool TimedMessageBoxModel::Tick() {
-    return HasTimeout() && ++ticks_ >= timeout_;
+    return HasTimeout() && ++mTicks >= mTimeout;
 }
 
 MessageBoxLayout LayOutMessageBox(const TimedMessageBoxModel& box, TwipsSize prompt, TwipsSize icon, TwipsSize button,

@@ -38,7 +38,7 @@ class TimedMessageBoxModel {
     MessageBoxIcon Icon() const;
 
     // The buttons from left to right.
-    std::span<const MessageBoxResult> Buttons() const { return buttons_; }
+    std::span<const MessageBoxResult> Buttons() const { return mButtons; }
 
     // The button that Enter and the time-out press.
     MessageBoxResult DefaultButton() const;
@@ -51,16 +51,16 @@ class TimedMessageBoxModel {
     static MessageBoxResult ButtonForKey(wchar_t key);
 
     // Whether the box counts at all.
-    bool HasTimeout() const { return timeout_ > 0; }
+    bool HasTimeout() const { return mTimeout > 0; }
 
     // Counts one second; true when the time is up.
     bool Tick();
 
   private:
-    std::uint32_t style_;
-    std::int32_t timeout_;
-    std::int32_t ticks_ = 0;
-    std::span<const MessageBoxResult> buttons_;
+    std::uint32_t mStyle;
+    std::int32_t mTimeout;
+    std::int32_t mTicks = 0;
+    std::span<const MessageBoxResult> mButtons;
 };
 
 // The design sizes of the box, in twips.

@@ -13,26 +13,26 @@ class Footnote final : public AutomationObject<Footnote, _Footnote, ::Footnote> 
     static constexpr wchar_t kProgId[] = L"V5Strings.Footnote";
 
     Footnote() = default;
-    Footnote(std::wstring symbol, std::wstring_view text) : symbol_(std::move(symbol)), text_(text) {}
+    Footnote(std::wstring symbol, std::wstring_view text) : mSymbol(std::move(symbol)), mText(text) {}
 
-    const std::wstring& Symbol() const { return symbol_; }
+    const std::wstring& Symbol() const { return mSymbol; }
 
     STDMETHODIMP get_Symbol(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(symbol_); });
+        return Return(result, [&] { return std::wstring_view(mSymbol); });
     }
     STDMETHODIMP put_Symbol(BSTR symbol) override {
-        return Do([&] { symbol_ = View(symbol); });
+        return Do([&] { mSymbol = View(symbol); });
     }
     STDMETHODIMP get_Text(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(text_); });
+        return Return(result, [&] { return std::wstring_view(mText); });
     }
     STDMETHODIMP put_Text(BSTR text) override {
-        return Do([&] { text_ = View(text); });
+        return Do([&] { mText = View(text); });
     }
 
   private:
-    std::wstring symbol_;
-    std::wstring text_;
+    std::wstring mSymbol;
+    std::wstring mText;
 };
 
 }  // namespace v5

@@ -19,19 +19,19 @@ std::wstring FootnoteMark(std::int32_t n) {
 
 std::int32_t FootnoteBook::NumberOf(std::wstring_view text) {
     const auto hash = static_cast<std::uint32_t>(std::hash<std::wstring_view>()(text));
-    if (!slots_.empty()) {
+    if (!mSlots.empty()) {
         if (const Slot& known = Find(text, hash); known.number != 0) {
             return known.number;
         }
     }
-    if (8 * ends_.size() >= 7 * slots_.size()) {
+    if (8 * mEnds.size() >= 7 * mSlots.size()) {
         Grow();
     }
-    ends_.push_back(texts_.size() + text.size());
+    mEnds.push_back(mTexts.size() + text.size());
     try {
-        texts_.append(text);
+        mTexts.append(text);
     } catch (...) {
-        ends_.pop_back();
+        mEnds.pop_back();
         throw;
     }
     Find(text, hash) = {hash, Count()};
@@ -40,24 +40,24 @@ std::int32_t FootnoteBook::NumberOf(std::wstring_view text) {
 
 std::wstring_view FootnoteBook::Text(std::int32_t number) const {
     const auto index = static_cast<size_t>(number) - 1;
-    const size_t start = index == 0 ? 0 : ends_[index - 1];
-    return std::wstring_view(texts_).substr(start, ends_[index] - start);
+    const size_t start = index == 0 ? 0 : mEnds[index - 1];
+    return std::wstring_view(mTexts).substr(start, mEnds[index] - start);
 }
 
 // The slot of a text, or the free one where it belongs.
 FootnoteBook::Slot& FootnoteBook::Find(std::wstring_view text, std::uint32_t hash) {
-    const size_t mask = slots_.size() - 1;
+    const size_t mask = mSlots.size() - 1;
     size_t at = hash & mask;
-    while (slots_[at].number != 0 && (slots_[at].hash != hash || Text(slots_[at].number) != text)) {
+    while (mSlots[at].number != 0 && (mSlots[at].hash != hash || Text(mSlots[at].number) != text)) {
         at = (at + 1) & mask;
     }
-    return slots_[at];
+    return mSlots[at];
 }
 
 void FootnoteBook::Grow() {
-    std::vector<Slot> slots(slots_.empty() ? kFirstSlots : 2 * slots_.size());
+    std::vector<Slot> slots(mSlots.empty() ? kFirstSlots : 2 * mSlots.size());
     const size_t mask = slots.size() - 1;
-    for (const Slot& slot : slots_) {
+    for (const Slot& slot : mSlots) {
         if (slot.number != 0) {
             size_t at = slot.hash & mask;
             while (slots[at].number != 0) {
@@ -66,7 +66,7 @@ void FootnoteBook::Grow() {
             slots[at] = slot;
         }
     }
-    slots_.swap(slots);
+    mSlots.swap(slots);
 }
 
 }  // namespace v5

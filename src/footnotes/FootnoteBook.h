@@ -18,7 +18,7 @@ std::wstring FootnoteMark(std::int32_t n);
 class FootnoteBook {
   public:
     // The number of distinct footnotes so far.
-    std::int32_t Count() const { return static_cast<std::int32_t>(ends_.size()); }
+    std::int32_t Count() const { return static_cast<std::int32_t>(mEnds.size()); }
 
     // The number, from 1, of the footnote for exactly this text: case and blanks count, an empty text is a text. A text
     // that is asked for the first time takes the next number. Throws std::bad_alloc, and the book is then as before.
@@ -36,9 +36,9 @@ class FootnoteBook {
     Slot& Find(std::wstring_view text, std::uint32_t hash);
     void Grow();
 
-    std::wstring texts_;        // all texts, one after the other
-    std::vector<size_t> ends_;  // where each text ends in texts_
-    std::vector<Slot> slots_;   // open addressing; a power of two, at most seven eighths of them taken
+    std::wstring mTexts;        // all texts, one after the other
+    std::vector<size_t> mEnds;  // where each text ends in mTexts
+    std::vector<Slot> mSlots;   // open addressing; a power of two, at most seven eighths of them taken
 };
 
 }  // namespace v5

@@ -22,11 +22,11 @@ class FootnoteList final : public AutomationObject<FootnoteList, _FootnoteList, 
     std::wstring SymbolOf(std::int32_t number) const;
     Footnote* ObjectOf(std::int32_t number);
 
-    FootnoteBook book_;
+    FootnoteBook mBook;
 
     // The footnotes that a client has seen as objects, the first ones of the book: such an object is the footnote from
     // then on, its symbol included.
-    std::vector<ComPtr<Footnote>> objects_;
+    std::vector<ComPtr<Footnote>> mObjects;
 };
 
 }  // namespace v5

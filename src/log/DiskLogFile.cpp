@@ -5,28 +5,28 @@
 namespace v5 {
 
 std::uint32_t DiskLogFile::Open(const std::wstring& path) {
-    file_ = CreateFileA(ToAnsi(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+    mFile = CreateFileA(ToAnsi(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                         FILE_FLAG_WRITE_THROUGH, nullptr);
     return IsOpen() ? 0 : GetLastError();
 }
 
 void DiskLogFile::SeekToEnd() {
-    SetFilePointerEx(file_, {}, nullptr, FILE_END);  // beyond 4 GB, too
+    SetFilePointerEx(mFile, {}, nullptr, FILE_END);  // beyond 4 GB, too
 }
 
 void DiskLogFile::Write(std::string_view bytes) {
     DWORD written = 0;
-    WriteFile(file_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    WriteFile(mFile, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
 void DiskLogFile::FlushToDisk() {
-    FlushFileBuffers(file_);
+    FlushFileBuffers(mFile);
 }
 
 void DiskLogFile::Close() {
     if (IsOpen()) {
-        CloseHandle(file_);
-        file_ = INVALID_HANDLE_VALUE;
+        CloseHandle(mFile);
+        mFile = INVALID_HANDLE_VALUE;
     }
 }
 

@@ -17,14 +17,14 @@ class DiskLogFile final : public LogFile {
     // The name goes through the ANSI code page, as names of log files always have: one that needs characters which the
     // code page lacks cannot be opened.
     std::uint32_t Open(const std::wstring& path) override;
-    bool IsOpen() const override { return file_ != INVALID_HANDLE_VALUE; }
+    bool IsOpen() const override { return mFile != INVALID_HANDLE_VALUE; }
     void SeekToEnd() override;
     void Write(std::string_view bytes) override;
     void FlushToDisk() override;
     void Close() override;
 
   private:
-    HANDLE file_ = INVALID_HANDLE_VALUE;
+    HANDLE mFile = INVALID_HANDLE_VALUE;
 };
 
 }  // namespace v5

@@ -17,13 +17,13 @@ class LogFileClass final : public AutomationObject<LogFileClass, _LogFileClass, 
 
     STDMETHODIMP get_Active(VARIANT_BOOL* result) override { return get_IsActive(result); }
     STDMETHODIMP get_IsActive(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return log_.IsActive(); });
+        return Return(result, [&] { return mLog.IsActive(); });
     }
     STDMETHODIMP get_Filename(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(log_.Filename()); });
+        return Return(result, [&] { return std::wstring_view(mLog.Filename()); });
     }
     STDMETHODIMP get_LogError(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(log_.Error()); });
+        return Return(result, [&] { return std::wstring_view(mLog.Error()); });
     }
     STDMETHODIMP StartLog(BSTR filename, BSTR title, VARIANT_BOOL showMilliseconds, VARIANT_BOOL showTimestamp,
                           VARIANT_BOOL* result) override {
@@ -32,27 +32,27 @@ class LogFileClass final : public AutomationObject<LogFileClass, _LogFileClass, 
     STDMETHODIMP StartLog2(BSTR filename, BSTR title, VARIANT_BOOL showMilliseconds, VARIANT_BOOL showTimestamp,
                            long maxTimeGapExpectedSeconds, VARIANT_BOOL* result) override {
         return Return(result, [&] {
-            return log_.Start(View(filename), View(title),
+            return mLog.Start(View(filename), View(title),
                               {ToBool(showMilliseconds), ToBool(showTimestamp), maxTimeGapExpectedSeconds});
         });
     }
     STDMETHODIMP StopLog() override {
-        return DoQuietly([&] { log_.Stop(); });
+        return DoQuietly([&] { mLog.Stop(); });
     }
     STDMETHODIMP WriteToLog(BSTR text) override { return WriteToLog2(text, VARIANT_FALSE); }
     STDMETHODIMP WriteToLog2(BSTR text, VARIANT_BOOL forceFlushToDisk) override {
-        return DoQuietly([&] { log_.Write(View(text), ToBool(forceFlushToDisk)); });
+        return DoQuietly([&] { mLog.Write(View(text), ToBool(forceFlushToDisk)); });
     }
     STDMETHODIMP Flush() override {
-        return DoQuietly([&] { log_.Flush(); });
+        return DoQuietly([&] { mLog.Flush(); });
     }
 
   private:
-    DiskLogFile file_;
-    SystemClock clock_;
-    AnsiCodePage codePage_;
-    MachineLogHost host_;
-    LogWriter log_{file_, clock_, codePage_, host_};  // last: it is the first to end, and still writes then
+    DiskLogFile mFile;
+    SystemClock mClock;
+    AnsiCodePage mCodePage;
+    MachineLogHost mHost;
+    LogWriter mLog{mFile, mClock, mCodePage, mHost};  // last: it is the first to end, and still writes then
 };
 
 }  // namespace v5

@@ -26,8 +26,8 @@ bool CopyAscii(std::wstring_view text, char* bytes) {
 }  // namespace
 
 LogLine& LogLine::Begin() {
-    length_ = 0;
-    prefixLength_ = 0;
+    mLength = 0;
+    mPrefixLength = 0;
     return *this;
 }
 
@@ -39,37 +39,37 @@ LogLine& LogLine::Tick(std::uint32_t tickMilliseconds) {
 }
 
 LogLine& LogLine::Stamp(const CivilDateTime& time) {
-    if (!isStamped_ || time != stampTime_) {
+    if (!mIsStamped || time != mStampTime) {
         const std::wstring stamp = FormatTimestamp12(time);
-        CopyAscii(std::wstring_view(stamp).substr(0, stamp_.size()), stamp_.data());
-        stampTime_ = time;
-        isStamped_ = true;
+        CopyAscii(std::wstring_view(stamp).substr(0, mStamp.size()), mStamp.data());
+        mStampTime = time;
+        mIsStamped = true;
     }
-    std::memcpy(Extend(stamp_.size()), stamp_.data(), stamp_.size());
+    std::memcpy(Extend(mStamp.size()), mStamp.data(), mStamp.size());
     return *this;
 }
 
 LogLine& LogLine::Text(std::wstring_view text) {
     char* const bytes = Extend(text.size());
     if (!CopyAscii(text, bytes)) {
-        encoder_.Encode(text, bytes);
+        mEncoder.Encode(text, bytes);
     }
     return *this;
 }
 
 std::string_view LogLine::End() {
     std::memcpy(Extend(2), "\r\n", 2);
-    return {bytes_.data(), length_};
+    return {mBytes.data(), mLength};
 }
 
 // Makes the line `count` bytes longer; their content is for the caller to write.
 char* LogLine::Extend(size_t count) {
-    const size_t start = length_;
-    if (bytes_.size() - start < count) {
-        bytes_.resize(std::max(start + count, 2 * bytes_.size()));
+    const size_t start = mLength;
+    if (mBytes.size() - start < count) {
+        mBytes.resize(std::max(start + count, 2 * mBytes.size()));
     }
-    length_ = start + count;
-    return bytes_.data() + start;
+    mLength = start + count;
+    return mBytes.data() + start;
 }
 
 }  // namespace v5

@@ -16,14 +16,14 @@ class AnsiEncoder;
 class LogLine {
   public:
     // `encoder` outlives the line; it is asked only for text that is not plain ASCII.
-    explicit LogLine(const AnsiEncoder& encoder) : encoder_(encoder) {}
+    explicit LogLine(const AnsiEncoder& encoder) : mEncoder(encoder) {}
 
     // Starts the next line.
     LogLine& Begin();
 
     // Makes what the line has so far the prefix that BeginAgain starts the following lines with, until the next Begin.
-    void MarkPrefix() { prefixLength_ = length_; }
-    void BeginAgain() { length_ = prefixLength_; }
+    void MarkPrefix() { mPrefixLength = mLength; }
+    void BeginAgain() { mLength = mPrefixLength; }
 
     // The tick field: the millisecond tick without its top bit, in decimal, blanks up to 13 columns.
     LogLine& Tick(std::uint32_t tickMilliseconds);
@@ -40,13 +40,13 @@ class LogLine {
   private:
     char* Extend(size_t count);
 
-    const AnsiEncoder& encoder_;
-    std::string bytes_;  // as long as the longest line so far
-    size_t length_ = 0;  // of the line
-    size_t prefixLength_ = 0;
-    CivilDateTime stampTime_;
-    std::array<char, 22> stamp_{};  // of stampTime_: lines of the same second share it
-    bool isStamped_ = false;
+    const AnsiEncoder& mEncoder;
+    std::string mBytes;  // as long as the longest line so far
+    size_t mLength = 0;  // of the line
+    size_t mPrefixLength = 0;
+    CivilDateTime mStampTime;
+    std::array<char, 22> mStamp{};  // of mStampTime: lines of the same second share it
+    bool mIsStamped = false;
 };
 
 }  // namespace v5

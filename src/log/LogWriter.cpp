@@ -28,18 +28,18 @@ LogWriter::~LogWriter() {
 
 bool LogWriter::Start(std::wstring_view filename, std::wstring_view title, const LogOptions& options) {
     Stop();
-    filename_ = CompletePath(filename, host_);
-    error_.clear();
-    options_ = options;
-    gap_.Expect(options.maxTimeGapSeconds);
-    if (const std::uint32_t code = file_.Open(filename_); code != 0) {
-        error_ = OpenErrorText(code, host_);
+    mFilename = CompletePath(filename, mHost);
+    mError.clear();
+    mOptions = options;
+    mGap.Expect(options.maxTimeGapSeconds);
+    if (const std::uint32_t code = mFile.Open(mFilename); code != 0) {
+        mError = OpenErrorText(code, mHost);
         return false;
     }
-    file_.SeekToEnd();
+    mFile.SeekToEnd();
     WriteFrameLine(L"** START Vantor log file  ");  // two blanks here, one at the end of the run: published so
     if (!title.empty()) {
-        for (const std::wstring& line : LogHeader(host_, title, clock_.LocalNow(), filename_)) {
+        for (const std::wstring& line : LogHeader(mHost, title, mClock.LocalNow(), mFilename)) {
             Write(line);
         }
         Write(L"");
@@ -55,7 +55,7 @@ void LogWriter::Stop() noexcept {
         WriteFrameLine(L"** END Vantor log file ");
     } catch (...) {  // the run ends all the same
     }
-    file_.Close();
+    mFile.Close();
 }
 
 void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
@@ -65,7 +65,7 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
     try {
         ReportTimeGap();
         BeginLine();
-        file_.Write(line_.Text(text).End());
+        mFile.Write(mLine.Text(text).End());
         if (flushToDisk) {
             Flush();
         }
@@ -77,7 +77,7 @@ void LogWriter::Write(std::wstring_view text, bool flushToDisk) noexcept {
 
 void LogWriter::Flush() {
     if (IsActive()) {
-        file_.FlushToDisk();
+        mFile.FlushToDisk();
     }
 }
 
@@ -85,49 +85,49 @@ void LogWriter::Flush() {
 // building the line.
 void LogWriter::BeginLine() {
     std::optional<std::uint32_t> tick;
-    if (options_.showMilliseconds) {
-        tick = clock_.TickMilliseconds();
-        if (tick == prefixTick_) {
-            line_.BeginAgain();
+    if (mOptions.showMilliseconds) {
+        tick = mClock.TickMilliseconds();
+        if (tick == mPrefixTick) {
+            mLine.BeginAgain();
             return;
         }
     }
     BeginRawLine();
     if (tick) {
-        line_.Tick(*tick);
+        mLine.Tick(*tick);
     }
-    if (options_.showTimestamp) {
-        line_.Stamp(clock_.LocalNow()).Text(L"  ");
+    if (mOptions.showTimestamp) {
+        mLine.Stamp(mClock.LocalNow()).Text(L"  ");
     }
-    line_.MarkPrefix();
-    prefixTick_ = tick;
+    mLine.MarkPrefix();
+    mPrefixTick = tick;
 }
 
 LogLine& LogWriter::BeginRawLine() {
-    prefixTick_.reset();
-    return line_.Begin();
+    mPrefixTick.reset();
+    return mLine.Begin();
 }
 
 void LogWriter::WriteFrameLine(std::wstring_view before) {
-    file_.Write(BeginRawLine().Text(before).Stamp(clock_.LocalNow()).Text(L" **").End());
+    mFile.Write(BeginRawLine().Text(before).Stamp(mClock.LocalNow()).Text(L" **").End());
 }
 
 void LogWriter::ReportTimeGap() {
-    if (!gap_.IsWatching()) {
+    if (!mGap.IsWatching()) {
         return;
     }
-    if (const auto seconds = gap_.Note(clock_.TickMilliseconds())) {
+    if (const auto seconds = mGap.Note(mClock.TickMilliseconds())) {
         BeginRawLine().Text(L"---- ").Text(std::to_wstring(*seconds)).Text(L" seconds since previous write");
-        file_.Write(line_.End());
+        mFile.Write(mLine.End());
     }
 }
 
 // Keeps the failure that is being handled, by the number that automation clients know and its text.
 void LogWriter::KeepFailure() noexcept {
     try {
-        error_ = CurrentFailureText();
+        mError = CurrentFailureText();
     } catch (...) {
-        error_.clear();  // not even room for the text
+        mError.clear();  // not even room for the text
     }
 }
 

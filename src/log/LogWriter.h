@@ -24,7 +24,7 @@ class LogWriter {
   public:
     // The ports outlive the writer. Nothing is opened yet.
     LogWriter(LogFile& file, const Clock& clock, const AnsiEncoder& encoder, const LogHost& host)
-        : file_(file), clock_(clock), host_(host), line_(encoder) {}
+        : mFile(file), mClock(clock), mHost(host), mLine(encoder) {}
 
     // An active log gets a line that says so, and its end line.
     ~LogWriter();
@@ -33,13 +33,13 @@ class LogWriter {
     LogWriter& operator=(const LogWriter&) = delete;
 
     // Whether a log run is open.
-    bool IsActive() const { return file_.IsOpen(); }
+    bool IsActive() const { return mFile.IsOpen(); }
 
     // Full path of the current or last log file; empty before the first Start.
-    const std::wstring& Filename() const { return filename_; }
+    const std::wstring& Filename() const { return mFilename; }
 
     // Why the last Start or write failed; empty after a Start that went well.
-    const std::wstring& Error() const { return error_; }
+    const std::wstring& Error() const { return mError; }
 
     // Ends an active log run and starts one in `filename`; a name without a backslash stands for a file in the
     // library's folder. A title that is not empty begins the run with the boxed header. False when the file cannot be
@@ -64,15 +64,15 @@ class LogWriter {
     void ReportTimeGap();
     void KeepFailure() noexcept;
 
-    LogFile& file_;
-    const Clock& clock_;
-    const LogHost& host_;
-    LogLine line_;
-    LogOptions options_;
-    TimeGap gap_;
-    std::optional<std::uint32_t> prefixTick_;  // when the prefix in line_ was made; none when there is none to share
-    std::wstring filename_;
-    std::wstring error_;
+    LogFile& mFile;
+    const Clock& mClock;
+    const LogHost& mHost;
+    LogLine mLine;
+    LogOptions mOptions;
+    TimeGap mGap;
+    std::optional<std::uint32_t> mPrefixTick;  // when the prefix in mLine was made; none when there is none to share
+    std::wstring mFilename;
+    std::wstring mError;
 };
 
 }  // namespace v5

@@ -6,14 +6,14 @@ namespace v5 {
 
 void AnsiCodePage::Encode(std::wstring_view text, char* bytes) const {
     const auto length = static_cast<int>(text.size());
-    if (WideCharToMultiByte(codePage_, 0, text.data(), length, bytes, length, nullptr, nullptr) == length) {
+    if (WideCharToMultiByte(mCodePage, 0, text.data(), length, bytes, length, nullptr, nullptr) == length) {
         return;
     }
     // A code page in which some characters take several bytes: those become "?", so that the count holds.
     for (const wchar_t c : text) {
         char encoded[8];
         *bytes++ =
-            WideCharToMultiByte(codePage_, 0, &c, 1, encoded, sizeof encoded, nullptr, nullptr) == 1 ? encoded[0] : '?';
+            WideCharToMultiByte(mCodePage, 0, &c, 1, encoded, sizeof encoded, nullptr, nullptr) == 1 ? encoded[0] : '?';
     }
 }
 

@@ -11,12 +11,12 @@ namespace v5 {
 class AnsiCodePage final : public AnsiEncoder {
   public:
     // Another code page than the system's own (0) by its number.
-    explicit AnsiCodePage(unsigned codePage = 0) : codePage_(codePage) {}
+    explicit AnsiCodePage(unsigned codePage = 0) : mCodePage(codePage) {}
 
     void Encode(std::wstring_view text, char* bytes) const override;
 
   private:
-    unsigned codePage_;
+    unsigned mCodePage;
 };
 
 // Text in and out of the code page. A character that it lacks becomes a similar one or "?".

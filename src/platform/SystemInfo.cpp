@@ -16,11 +16,11 @@ class VersionKey {
   public:
     VersionKey() {
         RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0,
-                      KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key_);
+                      KEY_QUERY_VALUE | KEY_WOW64_64KEY, &mKey);
     }
     ~VersionKey() {
-        if (key_ != nullptr) {
-            RegCloseKey(key_);
+        if (mKey != nullptr) {
+            RegCloseKey(mKey);
         }
     }
     VersionKey(const VersionKey&) = delete;
@@ -30,18 +30,18 @@ class VersionKey {
     std::wstring Text(const wchar_t* name) const {
         std::array<wchar_t, 256> text{};
         DWORD size = sizeof text;
-        RegGetValueW(key_, nullptr, name, RRF_RT_REG_SZ | RRF_ZEROONFAILURE, nullptr, text.data(), &size);
+        RegGetValueW(mKey, nullptr, name, RRF_RT_REG_SZ | RRF_ZEROONFAILURE, nullptr, text.data(), &size);
         return text.data();
     }
     DWORD Number(const wchar_t* name) const {
         DWORD number = 0;
         DWORD size = sizeof number;
-        RegGetValueW(key_, nullptr, name, RRF_RT_REG_DWORD | RRF_ZEROONFAILURE, nullptr, &number, &size);
+        RegGetValueW(mKey, nullptr, name, RRF_RT_REG_DWORD | RRF_ZEROONFAILURE, nullptr, &number, &size);
         return number;
     }
 
   private:
-    HKEY key_ = nullptr;
+    HKEY mKey = nullptr;
 };
 
 // GetVersionEx tells a program without a manifest that it runs on Windows 8; the kernel's own call does not.

@@ -7,16 +7,16 @@ namespace {
 
 class AboutForm final : public BannerForm {
   public:
-    explicit AboutForm(const AboutTexts& texts) : BannerForm(L"About Vantor"), texts_(texts) {}
+    explicit AboutForm(const AboutTexts& texts) : BannerForm(L"About Vantor"), mTexts(texts) {}
 
   protected:
     void CreateControls() override {
         AddBanner();
-        AddText(kProductName, texts_.productName);
-        AddText(kRelease, texts_.release);
-        AddText(kCopyright, texts_.copyright);
-        AddText(kCompany, texts_.company);
-        AddText(kTrademarkNotice, texts_.trademarkNotice);
+        AddText(kProductName, mTexts.productName);
+        AddText(kRelease, mTexts.release);
+        AddText(kCopyright, mTexts.copyright);
+        AddText(kCompany, mTexts.company);
+        AddText(kTrademarkNotice, mTexts.trademarkNotice);
         AddClose();
     }
 
@@ -36,7 +36,7 @@ class AboutForm final : public BannerForm {
   private:
     enum TextId { kProductName = 401, kRelease, kCopyright, kCompany, kTrademarkNotice };
 
-    const AboutTexts& texts_;
+    const AboutTexts& mTexts;
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ void Paint(IPicture& picture, const DRAWITEMSTRUCT& item) {
 }  // namespace
 
 BannerForm::BannerForm(std::wstring title) : ModalForm(std::move(title)) {
-    LoadBitmapPicture(kFullBitmap).As(&picture_);
+    LoadBitmapPicture(kFullBitmap).As(&mPicture);
 }
 
 void BannerForm::AddBanner() {
@@ -85,11 +85,11 @@ int BannerForm::BannerHeight() const {
 }
 
 void BannerForm::Embolden(int id) {
-    if (boldDpi_ != Dpi()) {
-        boldFont_ = CreateMessageFont(Dpi(), true);
-        boldDpi_ = Dpi();
+    if (mBoldDpi != Dpi()) {
+        mBoldFont = CreateMessageFont(Dpi(), true);
+        mBoldDpi = Dpi();
     }
-    SendMessageW(Control(id), WM_SETFONT, reinterpret_cast<WPARAM>(boldFont_.get()), FALSE);
+    SendMessageW(Control(id), WM_SETFONT, reinterpret_cast<WPARAM>(mBoldFont.get()), FALSE);
 }
 
 void BannerForm::OnOpening() {
@@ -104,7 +104,7 @@ void BannerForm::OnCommand(int id, int) {
 
 std::optional<LRESULT> BannerForm::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_DRAWITEM && wParam == kBannerId) {
-        Paint(*picture_.Get(), *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        Paint(*mPicture.Get(), *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
         return TRUE;
     }
     return std::nullopt;

@@ -50,9 +50,9 @@ class BannerForm : public ModalForm {
   private:
     int TextHeight(int id, int width) const;
 
-    Microsoft::WRL::ComPtr<IPicture> picture_;
-    FontHandle boldFont_;
-    UINT boldDpi_ = 0;
+    Microsoft::WRL::ComPtr<IPicture> mPicture;
+    FontHandle mBoldFont;
+    UINT mBoldDpi = 0;
 };
 
 }  // namespace v5

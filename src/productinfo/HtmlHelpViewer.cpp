@@ -34,7 +34,7 @@ bool HtmlHelpViewer::FileExists(std::wstring_view path) const {
 
 void HtmlHelpViewer::Open(std::wstring_view path) {
     static const HtmlHelpFunction htmlHelp = LoadHtmlHelp();
-    htmlHelp(owner_, ToAnsi(path).c_str(), kDisplayTopic, 0);
+    htmlHelp(mOwner, ToAnsi(path).c_str(), kDisplayTopic, 0);
 }
 
 }  // namespace v5

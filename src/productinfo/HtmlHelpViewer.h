@@ -10,13 +10,13 @@ namespace v5 {
 class HtmlHelpViewer final : public HelpViewer {
   public:
     // `owner` owns the help window and may be null.
-    explicit HtmlHelpViewer(HWND owner) : owner_(owner) {}
+    explicit HtmlHelpViewer(HWND owner) : mOwner(owner) {}
 
     bool FileExists(std::wstring_view path) const override;
     void Open(std::wstring_view path) override;
 
   private:
-    HWND owner_;
+    HWND mOwner;
 };
 
 }  // namespace v5

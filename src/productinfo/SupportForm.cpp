@@ -31,26 +31,26 @@ FontHandle Underlined(HFONT font) {
 
 class SupportForm final : public BannerForm {
   public:
-    explicit SupportForm(const SupportInfo& info) : BannerForm(L"Vantor Support Information"), info_(info) {}
+    explicit SupportForm(const SupportInfo& info) : BannerForm(L"Vantor Support Information"), mInfo(info) {}
 
   protected:
     void CreateControls() override {
         AddBanner();
-        for (const Row& row : rows_) {
+        for (const Row& row : mRows) {
             AddText(row.releaseId, row.package.release);
             AddText(row.dateId, row.package.installed);
         }
         AddControl({kLine, WC_STATICW, L"", SS_ETCHEDHORZ});
-        AddText(kCompany, info_.company);
+        AddText(kCompany, mInfo.company);
         AddText(kPhoneCaption, L"Phone:");
-        AddText(kPhone, info_.phone);
+        AddText(kPhone, mInfo.phone);
         AddText(kEmailCaption, L"E-mail:");
-        if (info_.emailIsLink) {
+        if (mInfo.emailIsLink) {
             // A button in a link's clothes: Tab reaches it, Space and Enter press it, screen readers read it.
-            AddControl({kEmail, WC_BUTTONW, info_.email.c_str(), WS_TABSTOP | BS_OWNERDRAW});
+            AddControl({kEmail, WC_BUTTONW, mInfo.email.c_str(), WS_TABSTOP | BS_OWNERDRAW});
             HookControl(kEmail, &SupportForm::ShowHandCursor);
         } else {
-            AddText(kEmail, info_.email);
+            AddText(kEmail, mInfo.email);
         }
         AddClose();
     }
@@ -63,15 +63,15 @@ class SupportForm final : public BannerForm {
         top = PlaceText(kCompany, LeftMargin(), RightMargin(), top + UnitsY(units::kGroupGap)) + UnitsY(units::kGap);
         top = PlaceCaptioned(kPhoneCaption, kPhone, top) + UnitsY(units::kGap) / 2;
         top = PlaceCaptioned(kEmailCaption, kEmail, top);
-        if (info_.emailIsLink) {
+        if (mInfo.emailIsLink) {
             FitLink();
         }
         return PlaceClose(top + UnitsY(units::kGroupGap));
     }
 
     void OnCommand(int id, int notification) override {
-        if (id == kEmail && notification == BN_CLICKED && info_.emailIsLink) {
-            ShellOpen(Window(), SupportMailAddress(info_.email, TextOf(kVantorRelease)));
+        if (id == kEmail && notification == BN_CLICKED && mInfo.emailIsLink) {
+            ShellOpen(Window(), SupportMailAddress(mInfo.email, TextOf(kVantorRelease)));
             return;
         }
         BannerForm::OnCommand(id, notification);
@@ -79,7 +79,7 @@ class SupportForm final : public BannerForm {
 
     // Enter presses the link while it has the focus: as it draws itself, the dialog manager takes it for no button.
     bool OnQueuedMessage(const MSG& message) override {
-        const bool presses = info_.emailIsLink && message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
+        const bool presses = mInfo.emailIsLink && message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
                              message.hwnd == Control(kEmail);
         if (presses) {
             SendMessageW(message.hwnd, BM_CLICK, 0, 0);
@@ -130,7 +130,7 @@ class SupportForm final : public BannerForm {
     // Releases left, dates right; a package that is not installed takes no room.
     int PlacePackages(int top) const {
         const int dateLeft = RightMargin() - Measure(L"Installed 0000-00-00").cx;
-        for (const Row& row : rows_) {
+        for (const Row& row : mRows) {
             const int releaseBottom = PlaceText(row.releaseId, LeftMargin(), dateLeft - UnitsX(units::kGap), top);
             const int dateBottom = PlaceText(row.dateId, dateLeft, RightMargin(), top);
             const int bottom = std::max(releaseBottom, dateBottom);
@@ -150,7 +150,7 @@ class SupportForm final : public BannerForm {
     void FitLink() const {
         RECT box{};
         GetWindowRect(Control(kEmail), &box);
-        SetWindowPos(Control(kEmail), nullptr, 0, 0, Measure(info_.email).cx + 1, box.bottom - box.top,
+        SetWindowPos(Control(kEmail), nullptr, 0, 0, Measure(mInfo.email).cx + 1, box.bottom - box.top,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
@@ -161,7 +161,7 @@ class SupportForm final : public BannerForm {
         FillRect(item.hDC, &box, GetSysColorBrush(COLOR_BTNFACE));
         SetBkMode(item.hDC, TRANSPARENT);
         SetTextColor(item.hDC, LinkColour());
-        DrawTextW(item.hDC, info_.email.c_str(), -1, &box, DT_NOPREFIX | DT_SINGLELINE);
+        DrawTextW(item.hDC, mInfo.email.c_str(), -1, &box, DT_NOPREFIX | DT_SINGLELINE);
         if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
             SetTextColor(item.hDC, GetSysColor(COLOR_BTNTEXT));
             DrawFocusRect(item.hDC, &box);
@@ -169,12 +169,12 @@ class SupportForm final : public BannerForm {
         SelectObject(item.hDC, previous);
     }
 
-    const SupportInfo& info_;
-    const Row rows_[4] = {
-        {kSupportFilesRelease, kSupportFilesInstallDate, info_.supportFiles},
-        {kVantorRelease, kVantorInstallDate, info_.main},
-        {kVantorWebRelease, kVantorWebInstallDate, info_.web},
-        {kOstraRelease, kOstraInstallDate, info_.ostra},
+    const SupportInfo& mInfo;
+    const Row mRows[4] = {
+        {kSupportFilesRelease, kSupportFilesInstallDate, mInfo.supportFiles},
+        {kVantorRelease, kVantorInstallDate, mInfo.main},
+        {kVantorWebRelease, kVantorWebInstallDate, mInfo.web},
+        {kOstraRelease, kOstraInstallDate, mInfo.ostra},
     };
 };
 

@@ -10,10 +10,10 @@ _variant_t Text(std::wstring_view text) {
 }  // namespace
 
 const LateBound& WindowsInstaller::Installer() {
-    if (!installer_) {
-        installer_.emplace(L"WindowsInstaller.Installer");
+    if (!mInstaller) {
+        mInstaller.emplace(L"WindowsInstaller.Installer");
     }
-    return *installer_;
+    return *mInstaller;
 }
 
 std::vector<std::wstring> WindowsInstaller::RelatedProducts(std::wstring_view upgradeCode) {

@@ -18,7 +18,7 @@ class WindowsInstaller final : public InstallerQueries {
     // The installer object, created by the first query; each query tries again while that fails.
     const LateBound& Installer();
 
-    std::optional<LateBound> installer_;
+    std::optional<LateBound> mInstaller;
 };
 
 }  // namespace v5

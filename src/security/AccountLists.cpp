@@ -54,13 +54,13 @@ std::wstring Quoted(std::wstring_view text) {
 
 PrivilegeLevel AccountLists::UserLevel() {
     PrivilegeLevel level = level::kNone;
-    site_.Guard([&] {
-        if (!site_.HasDatabase()) {
+    mSite.Guard([&] {
+        if (!mSite.HasDatabase()) {
             return;
         }
         StoredDocument document;
-        site_.Guard([&] { document = site_.Read(kAccountsDocument, L"Can't parse XML [STR-0110]"); });
-        const auto accounts = user_.IsSqlAuthenticationUsed() ? nullptr : site_.Host().NewAccounts();
+        mSite.Guard([&] { document = mSite.Read(kAccountsDocument, L"Can't parse XML [STR-0110]"); });
+        const auto accounts = mUser.IsSqlAuthenticationUsed() ? nullptr : mSite.Host().NewAccounts();
         if (document.xml) {
             level = ListedLevel(*document.xml, accounts.get());
         }
@@ -72,7 +72,7 @@ PrivilegeLevel AccountLists::UserLevel() {
 }
 
 PrivilegeLevel AccountLists::ListedLevel(XmlDocument& xml, Accounts* accounts) {
-    const std::wstring self = accounts ? ToUpper(accounts->CurrentUserSid()) : ToLower(user_.Name());
+    const std::wstring self = accounts ? ToUpper(accounts->CurrentUserSid()) : ToLower(mUser.Name());
     const auto isUser = [&](const std::unique_ptr<XmlElement>& element) {
         const std::wstring entry = ToUpper(TrimXml(element->Text()));
         if (entry.empty() || IsSid(entry) != (accounts != nullptr)) {
@@ -90,7 +90,7 @@ PrivilegeLevel AccountLists::ListedLevel(XmlDocument& xml, Accounts* accounts) {
 }
 
 AccountListTexts AccountLists::Read() {
-    const StoredDocument document = site_.Read(kAccountsDocument, L"Can't parse XML [STR-0119]");
+    const StoredDocument document = mSite.Read(kAccountsDocument, L"Can't parse XML [STR-0119]");
     if (!document.xml) {
         return {};
     }
@@ -103,13 +103,13 @@ void AccountLists::Replace(PrivilegeLevel level, std::wstring_view list) {
     if (row == std::end(kLists)) {
         throw SecurityProblem(L"Invalid privilege level [STR-0124]");
     }
-    const StoredDocument document = site_.ReadForChange(kAccountsDocument, L"Can't parse XML [STR-0126]");
+    const StoredDocument document = mSite.ReadForChange(kAccountsDocument, L"Can't parse XML [STR-0126]");
     XmlDocument& xml = *document.xml;
     const std::wstring oldList = ListForm(xml, row->path);
     for (const auto& element : xml.Select(row->path)) {
         element->Remove();
     }
-    const bool sqlAuthentication = user_.IsSqlAuthenticationUsed();
+    const bool sqlAuthentication = mUser.IsSqlAuthenticationUsed();
     for (const std::wstring& item : Split(list, L',')) {
         const std::wstring_view entry = Trim(item);
         if (entry.empty()) {
@@ -118,22 +118,22 @@ void AccountLists::Replace(PrivilegeLevel level, std::wstring_view list) {
         const auto element = xml.Append(row->element);
         element->SetText(entry);
         if (IsSid(entry) && !sqlAuthentication) {
-            element->SetAttribute(L"name", site_.Host().NewAccounts()->AccountNameOfSid(entry));
+            element->SetAttribute(L"name", mSite.Host().NewAccounts()->AccountNameOfSid(entry));
         }
     }
     const std::wstring newList = ListForm(xml, row->path);
     if (newList == oldList) {
         return;
     }
-    const std::wstring user = user_.Name();
+    const std::wstring user = mUser.Name();
     AppendHistory(xml, {{L"level", std::to_wstring(level)},
-                        {L"tstamp", site_.Timestamp()},
+                        {L"tstamp", mSite.Timestamp()},
                         {L"old", oldList},
                         {L"new", newList},
                         {L"by", user}});
     const std::wstring change = L"Changed " + std::wstring(row->element) + L" SID list " + user + L": original=" +
                                 Quoted(oldList) + L" new=" + Quoted(newList);
-    site_.Save(document, L"Can't save XML [STR-0127]",
+    mSite.Save(document, L"Can't save XML [STR-0127]",
                {{change, kAuditCategory, 1, L"STR-0128"},
                 {ReplaceAll(row->auditText, L"$username$", user), kAuditCategory, 2, L"STR-0144"}});
 }

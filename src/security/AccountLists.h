@@ -19,7 +19,7 @@ struct AccountListTexts {
 
 class AccountLists {
   public:
-    AccountLists(SecuritySite& site, UserIdentity& user) : site_(site), user_(user) {}
+    AccountLists(SecuritySite& site, UserIdentity& user) : mSite(site), mUser(user) {}
 
     // The current user's level: that of the highest list with the user or one of the user's groups in it, or of a
     // Windows administrator. Reports its own failures and then answers the level found so far.
@@ -39,8 +39,8 @@ class AccountLists {
     // The level by list alone. `accounts` is null when the user is a SQL login.
     PrivilegeLevel ListedLevel(XmlDocument& xml, Accounts* accounts);
 
-    SecuritySite& site_;
-    UserIdentity& user_;
+    SecuritySite& mSite;
+    UserIdentity& mUser;
 };
 
 }  // namespace v5

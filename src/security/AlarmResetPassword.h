@@ -13,7 +13,7 @@ namespace v5 {
 
 class AlarmResetPassword {
   public:
-    AlarmResetPassword(SecuritySite& site, UserIdentity& user) : site_(site), user_(user) {}
+    AlarmResetPassword(SecuritySite& site, UserIdentity& user) : mSite(site), mUser(user) {}
 
     // The scrambled password, or a text that no scrambled password equals when there is none.
     std::wstring Stored();
@@ -23,8 +23,8 @@ class AlarmResetPassword {
     void Set(std::wstring_view scrambled, PrivilegeLevel held);
 
   private:
-    SecuritySite& site_;
-    UserIdentity& user_;
+    SecuritySite& mSite;
+    UserIdentity& mUser;
 };
 
 }  // namespace v5

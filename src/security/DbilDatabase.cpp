@@ -25,9 +25,9 @@ VARIANT_BOOL Flag(bool value) {
 // Receives the component's events. It may outlive the database object for as long as the component holds it.
 class DbilEvents final : public SimpleObject<IDispatch> {
   public:
-    explicit DbilEvents(MessageSink& messages) : messages_(&messages) {}
+    explicit DbilEvents(MessageSink& messages) : mMessages(&messages) {}
 
-    void Disconnect() { messages_ = nullptr; }
+    void Disconnect() { mMessages = nullptr; }
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override {
         *count = 0;
@@ -48,8 +48,8 @@ class DbilEvents final : public SimpleObject<IDispatch> {
         }
         return GuardedQuietly([&] {
             const _variant_t type(arguments->rgvarg[1]), text(arguments->rgvarg[0]);  // the last argument comes first
-            if (messages_ != nullptr) {
-                messages_->RaiseMessage(static_cast<long>(type), View(_bstr_t(text)));
+            if (mMessages != nullptr) {
+                mMessages->RaiseMessage(static_cast<long>(type), View(_bstr_t(text)));
             }
         });
     }
@@ -57,58 +57,58 @@ class DbilEvents final : public SimpleObject<IDispatch> {
   private:
     bool AnswersTo(REFIID iid) const override { return iid == DIID__DatabaseInterfaceEvents; }
 
-    MessageSink* messages_;
+    MessageSink* mMessages;
 };
 
 class DbilDatabase : public SiteDatabase {
   public:
     explicit DbilDatabase(MessageSink& messages) {
-        Check(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&database_)));
+        Check(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mDatabase)));
         ComPtr<IConnectionPointContainer> container;
-        Check(database_.As(&container));
-        Check(container->FindConnectionPoint(DIID__DatabaseInterfaceEvents, &events_));
-        listener_ = Adopt(new DbilEvents(messages));
-        Check(events_->Advise(listener_.Get(), &cookie_));
+        Check(mDatabase.As(&container));
+        Check(container->FindConnectionPoint(DIID__DatabaseInterfaceEvents, &mEvents));
+        mListener = Adopt(new DbilEvents(messages));
+        Check(mEvents->Advise(mListener.Get(), &mCookie));
     }
     ~DbilDatabase() override {
-        listener_->Disconnect();
-        events_->Unadvise(cookie_);
+        mListener->Disconnect();
+        mEvents->Unadvise(mCookie);
     }
     DbilDatabase(const DbilDatabase&) = delete;
     DbilDatabase& operator=(const DbilDatabase&) = delete;
 
     bool SetApplicationName(std::wstring_view name) override {
-        return Succeeded([&](VARIANT_BOOL* done) { return database_->SetApplicationName(ToBstr(name), done); });
+        return Succeeded([&](VARIANT_BOOL* done) { return mDatabase->SetApplicationName(ToBstr(name), done); });
     }
     bool Initialise(const SiteConnection& connection) override {
         const _bstr_t none(L"");
         return Succeeded([&](VARIANT_BOOL* done) {
-            return database_->Initialise(ToBstr(connection.siteID), ToBstr(connection.languageID),
+            return mDatabase->Initialise(ToBstr(connection.siteID), ToBstr(connection.languageID),
                                          ToBstr(connection.configDatabase), ToBstr(connection.alarmsDatabase), none,
                                          none, none, Flag(connection.isNoninteractive), 0, done);
         });
     }
     bool OpenSite(std::wstring_view siteID) override {
         return Succeeded(
-            [&](VARIANT_BOOL* done) { return database_->OpenSite(ToBstr(siteID), kAll, kAll, kAll, 0, 0, 0, done); });
+            [&](VARIANT_BOOL* done) { return mDatabase->OpenSite(ToBstr(siteID), kAll, kAll, kAll, 0, 0, 0, done); });
     }
-    void Close() override { Check(database_->Close()); }
-    void ForgetLogons(std::wstring_view siteID) override { Check(database_->ForgetLogons(ToBstr(siteID))); }
+    void Close() override { Check(mDatabase->Close()); }
+    void ForgetLogons(std::wstring_view siteID) override { Check(mDatabase->ForgetLogons(ToBstr(siteID))); }
 
     std::wstring ReadLookup(std::wstring_view siteID, std::wstring_view key) override {
         BSTR value = nullptr;
-        Check(database_->ReadLookup(ToBstr(siteID), kOwnRows, _bstr_t(kLookupTable), ToBstr(key), &value));
+        Check(mDatabase->ReadLookup(ToBstr(siteID), kOwnRows, _bstr_t(kLookupTable), ToBstr(key), &value));
         return TakeText(value);
     }
     bool WriteLookup(std::wstring_view siteID, std::wstring_view key, std::wstring_view value) override {
         return Succeeded([&](VARIANT_BOOL* done) {
-            return database_->WriteLookup(ToBstr(siteID), kOwnRows, _bstr_t(kLookupTable), ToBstr(key), ToBstr(value),
+            return mDatabase->WriteLookup(ToBstr(siteID), kOwnRows, _bstr_t(kLookupTable), ToBstr(key), ToBstr(value),
                                           done);
         });
     }
     bool WriteEvent(std::wstring_view siteID, const CivilDateTime& time, const EventRecord& record) override {
         return Succeeded([&](VARIANT_BOOL* done) {
-            return database_->WriteEventLog(ToBstr(siteID), ToAutomationDate(time), ToBstr(record.text),
+            return mDatabase->WriteEventLog(ToBstr(siteID), ToAutomationDate(time), ToBstr(record.text),
                                             ToBstr(record.category), record.kind, _bstr_t(L""), ToBstr(record.tag),
                                             done);
         });
@@ -126,7 +126,7 @@ class DbilDatabase : public SiteDatabase {
     }
     bool UsesWindowsAuthentication(std::wstring_view connectionString) override {
         VARIANT_BOOL windows = VARIANT_FALSE;
-        Check(database_->UsesWindowsAuthentication(ToBstr(connectionString), &windows));
+        Check(mDatabase->UsesWindowsAuthentication(ToBstr(connectionString), &windows));
         return ToBool(windows);
     }
     bool AllowsSqlLogins(std::wstring_view siteID) override {
@@ -145,14 +145,14 @@ class DbilDatabase : public SiteDatabase {
 
     ComPtr<ISiteInfo> SiteInfo(std::wstring_view siteID) {
         ComPtr<ISiteInfo> info;
-        Check(database_->get_SiteInfo(ToBstr(siteID), &info));
+        Check(mDatabase->get_SiteInfo(ToBstr(siteID), &info));
         return info;
     }
 
-    ComPtr<IDatabaseInterface> database_;
-    ComPtr<IConnectionPoint> events_;
-    ComPtr<DbilEvents> listener_;
-    DWORD cookie_ = 0;
+    ComPtr<IDatabaseInterface> mDatabase;
+    ComPtr<IConnectionPoint> mEvents;
+    ComPtr<DbilEvents> mListener;
+    DWORD mCookie = 0;
 };
 
 }  // namespace

@@ -13,11 +13,11 @@ class MachineSecurityHost : public SecurityHost {
     std::unique_ptr<Accounts> NewAccounts() override;
     std::unique_ptr<XmlDocument> ParseXml(std::wstring_view text) override;
     void Pause(std::uint32_t milliseconds) override;
-    const Clock& LocalClock() const override { return clock_; }
+    const Clock& LocalClock() const override { return mClock; }
     std::int16_t AnsiCode(wchar_t character) const override;
 
   private:
-    SystemClock clock_;
+    SystemClock mClock;
 };
 
 }  // namespace v5

@@ -17,22 +17,22 @@ PrivilegeLevel MinimumLevels::Get(RestrictionID restriction) {
         return *fixed;
     }
     PrivilegeLevel minimum = level::k3Low;
-    site_.Guard([&] { minimum = ConfiguredMinimum(restriction); });
+    mSite.Guard([&] { minimum = ConfiguredMinimum(restriction); });
     return minimum;
 }
 
 PrivilegeLevel MinimumLevels::ConfiguredMinimum(RestrictionID restriction) {
-    if (IsOpen(switch_.Status())) {
+    if (IsOpen(mSwitch.Status())) {
         return level::kNone;
     }
-    if (restriction == restriction::kUseNimboMenu || !site_.HasDatabase()) {
+    if (restriction == restriction::kUseNimboMenu || !mSite.HasDatabase()) {
         return level::k3Low;
     }
     return StoredMinimum(restriction);
 }
 
 PrivilegeLevel MinimumLevels::StoredMinimum(RestrictionID restriction) {
-    const StoredDocument document = site_.Read(kMinimumsDocument, L"Can't parse XML [STR-0130]");
+    const StoredDocument document = mSite.Read(kMinimumsDocument, L"Can't parse XML [STR-0130]");
     const auto entry = document.xml ? SelectFirst(*document.xml, PathOfEntry(restriction)) : nullptr;
     if (!entry) {
         return level::k3Low;
@@ -43,7 +43,7 @@ PrivilegeLevel MinimumLevels::StoredMinimum(RestrictionID restriction) {
     }
     const auto value = ToLong(TrimXml(text));
     if (!value || !IsValidLevel(*value)) {
-        site_.RaiseProblem(L"Invalid value for RID " + std::to_wstring(restriction) + L" [STR-0131]");
+        mSite.RaiseProblem(L"Invalid value for RID " + std::to_wstring(restriction) + L" [STR-0131]");
         return level::k3Low;
     }
     return *value;
@@ -53,8 +53,8 @@ void MinimumLevels::Set(RestrictionID restriction, PrivilegeLevel minimum) {
     if (!IsValidLevel(minimum)) {
         throw SecurityProblem(L"Invalid value [STR-0136]");
     }
-    const std::wstring user = user_.Name();
-    const StoredDocument document = site_.ReadForChange(kMinimumsDocument, L"Can't parse XML [STR-0137]");
+    const std::wstring user = mUser.Name();
+    const StoredDocument document = mSite.ReadForChange(kMinimumsDocument, L"Can't parse XML [STR-0137]");
     auto entry = SelectFirst(*document.xml, PathOfEntry(restriction));
     if (!entry) {
         entry = document.xml->Append(L"MinPrivLevel");
@@ -69,7 +69,7 @@ void MinimumLevels::Set(RestrictionID restriction, PrivilegeLevel minimum) {
     entry->SetText(newText);
     const std::wstring change = L"RID " + std::to_wstring(restriction) + L": min privilege level changed from '" +
                                 oldText + L"' to '" + newText + L"' by '" + user + L"' ";
-    site_.Save(document, L"Can't save XML [STR-0138]", {{change, kAuditCategory, 1, L"STR-0139"}});
+    mSite.Save(document, L"Can't save XML [STR-0138]", {{change, kAuditCategory, 1, L"STR-0139"}});
 }
 
 }  // namespace v5

@@ -11,7 +11,7 @@ namespace v5 {
 class MinimumLevels {
   public:
     MinimumLevels(SecuritySite& site, SecuritySwitch& securitySwitch, UserIdentity& user)
-        : site_(site), switch_(securitySwitch), user_(user) {}
+        : mSite(site), mSwitch(securitySwitch), mUser(user) {}
 
     // The minimum that holds now. Reports its own failures and then answers the default, 54.
     PrivilegeLevel Get(RestrictionID restriction);
@@ -24,9 +24,9 @@ class MinimumLevels {
     PrivilegeLevel ConfiguredMinimum(RestrictionID restriction);
     PrivilegeLevel StoredMinimum(RestrictionID restriction);
 
-    SecuritySite& site_;
-    SecuritySwitch& switch_;
-    UserIdentity& user_;
+    SecuritySite& mSite;
+    SecuritySwitch& mSwitch;
+    UserIdentity& mUser;
 };
 
 }  // namespace v5

@@ -22,43 +22,43 @@ constexpr IID kDocument2 = {0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0,
 
 class MsxmlElement : public XmlElement {
   public:
-    explicit MsxmlElement(ComPtr<IXMLDOMElement> element) : element_(std::move(element)) {}
+    explicit MsxmlElement(ComPtr<IXMLDOMElement> element) : mElement(std::move(element)) {}
 
     std::wstring Text() const override {
         BSTR text = nullptr;
-        Check(element_->get_text(&text));
+        Check(mElement->get_text(&text));
         return TakeText(text);
     }
-    void SetText(std::wstring_view text) override { Check(element_->put_text(ToBstr(text))); }
+    void SetText(std::wstring_view text) override { Check(mElement->put_text(ToBstr(text))); }
 
     std::wstring Attribute(std::wstring_view name) const override {
         _variant_t value;
-        Check(element_->getAttribute(ToBstr(name), &value));
+        Check(mElement->getAttribute(ToBstr(name), &value));
         return value.vt == VT_BSTR ? std::wstring(View(value.bstrVal)) : std::wstring();
     }
     void SetAttribute(std::wstring_view name, std::wstring_view value) override {
-        Check(element_->setAttribute(ToBstr(name), _variant_t(ToBstr(value))));
+        Check(mElement->setAttribute(ToBstr(name), _variant_t(ToBstr(value))));
     }
 
     void Remove() override {
         ComPtr<IXMLDOMNode> parent;
-        Check(element_->get_parentNode(&parent));
+        Check(mElement->get_parentNode(&parent));
         if (parent) {
-            Check(parent->removeChild(element_.Get(), nullptr));
+            Check(parent->removeChild(mElement.Get(), nullptr));
         }
     }
 
   private:
-    ComPtr<IXMLDOMElement> element_;
+    ComPtr<IXMLDOMElement> mElement;
 };
 
 class MsxmlDocument : public XmlDocument {
   public:
-    explicit MsxmlDocument(ComPtr<IXMLDOMDocument2> document) : document_(std::move(document)) {}
+    explicit MsxmlDocument(ComPtr<IXMLDOMDocument2> document) : mDocument(std::move(document)) {}
 
     std::vector<std::unique_ptr<XmlElement>> Select(std::wstring_view xpath) override {
         ComPtr<IXMLDOMNodeList> nodes;
-        Check(document_->selectNodes(ToBstr(xpath), &nodes));
+        Check(mDocument->selectNodes(ToBstr(xpath), &nodes));
         std::vector<std::unique_ptr<XmlElement>> elements;
         ComPtr<IXMLDOMNode> node;
         while (nodes->nextNode(&node) == S_OK) {
@@ -71,20 +71,20 @@ class MsxmlDocument : public XmlDocument {
 
     std::unique_ptr<XmlElement> Append(std::wstring_view name) override {
         ComPtr<IXMLDOMElement> root, element;
-        Check(document_->get_documentElement(&root));
-        Check(document_->createElement(ToBstr(name), &element));
+        Check(mDocument->get_documentElement(&root));
+        Check(mDocument->createElement(ToBstr(name), &element));
         Check(root->appendChild(element.Get(), nullptr));
         return std::make_unique<MsxmlElement>(std::move(element));
     }
 
     std::wstring Serialise() const override {
         BSTR text = nullptr;
-        Check(document_->get_xml(&text));
+        Check(mDocument->get_xml(&text));
         return TakeText(text);
     }
 
   private:
-    ComPtr<IXMLDOMDocument2> document_;
+    ComPtr<IXMLDOMDocument2> mDocument;
 };
 
 ComPtr<IXMLDOMDocument2> NewParser() {

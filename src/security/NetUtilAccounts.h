@@ -9,7 +9,7 @@ namespace v5 {
 class NetUtilAccounts : public Accounts {
   public:
     // Throws AutomationError when the component cannot be created.
-    NetUtilAccounts() : accountInfo_(L"V5NetUtil.AccountInfo") {}
+    NetUtilAccounts() : mAccountInfo(L"V5NetUtil.AccountInfo") {}
 
     std::wstring CurrentUserName() override;
     std::wstring CurrentUserSid() override;
@@ -18,7 +18,7 @@ class NetUtilAccounts : public Accounts {
     std::wstring AccountNameOfSid(std::wstring_view sid) override;
 
   private:
-    LateBound accountInfo_;
+    LateBound mAccountInfo;
 };
 
 }  // namespace v5

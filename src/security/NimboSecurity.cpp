@@ -36,7 +36,7 @@ STDMETHODIMP NimboSecurity::Setup(BSTR siteID, BSTR languageID, BSTR configDatab
         connection.configDatabase = View(configDatabase);
         connection.alarmsDatabase = View(alarmsDatabase);
         connection.isNoninteractive = ToBool(isNoninteractive);
-        return security_.Setup(connection, View(applicationName));
+        return mSecurity.Setup(connection, View(applicationName));
     });
 }
 
@@ -53,7 +53,7 @@ STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevelEx(RestrictionIDEnum restrict
         *enteredMasterPassword = VARIANT_FALSE;
     }
     return ReturnQuietly(result, false, [&] {
-        const CheckResult check = security_.Check(restriction, {.allowed = ToBool(allowPassword),
+        const CheckResult check = mSecurity.Check(restriction, {.allowed = ToBool(allowPassword),
                                                                 .message = std::wstring(View(dialogMessage)),
                                                                 .title = std::wstring(View(dialogTitle))});
         if (enteredMasterPassword != nullptr && check.enteredMasterPassword) {
@@ -66,7 +66,7 @@ STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevelEx(RestrictionIDEnum restrict
 STDMETHODIMP NimboSecurity::GetSidsForPrivilegeLevels(BSTR* level1, BSTR* level2, BSTR* level3, VARIANT_BOOL* result) {
     return ReturnQuietly(result, false, [&] {
         AccountListTexts lists;
-        const bool done = security_.GetAccountLists(lists);
+        const bool done = mSecurity.GetAccountLists(lists);
         Answer(level1, lists.level1);
         Answer(level2, lists.level2);
         Answer(level3, lists.level3);
@@ -79,7 +79,7 @@ STDMETHODIMP NimboSecurity::SetSidsForAllPrivilegeLevels(BSTR level1, BSTR level
     return ReturnQuietly(result, false, [&] {
         const AccountListTexts lists = {std::wstring(View(level1)), std::wstring(View(level2)),
                                         std::wstring(View(level3))};
-        return security_.SetAccountLists(lists, ToBool(allowPassword));
+        return mSecurity.SetAccountLists(lists, ToBool(allowPassword));
     });
 }
 

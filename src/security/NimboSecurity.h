@@ -27,24 +27,24 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
     STDMETHODIMP Setup(BSTR siteID, BSTR languageID, BSTR configDatabase, BSTR alarmsDatabase, BSTR applicationName,
                        VARIANT_BOOL isNoninteractive, VARIANT_BOOL* result) override;
     STDMETHODIMP Teardown() override {
-        return DoQuietly([&] { security_.Teardown(); });
+        return DoQuietly([&] { mSecurity.Teardown(); });
     }
     STDMETHODIMP ClearLogonMemory() override {
-        return DoQuietly([&] { security_.ClearLogonMemory(); });
+        return DoQuietly([&] { mSecurity.ClearLogonMemory(); });
     }
 
     STDMETHODIMP get_SecurityEnabledStatus(SecurityEnabledEnum* result) override {
-        return ReturnQuietly(result, SecurityStatus::EnabledOther, [&] { return security_.Status(); });
+        return ReturnQuietly(result, SecurityStatus::EnabledOther, [&] { return mSecurity.Status(); });
     }
     STDMETHODIMP EnableSecurity() override {
-        return DoQuietly([&] { security_.SetEnabled(true); });
+        return DoQuietly([&] { mSecurity.SetEnabled(true); });
     }
     STDMETHODIMP DisableSecurity() override {
-        return DoQuietly([&] { security_.SetEnabled(false); });
+        return DoQuietly([&] { mSecurity.SetEnabled(false); });
     }
 
     STDMETHODIMP GetUserPrivilegeLevel(PrivilegeLevelEnum* result) override {
-        return ReturnQuietly(result, V5Strings::PrivLevel_None, [&] { return Published(security_.UserLevel()); });
+        return ReturnQuietly(result, V5Strings::PrivLevel_None, [&] { return Published(mSecurity.UserLevel()); });
     }
     STDMETHODIMP CheckUserPrivilegeLevel(RestrictionIDEnum restriction, VARIANT_BOOL allowPassword,
                                          VARIANT_BOOL* result) override;
@@ -52,7 +52,7 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
                                            BSTR* errorMessage, BSTR dialogMessage, BSTR dialogTitle,
                                            VARIANT_BOOL* enteredMasterPassword, VARIANT_BOOL* result) override;
     STDMETHODIMP SetManualAlarmResetPwd(BSTR scrambled, VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return security_.SetAlarmResetPassword(View(scrambled)); });
+        return ReturnQuietly(result, false, [&] { return mSecurity.SetAlarmResetPassword(View(scrambled)); });
     }
 
     STDMETHODIMP GetSidsForPrivilegeLevels(BSTR* level1, BSTR* level2, BSTR* level3, VARIANT_BOOL* result) override;
@@ -64,7 +64,7 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
     }
     STDMETHODIMP GetMinPrivilegeLevelForPID(long restriction, PrivilegeLevelEnum* result) override {
         return ReturnQuietly(result, V5Strings::PrivLevel_3Low,
-                             [&] { return Published(security_.MinimumLevel(restriction)); });
+                             [&] { return Published(mSecurity.MinimumLevel(restriction)); });
     }
     STDMETHODIMP SetMinPrivilegeLevelForRID(RestrictionIDEnum restriction, PrivilegeLevelEnum minimum,
                                             VARIANT_BOOL* result) override {
@@ -72,45 +72,45 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
     }
     STDMETHODIMP SetMinPrivilegeLevelForPID(long restriction, PrivilegeLevelEnum minimum,
                                             VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return security_.SetMinimumLevel(restriction, minimum); });
+        return ReturnQuietly(result, false, [&] { return mSecurity.SetMinimumLevel(restriction, minimum); });
     }
 
     STDMETHODIMP GetCurrentUserName(BSTR* result) override {
-        return ReturnQuietly(result, std::wstring_view(), [&] { return security_.User().Name(); });
+        return ReturnQuietly(result, std::wstring_view(), [&] { return mSecurity.User().Name(); });
     }
     STDMETHODIMP GetCurrentUserNameNoncached(BSTR* result) override {
-        return ReturnQuietly(result, std::wstring_view(), [&] { return security_.User().NameNoncached(); });
+        return ReturnQuietly(result, std::wstring_view(), [&] { return mSecurity.User().NameNoncached(); });
     }
     STDMETHODIMP GetWindowsUsername(BSTR* result) override {
-        return ReturnQuietly(result, std::wstring_view(), [&] { return security_.User().WindowsName(); });
+        return ReturnQuietly(result, std::wstring_view(), [&] { return mSecurity.User().WindowsName(); });
     }
     STDMETHODIMP IsSqlAuthenticationEnabledInSqlServer(VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return security_.User().IsSqlAuthenticationEnabled(); });
+        return ReturnQuietly(result, false, [&] { return mSecurity.User().IsSqlAuthenticationEnabled(); });
     }
     STDMETHODIMP IsSqlAuthenticationUsedInConnStrings(VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return security_.User().IsSqlAuthenticationUsed(); });
+        return ReturnQuietly(result, false, [&] { return mSecurity.User().IsSqlAuthenticationUsed(); });
     }
 
   protected:
     void* FindMore(REFIID iid) override {
-        return iid == __uuidof(IRaiseMsg) ? static_cast<IRaiseMsg*>(&incoming_) : nullptr;
+        return iid == __uuidof(IRaiseMsg) ? static_cast<IRaiseMsg*>(&mIncoming) : nullptr;
     }
 
   private:
     // The object as a message sink of the product: a dual interface of its own, one object with its owner.
     class IncomingMessages final : public DualInterface<IRaiseMsg> {
       public:
-        explicit IncomingMessages(NimboSecurity& owner) : owner_(owner) {}
-        STDMETHODIMP QueryInterface(REFIID iid, void** object) override { return owner_.QueryInterface(iid, object); }
-        STDMETHODIMP_(ULONG) AddRef() override { return owner_.AddRef(); }
-        STDMETHODIMP_(ULONG) Release() override { return owner_.Release(); }
+        explicit IncomingMessages(NimboSecurity& owner) : mOwner(owner) {}
+        STDMETHODIMP QueryInterface(REFIID iid, void** object) override { return mOwner.QueryInterface(iid, object); }
+        STDMETHODIMP_(ULONG) AddRef() override { return mOwner.AddRef(); }
+        STDMETHODIMP_(ULONG) Release() override { return mOwner.Release(); }
         STDMETHODIMP RaiseMsg(long type, BSTR description) override {
-            owner_.RaiseMessage(type, View(description));
+            mOwner.RaiseMessage(type, View(description));
             return S_OK;
         }
 
       private:
-        NimboSecurity& owner_;
+        NimboSecurity& mOwner;
     };
 
     // Every message, the library's own and those passed on, becomes the event Message.
@@ -118,9 +118,9 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
 
     static PrivilegeLevelEnum Published(PrivilegeLevel level) { return static_cast<PrivilegeLevelEnum>(level); }
 
-    IncomingMessages incoming_{*this};
-    SecurityHostWithForms host_;
-    Security security_{host_, *this};
+    IncomingMessages mIncoming{*this};
+    SecurityHostWithForms mHost;
+    Security mSecurity{mHost, *this};
 };
 
 }  // namespace v5

@@ -19,9 +19,9 @@ constexpr int kMessageWidth = 190;  // dialog units
 
 class PasswordWindow final : public ModalForm {
   public:
-    PasswordWindow(const std::wstring& title, const std::wstring& message) : ModalForm(title), message_(message) {}
+    PasswordWindow(const std::wstring& title, const std::wstring& message) : ModalForm(title), mMessage(message) {}
 
-    std::optional<SecretText> TakePassword() { return std::move(password_); }
+    std::optional<SecretText> TakePassword() { return std::move(mPassword); }
 
   protected:
     void CreateControls() override {
@@ -33,7 +33,7 @@ class PasswordWindow final : public ModalForm {
     SIZE LayOut() override {
         using namespace units;
         const auto width = [this](std::wstring_view text) { return static_cast<int>(Measure(text).cx); };
-        const std::wstring wrapped = WrapPrompt(message_, UnitsX(kMessageWidth), width);
+        const std::wstring wrapped = WrapPrompt(mMessage, UnitsX(kMessageWidth), width);
         SetTextOf(ids::kPasswordMessage, wrapped);
         const int left = UnitsX(kMargin);
         const int right = UnitsX(kMargin + kMessageWidth);
@@ -54,7 +54,7 @@ class PasswordWindow final : public ModalForm {
 
     void OnCommand(int id, int) override {
         if (id == IDOK) {
-            password_ = Read();
+            mPassword = Read();
             Close();
         } else if (id == IDCANCEL) {
             Close();
@@ -78,7 +78,7 @@ class PasswordWindow final : public ModalForm {
                 return 0;
             case WM_GETTEXT:
             case WM_GETTEXTLENGTH:
-                return reading_ ? std::nullopt : std::optional<LRESULT>(0);
+                return mReading ? std::nullopt : std::optional<LRESULT>(0);
             case EM_SETPASSWORDCHAR:
                 return wParam == 0 ? std::optional<LRESULT>(0) : std::nullopt;
             default:
@@ -88,24 +88,24 @@ class PasswordWindow final : public ModalForm {
 
     SecretText Read() {
         wchar_t typed[kLongestPassword + 1];
-        reading_ = true;
+        mReading = true;
         const int length = GetWindowTextW(Control(ids::kPassword), typed, static_cast<int>(std::size(typed)));
-        reading_ = false;
+        mReading = false;
         SecretText password(std::wstring_view(typed, static_cast<size_t>(length)));
         Wipe(typed, std::size(typed));
         SetTextOf(ids::kPassword, L"");
         return password;
     }
 
-    const std::wstring& message_;
-    bool reading_ = false;
-    std::optional<SecretText> password_;  // until OK: cancelled
+    const std::wstring& mMessage;
+    bool mReading = false;
+    std::optional<SecretText> mPassword;  // until OK: cancelled
 };
 
 }  // namespace
 
 std::optional<SecretText> PasswordForm::Ask() {
-    PasswordWindow window(title_, message_);
+    PasswordWindow window(mTitle, mMessage);
     window.ShowModal();
     return window.TakePassword();
 }

@@ -24,9 +24,9 @@ bool IsMasterPassword(std::wstring_view scrambled) {
 
 CheckResult PrivilegeCheck::Check(RestrictionID restriction, const PasswordOffer& offer) {
     CheckResult result;
-    site_.Guard([&] {
-        const PrivilegeLevel held = lists_.UserLevel();
-        if (IsSufficient(held, restriction, minimums_.Get(restriction))) {
+    mSite.Guard([&] {
+        const PrivilegeLevel held = mLists.UserLevel();
+        if (IsSufficient(held, restriction, mMinimums.Get(restriction))) {
             result.isAllowed = true;
         } else if (offer.allowed) {
             result = AskForPassword(restriction, offer);
@@ -36,7 +36,7 @@ CheckResult PrivilegeCheck::Check(RestrictionID restriction, const PasswordOffer
 }
 
 CheckResult PrivilegeCheck::AskForPassword(RestrictionID restriction, const PasswordOffer& offer) {
-    SecurityHost& host = site_.Host();
+    SecurityHost& host = mSite.Host();
     const auto prompt = host.NewPasswordPrompt();
     if (!offer.message.empty()) {
         prompt->SetMessage(offer.message);
@@ -62,8 +62,8 @@ CheckResult PrivilegeCheck::AskForPassword(RestrictionID restriction, const Pass
 
 // cppcheck-suppress passedByValue ; the password is handed over, and wiped here
 CheckResult PrivilegeCheck::Judge(RestrictionID restriction, SecretText typed) {
-    const SecretText scrambled = Scramble(typed.View(), product::kScramblerKey, site_.Host());
-    if (IsManualConfirmation(restriction) && scrambled.View() == alarmReset_.Stored()) {
+    const SecretText scrambled = Scramble(typed.View(), product::kScramblerKey, mSite.Host());
+    if (IsManualConfirmation(restriction) && scrambled.View() == mAlarmReset.Stored()) {
         return {.isAllowed = true};
     }
     const bool isMaster = IsMasterPassword(scrambled.View());

@@ -25,7 +25,7 @@ struct CheckResult {
 class PrivilegeCheck {
   public:
     PrivilegeCheck(SecuritySite& site, AccountLists& lists, MinimumLevels& minimums, AlarmResetPassword& alarmReset)
-        : site_(site), lists_(lists), minimums_(minimums), alarmReset_(alarmReset) {}
+        : mSite(site), mLists(lists), mMinimums(minimums), mAlarmReset(alarmReset) {}
 
     // Reports its own failures and then refuses.
     CheckResult Check(RestrictionID restriction, const PasswordOffer& offer);
@@ -34,10 +34,10 @@ class PrivilegeCheck {
     CheckResult AskForPassword(RestrictionID restriction, const PasswordOffer& offer);
     CheckResult Judge(RestrictionID restriction, SecretText typed);  // the typed text is wiped on return
 
-    SecuritySite& site_;
-    AccountLists& lists_;
-    MinimumLevels& minimums_;
-    AlarmResetPassword& alarmReset_;
+    SecuritySite& mSite;
+    AccountLists& mLists;
+    MinimumLevels& mMinimums;
+    AlarmResetPassword& mAlarmReset;
 };
 
 }  // namespace v5

@@ -20,18 +20,18 @@ float Fraction(std::uint32_t state) {
 void RandomNumbers::Reseed(float negative) {
     if (negative < 0) {
         const auto bits = std::bit_cast<std::uint32_t>(negative);
-        state_ = ((bits & kModulusMask) + (bits >> 24)) & kModulusMask;
+        mState = ((bits & kModulusMask) + (bits >> 24)) & kModulusMask;
     }
 }
 
 float RandomNumbers::Next() {
-    state_ = (state_ * kMultiplier + kIncrement) & kModulusMask;
-    return Fraction(state_);
+    mState = (mState * kMultiplier + kIncrement) & kModulusMask;
+    return Fraction(mState);
 }
 
 float RandomNumbers::Rnd(float number) {
     if (number == 0) {
-        return Fraction(state_);
+        return Fraction(mState);
     }
     Reseed(number);
     return Next();

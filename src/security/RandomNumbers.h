@@ -19,7 +19,7 @@ class RandomNumbers {
     float Rnd(float number);
 
   private:
-    std::uint32_t state_ = 0x50000;  // where the run-time starts in every process
+    std::uint32_t mState = 0x50000;  // where the run-time starts in every process
 };
 
 }  // namespace v5

@@ -15,30 +15,30 @@ class OctalDigits {
     explicit OctalDigits(std::int32_t value) {
         auto bits = static_cast<std::uint32_t>(value);
         do {
-            digits_[--first_] = static_cast<wchar_t>(L'0' + (bits & 7));
+            mDigits[--mFirst] = static_cast<wchar_t>(L'0' + (bits & 7));
             bits >>= 3;
         } while (bits != 0);
     }
-    ~OctalDigits() { Wipe(digits_.data(), digits_.size()); }
+    ~OctalDigits() { Wipe(mDigits.data(), mDigits.size()); }
     OctalDigits(const OctalDigits&) = delete;
     OctalDigits& operator=(const OctalDigits&) = delete;
 
     // Drops the first digit and moves the last one to the front, when there are 3 or more.
     void Twist() {
-        if (digits_.size() - first_ >= 3) {
-            const wchar_t last = digits_.back();
-            for (size_t i = digits_.size() - 1; i > first_ + 1; --i) {
-                digits_[i] = digits_[i - 1];
+        if (mDigits.size() - mFirst >= 3) {
+            const wchar_t last = mDigits.back();
+            for (size_t i = mDigits.size() - 1; i > mFirst + 1; --i) {
+                mDigits[i] = mDigits[i - 1];
             }
-            digits_[++first_] = last;
+            mDigits[++mFirst] = last;
         }
     }
 
-    std::wstring_view View() const { return {digits_.data() + first_, digits_.size() - first_}; }
+    std::wstring_view View() const { return {mDigits.data() + mFirst, mDigits.size() - mFirst}; }
 
   private:
-    std::array<wchar_t, 11> digits_{};  // 32 bits
-    size_t first_ = digits_.size();
+    std::array<wchar_t, 11> mDigits{};  // 32 bits
+    size_t mFirst = mDigits.size();
 };
 
 SecretText FitToKey(std::wstring_view typed, std::wstring_view key) {

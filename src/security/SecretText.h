@@ -20,39 +20,39 @@ inline void Wipe(wchar_t* text, size_t length) {
 class SecretText {
   public:
     SecretText() = default;
-    explicit SecretText(std::wstring_view text) : characters_(text.begin(), text.end()) {}
-    SecretText(SecretText&& other) noexcept : characters_(std::exchange(other.characters_, {})) {}
+    explicit SecretText(std::wstring_view text) : mCharacters(text.begin(), text.end()) {}
+    SecretText(SecretText&& other) noexcept : mCharacters(std::exchange(other.mCharacters, {})) {}
     SecretText& operator=(SecretText&& other) noexcept {
         Clear();
-        characters_.swap(other.characters_);
+        mCharacters.swap(other.mCharacters);
         return *this;
     }
     ~SecretText() { Clear(); }
 
-    std::wstring_view View() const { return {characters_.data(), characters_.size()}; }
-    size_t Size() const { return characters_.size(); }
+    std::wstring_view View() const { return {mCharacters.data(), mCharacters.size()}; }
+    size_t Size() const { return mCharacters.size(); }
 
     // Inserts `text` so that its first character gets index `position`, 0 to Size().
     void Insert(size_t position, std::wstring_view text) {
         std::vector<wchar_t> grown;
-        grown.reserve(characters_.size() + text.size());
-        const auto split = characters_.begin() + static_cast<std::ptrdiff_t>(position);
-        grown.insert(grown.end(), characters_.begin(), split);
+        grown.reserve(mCharacters.size() + text.size());
+        const auto split = mCharacters.begin() + static_cast<std::ptrdiff_t>(position);
+        grown.insert(grown.end(), mCharacters.begin(), split);
         grown.insert(grown.end(), text.begin(), text.end());
-        grown.insert(grown.end(), split, characters_.end());
+        grown.insert(grown.end(), split, mCharacters.end());
         Clear();
-        characters_.swap(grown);
+        mCharacters.swap(grown);
     }
     void Append(std::wstring_view text) { Insert(Size(), text); }
 
     // Overwrites the characters and leaves the text empty.
     void Clear() noexcept {
-        Wipe(characters_.data(), characters_.size());
-        characters_.clear();
+        Wipe(mCharacters.data(), mCharacters.size());
+        mCharacters.clear();
     }
 
   private:
-    std::vector<wchar_t> characters_;
+    std::vector<wchar_t> mCharacters;
 };
 
 }  // namespace v5

@@ -3,63 +3,63 @@
 namespace v5 {
 
 bool Security::Setup(const SiteConnection& connection, std::wstring_view applicationName) {
-    return site_.Guard([&] { site_.Connect(connection, applicationName); });
+    return mSite.Guard([&] { mSite.Connect(connection, applicationName); });
 }
 
 void Security::Teardown() {
-    site_.Guard([&] { site_.Disconnect(); });
+    mSite.Guard([&] { mSite.Disconnect(); });
 }
 
 void Security::ClearLogonMemory() {
-    site_.Guard([&] { site_.Database()->ForgetLogons(site_.SiteID()); });
+    mSite.Guard([&] { mSite.Database()->ForgetLogons(mSite.SiteID()); });
 }
 
 void Security::SetEnabled(bool enabled) {
-    site_.Guard([&] {
+    mSite.Guard([&] {
         const SecurityStatus wanted = enabled ? SecurityStatus::EnabledConfigured : SecurityStatus::DisabledConfigured;
-        if (switch_.Status() != wanted) {
-            switch_.Set(enabled, lists_.UserLevel());
+        if (mSwitch.Status() != wanted) {
+            mSwitch.Set(enabled, mLists.UserLevel());
         }
     });
 }
 
 bool Security::SetAlarmResetPassword(std::wstring_view scrambled) {
-    return site_.Guard([&] { alarmReset_.Set(scrambled, lists_.UserLevel()); });
+    return mSite.Guard([&] { mAlarmReset.Set(scrambled, mLists.UserLevel()); });
 }
 
 bool Security::GetAccountLists(AccountListTexts& lists) {
     lists = {};
-    return site_.Guard([&] { lists = lists_.Read(); });
+    return mSite.Guard([&] { lists = mLists.Read(); });
 }
 
 bool Security::SetAccountLists(const AccountListTexts& lists, bool allowPassword) {
-    return site_.Guard([&] {
-        if (!check_.Check(restriction::kOpenSecurityForm, {.allowed = allowPassword, .message = {}, .title = {}})
+    return mSite.Guard([&] {
+        if (!mCheck.Check(restriction::kOpenSecurityForm, {.allowed = allowPassword, .message = {}, .title = {}})
                  .isAllowed) {
             throw SecurityProblem(L"Insufficient privileges to set privilege level [STR-0156]");
         }
         RequireChangeable(L"User database not available [STR-0157]", L"Security features are not enabled [STR-0158]");
-        lists_.Replace(level::k1, lists.level1);
-        lists_.Replace(level::k2, lists.level2);
-        lists_.Replace(level::k3High, lists.level3);
+        mLists.Replace(level::k1, lists.level1);
+        mLists.Replace(level::k2, lists.level2);
+        mLists.Replace(level::k3High, lists.level3);
     });
 }
 
 bool Security::SetMinimumLevel(RestrictionID restriction, PrivilegeLevel minimum) {
-    return site_.Guard([&] {
-        if (lists_.UserLevel() < level::kOSAdmin) {
+    return mSite.Guard([&] {
+        if (mLists.UserLevel() < level::kOSAdmin) {
             throw SecurityProblem(L"Insufficient privileges to change password level [STR-0133]");
         }
         RequireChangeable(L"User database not available [STR-0134]", L"Security features are not enabled [STR-0135]");
-        minimums_.Set(restriction, minimum);
+        mMinimums.Set(restriction, minimum);
     });
 }
 
 void Security::RequireChangeable(std::wstring_view noDatabase, std::wstring_view notEnabled) {
-    if (!site_.HasDatabase()) {
+    if (!mSite.HasDatabase()) {
         throw SecurityProblem(noDatabase);
     }
-    if (switch_.Status() == SecurityStatus::DisabledConfigured) {
+    if (mSwitch.Status() == SecurityStatus::DisabledConfigured) {
         throw SecurityProblem(notEnabled);
     }
 }

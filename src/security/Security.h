@@ -19,7 +19,7 @@ namespace v5 {
 class Security {
   public:
     // Both must outlive the object.
-    Security(SecurityHost& host, MessageSink& messages) : site_(host, messages) {}
+    Security(SecurityHost& host, MessageSink& messages) : mSite(host, messages) {}
 
     // Connects to the site's databases, in place of an earlier connection. Answers whether they are ready.
     bool Setup(const SiteConnection& connection, std::wstring_view applicationName);
@@ -27,13 +27,13 @@ class Security {
     void ClearLogonMemory();
 
     // Default: EnabledOther.
-    SecurityStatus Status() { return switch_.Status(); }
+    SecurityStatus Status() { return mSwitch.Status(); }
     void SetEnabled(bool enabled);
 
     // Default: the level found so far, at least 50.
-    PrivilegeLevel UserLevel() { return lists_.UserLevel(); }
+    PrivilegeLevel UserLevel() { return mLists.UserLevel(); }
     CheckResult Check(RestrictionID restriction, const PasswordOffer& offer) {
-        return check_.Check(restriction, offer);
+        return mCheck.Check(restriction, offer);
     }
 
     bool SetAlarmResetPassword(std::wstring_view scrambled);
@@ -45,21 +45,21 @@ class Security {
     bool SetAccountLists(const AccountListTexts& lists, bool allowPassword);
 
     // Default: 54.
-    PrivilegeLevel MinimumLevel(RestrictionID restriction) { return minimums_.Get(restriction); }
+    PrivilegeLevel MinimumLevel(RestrictionID restriction) { return mMinimums.Get(restriction); }
     bool SetMinimumLevel(RestrictionID restriction, PrivilegeLevel minimum);
 
-    UserIdentity& User() { return user_; }
+    UserIdentity& User() { return mUser; }
 
   private:
     void RequireChangeable(std::wstring_view noDatabase, std::wstring_view notEnabled);
 
-    SecuritySite site_;
-    UserIdentity user_{site_};
-    SecuritySwitch switch_{site_, user_};
-    AccountLists lists_{site_, user_};
-    MinimumLevels minimums_{site_, switch_, user_};
-    AlarmResetPassword alarmReset_{site_, user_};
-    PrivilegeCheck check_{site_, lists_, minimums_, alarmReset_};
+    SecuritySite mSite;
+    UserIdentity mUser{mSite};
+    SecuritySwitch mSwitch{mSite, mUser};
+    AccountLists mLists{mSite, mUser};
+    MinimumLevels mMinimums{mSite, mSwitch, mUser};
+    AlarmResetPassword mAlarmReset{mSite, mUser};
+    PrivilegeCheck mCheck{mSite, mLists, mMinimums, mAlarmReset};
 };
 
 }  // namespace v5

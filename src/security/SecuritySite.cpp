@@ -15,46 +15,46 @@ std::wstring NewDocumentText(const DocumentFormat& format, const CivilDateTime& 
 
 void SecuritySite::Connect(const SiteConnection& connection, std::wstring_view applicationName) {
     constexpr std::wstring_view kNoDatabase = L"Can't setup DBIL [STR-0095]";
-    database_.reset();
+    mDatabase.reset();
     try {
-        database_ = host_.NewDatabase(messages_);
+        mDatabase = mHost.NewDatabase(mMessages);
     } catch (const AutomationError&) {
         throw SecurityProblem(kNoDatabase);
     }
-    const auto database = database_;
+    const auto database = mDatabase;
     if (!database->SetApplicationName(applicationName)) {
         throw SecurityProblem(kNoDatabase);
     }
-    siteID_ = connection.siteID;
+    mSiteID = connection.siteID;
     if (!database->Initialise(connection)) {
         throw SecurityProblem(L"Can't setup DBIL [STR-0096]");
     }
-    if (!database->OpenSite(siteID_)) {
+    if (!database->OpenSite(mSiteID)) {
         throw SecurityProblem(L"Can't setup DBIL [STR-0097]");
     }
 }
 
 void SecuritySite::Disconnect() {
-    if (const auto database = std::move(database_)) {  // released also when closing fails
+    if (const auto database = std::move(mDatabase)) {  // released also when closing fails
         database->Close();
     }
 }
 
 std::shared_ptr<SiteDatabase> SecuritySite::Database() const {
-    if (!database_) {
+    if (!mDatabase) {
         throw AutomationError::RunTime(91, L"Object variable or With block variable not set");
     }
-    return database_;
+    return mDatabase;
 }
 
 std::wstring SecuritySite::Timestamp() const {
-    return FormatTimestamp24(host_.LocalClock().LocalNow());
+    return FormatTimestamp24(mHost.LocalClock().LocalNow());
 }
 
 StoredDocument SecuritySite::Load(const DocumentFormat& format) {
     StoredDocument document;
     document.format = &format;
-    document.stored = Database()->ReadLookup(siteID_, format.key);
+    document.stored = Database()->ReadLookup(mSiteID, format.key);
     document.isStored = !Trim(document.stored).empty();
     if (document.isStored) {
         document.xml = Decode(document.stored);
@@ -73,7 +73,7 @@ StoredDocument SecuritySite::Read(const DocumentFormat& format, std::wstring_vie
 StoredDocument SecuritySite::ReadForChange(const DocumentFormat& format, std::wstring_view problem) {
     StoredDocument document = Load(format);
     if (!document.isStored) {
-        document.xml = Parse(NewDocumentText(format, host_.LocalClock().LocalNow()));
+        document.xml = Parse(NewDocumentText(format, mHost.LocalClock().LocalNow()));
     }
     if (!document.xml) {
         throw SecurityProblem(problem);
@@ -87,23 +87,23 @@ void SecuritySite::Save(const StoredDocument& document, std::wstring_view savePr
     const std::wstring_view key = document.format->key;
     const std::wstring text = document.xml->Serialise();
     // A value with characters that XML cannot hold would make a document that nobody can read again.
-    if (!Parse(text) || !database->WriteLookup(siteID_, key, EncodeBase64(ToUtf8(text)))) {
+    if (!Parse(text) || !database->WriteLookup(mSiteID, key, EncodeBase64(ToUtf8(text)))) {
         throw SecurityProblem(saveProblem);
     }
     try {
         for (const EventRecord& record : records) {
-            if (!database->WriteEvent(siteID_, host_.LocalClock().LocalNow(), record)) {
+            if (!database->WriteEvent(mSiteID, mHost.LocalClock().LocalNow(), record)) {
                 throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
             }
         }
     } catch (...) {
-        database->WriteLookup(siteID_, key, document.stored);  // no change without its audit record
+        database->WriteLookup(mSiteID, key, document.stored);  // no change without its audit record
         throw;
     }
 }
 
 std::unique_ptr<XmlDocument> SecuritySite::Parse(std::wstring_view text) {
-    return IsSafeToParse(text) ? host_.ParseXml(text) : nullptr;
+    return IsSafeToParse(text) ? mHost.ParseXml(text) : nullptr;
 }
 
 std::unique_ptr<XmlDocument> SecuritySite::Decode(std::wstring_view stored) {
@@ -119,7 +119,7 @@ void SecuritySite::ReportCurrentException() noexcept {
         try {
             throw;  // cppcheck-suppress rethrowNoCurrentException ; it is called where one is being handled
         } catch (const SecurityProblem& problem) {
-            messages_.RaiseMessage(problem.Type(), problem.Message());
+            mMessages.RaiseMessage(problem.Type(), problem.Message());
         } catch (const AutomationError&) {
             RaiseProblem(CurrentFailureText());
         }

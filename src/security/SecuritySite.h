@@ -35,14 +35,14 @@ std::wstring NewDocumentText(const DocumentFormat& format, const CivilDateTime& 
 class SecurityProblem : public std::exception {
   public:
     explicit SecurityProblem(std::wstring_view message, long type = kMessageTypeProblem)
-        : type_(type), message_(message) {}
+        : mType(type), mMessage(message) {}
     const char* what() const noexcept override { return "a security operation ended with a message"; }
-    long Type() const { return type_; }
-    const std::wstring& Message() const { return message_; }
+    long Type() const { return mType; }
+    const std::wstring& Message() const { return mMessage; }
 
   private:
-    long type_;
-    std::wstring message_;
+    long mType;
+    std::wstring mMessage;
 };
 
 // A document as read from the database.
@@ -61,7 +61,7 @@ struct HistoryAttribute {
 class SecuritySite {
   public:
     // Both must outlive the object.
-    SecuritySite(SecurityHost& host, MessageSink& messages) : host_(host), messages_(messages) {}
+    SecuritySite(SecurityHost& host, MessageSink& messages) : mHost(host), mMessages(messages) {}
 
     // Runs `work` and reports whatever it throws as a message: a SecurityProblem as it says, another failure with type
     // 4, its number and its description. Answers whether the work came to its end. Nothing leaves this function.
@@ -81,17 +81,17 @@ class SecuritySite {
     void Connect(const SiteConnection& connection, std::wstring_view applicationName);
     void Disconnect();
 
-    bool HasDatabase() const { return database_ != nullptr; }
+    bool HasDatabase() const { return mDatabase != nullptr; }
 
     // Throws AutomationError with the run-time's "no object" error before Connect. Keep the pointer for as long as the
     // object is used: a client may disconnect while it handles one of the database's messages.
     std::shared_ptr<SiteDatabase> Database() const;
 
-    const std::wstring& SiteID() const { return siteID_; }
-    SecurityHost& Host() { return host_; }
+    const std::wstring& SiteID() const { return mSiteID; }
+    SecurityHost& Host() { return mHost; }
     std::wstring Timestamp() const;
 
-    void RaiseProblem(std::wstring_view text) { messages_.RaiseMessage(kMessageTypeProblem, text); }
+    void RaiseProblem(std::wstring_view text) { mMessages.RaiseMessage(kMessageTypeProblem, text); }
 
     // Reads a document. When its text is no Base64 or does not parse, raises `problem` and gives no document.
     StoredDocument Read(const DocumentFormat& format, std::wstring_view problem);
@@ -112,10 +112,10 @@ class SecuritySite {
     std::unique_ptr<XmlDocument> Parse(std::wstring_view text);
     std::unique_ptr<XmlDocument> Decode(std::wstring_view stored);
 
-    SecurityHost& host_;
-    MessageSink& messages_;
-    std::wstring siteID_;
-    std::shared_ptr<SiteDatabase> database_;
+    SecurityHost& mHost;
+    MessageSink& mMessages;
+    std::wstring mSiteID;
+    std::shared_ptr<SiteDatabase> mDatabase;
 };
 
 // The first element that `xpath` selects; when there is none, a new last element `name` under the root.

@@ -20,15 +20,15 @@ bool BooleanOf(std::wstring_view text) {
 
 SecurityStatus SecuritySwitch::Status() {
     SecurityStatus status = SecurityStatus::EnabledOther;
-    site_.Guard([&] { status = ReadStatus(); });
+    mSite.Guard([&] { status = ReadStatus(); });
     return status;
 }
 
 SecurityStatus SecuritySwitch::ReadStatus() {
-    if (!site_.HasDatabase()) {
+    if (!mSite.HasDatabase()) {
         throw SecurityProblem(L"DB not available [STR-0099]");
     }
-    const StoredDocument document = site_.Read(kSwitchDocument, L"Can't parse XML [STR-0100]");
+    const StoredDocument document = mSite.Read(kSwitchDocument, L"Can't parse XML [STR-0100]");
     if (!document.xml) {
         return document.isStored ? SecurityStatus::EnabledOther : SecurityStatus::EnabledByDefault;
     }
@@ -43,13 +43,13 @@ void SecuritySwitch::Set(bool enabled, PrivilegeLevel held) {
     if (held != level::kOSAdmin && held < level::k3High) {
         throw SecurityProblem(L"Insufficient privileges [STR-0102]", kMessageTypeRefused);
     }
-    const std::wstring user = user_.Name();
-    const StoredDocument document = site_.ReadForChange(kSwitchDocument, L"Can't parse XML [STR-0103]");
+    const std::wstring user = mUser.Name();
+    const StoredDocument document = mSite.ReadForChange(kSwitchDocument, L"Can't parse XML [STR-0103]");
     SelectOrAppend(*document.xml, kEnabledPath, L"Enabled")->SetText(enabled ? L"1" : L"0");
     AppendHistory(*document.xml,
-                  {{L"action", enabled ? L"Enabled" : L"Disabled"}, {L"tstamp", site_.Timestamp()}, {L"by", user}});
+                  {{L"action", enabled ? L"Enabled" : L"Disabled"}, {L"tstamp", mSite.Timestamp()}, {L"by", user}});
     const std::wstring_view action = enabled ? L"Vantor security enabled by '" : L"Vantor security disabled by '";
-    site_.Save(document, L"Can't save XML [STR-0104]",
+    mSite.Save(document, L"Can't save XML [STR-0104]",
                {{std::wstring(action) + user + L"'", kAuditCategory, 2, L"STR-0105"}});
 }
 

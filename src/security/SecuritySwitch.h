@@ -9,7 +9,7 @@ namespace v5 {
 
 class SecuritySwitch {
   public:
-    SecuritySwitch(SecuritySite& site, UserIdentity& user) : site_(site), user_(user) {}
+    SecuritySwitch(SecuritySite& site, UserIdentity& user) : mSite(site), mUser(user) {}
 
     // Reports its own failures and then answers EnabledOther.
     SecurityStatus Status();
@@ -21,8 +21,8 @@ class SecuritySwitch {
   private:
     SecurityStatus ReadStatus();
 
-    SecuritySite& site_;
-    UserIdentity& user_;
+    SecuritySite& mSite;
+    UserIdentity& mUser;
 };
 
 }  // namespace v5

@@ -3,17 +3,17 @@
 namespace v5 {
 
 std::wstring UserIdentity::Name() {
-    if (cachedName_.empty()) {
-        cachedName_ = NameNoncached();
+    if (mCachedName.empty()) {
+        mCachedName = NameNoncached();
     }
-    return cachedName_;
+    return mCachedName;
 }
 
 std::wstring UserIdentity::NameNoncached() {
     std::wstring name;
-    site_.Guard([&] {
+    mSite.Guard([&] {
         try {
-            name = site_.Database()->CurrentUserName(site_.SiteID());
+            name = mSite.Database()->CurrentUserName(mSite.SiteID());
         } catch (const AutomationError&) {
             throw SecurityProblem(L"STR-0150: " + CurrentFailureText());
         }
@@ -23,22 +23,22 @@ std::wstring UserIdentity::NameNoncached() {
 
 std::wstring UserIdentity::WindowsName() {
     std::wstring name;
-    site_.Guard([&] { name = site_.Host().NewAccounts()->CurrentUserName(); });
+    mSite.Guard([&] { name = mSite.Host().NewAccounts()->CurrentUserName(); });
     return name;
 }
 
 bool UserIdentity::IsSqlAuthenticationUsed() {
     bool used = false;
-    site_.Guard([&] {
-        const auto database = site_.Database();
-        used = !database->UsesWindowsAuthentication(database->ConnectionString(site_.SiteID()));
+    mSite.Guard([&] {
+        const auto database = mSite.Database();
+        used = !database->UsesWindowsAuthentication(database->ConnectionString(mSite.SiteID()));
     });
     return used;
 }
 
 bool UserIdentity::IsSqlAuthenticationEnabled() {
     bool enabled = false;
-    site_.Guard([&] { enabled = site_.Database()->AllowsSqlLogins(site_.SiteID()); });
+    mSite.Guard([&] { enabled = mSite.Database()->AllowsSqlLogins(mSite.SiteID()); });
     return enabled;
 }
 

@@ -10,7 +10,7 @@ namespace v5 {
 // Every member reports its own failures and then answers an empty name or false.
 class UserIdentity {
   public:
-    explicit UserIdentity(SecuritySite& site) : site_(site) {}
+    explicit UserIdentity(SecuritySite& site) : mSite(site) {}
 
     // The name as first found; never refreshed, because audit records of one program run carry one name.
     std::wstring Name();
@@ -26,8 +26,8 @@ class UserIdentity {
     bool IsSqlAuthenticationEnabled();
 
   private:
-    SecuritySite& site_;
-    std::wstring cachedName_;
+    SecuritySite& mSite;
+    std::wstring mCachedName;
 };
 
 }  // namespace v5

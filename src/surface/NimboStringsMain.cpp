@@ -125,8 +125,8 @@ STDMETHODIMP NimboStringsMain::GetDahsIDFromUser4(long lngInitialDahsID, long* l
         if (choice.cancelled) {
             return false;
         }
-        *lngUserSelectedDahsID = choice.dahsId;
-        return choice.dahsId != lngInitialDahsID;
+        *lngUserSelectedDahsID = choice.dahsID;
+        return choice.dahsID != lngInitialDahsID;
     });
 }
 

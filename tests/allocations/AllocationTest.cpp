@@ -117,16 +117,16 @@ class Allocations : public testing::Test {
         ASSERT_EQ(CoRegisterMallocSpy(&systemAllocations), S_OK);
     }
     void TearDown() override {
-        RecordProperty("calls", calls_);
-        RecordProperty("faults", faults_);
-        std::printf("%d calls, %d allocations failed\n", calls_, faults_);
+        RecordProperty("calls", mCalls);
+        RecordProperty("faults", mFaults);
+        std::printf("%d calls, %d allocations failed\n", mCalls, mFaults);
     }
 
     // `every`: 1 for each allocation, 2 for each second one and so on, where a call takes long.
     void Walk(const std::wstring& name, const std::function<ReadyCall()>& prepare, size_t every = 1) {
         _variant_t right;
         const HRESULT rightStatus = prepare()(right);
-        ++calls_;
+        ++mCalls;
         FailEachAllocation([&](size_t n) {
             if (n % every != 0) {
                 return true;
@@ -151,13 +151,13 @@ class Allocations : public testing::Test {
             }
             SetErrorInfo(0, nullptr);
             EXPECT_EQ(LiveAllocations() + systemAllocations.live, live) << name << " leaks: allocation " << n;
-            faults_ += reached ? 1 : 0;
+            mFaults += reached ? 1 : 0;
             return reached;
         });
     }
 
   private:
-    int calls_ = 0, faults_ = 0;
+    int mCalls = 0, mFaults = 0;
 };
 
 ComPtr<IClassFactory> FactoryOf(REFCLSID clsid) {

@@ -47,37 +47,37 @@ std::string Text(REFGUID guid) {
 // A type description with its attributes and names at hand.
 class Type {
   public:
-    explicit Type(ComPtr<ITypeInfo> info) : info_(std::move(info)) { info_->GetTypeAttr(&attributes_); }
-    ~Type() { info_->ReleaseTypeAttr(attributes_); }
+    explicit Type(ComPtr<ITypeInfo> info) : mInfo(std::move(info)) { mInfo->GetTypeAttr(&mAttributes); }
+    ~Type() { mInfo->ReleaseTypeAttr(mAttributes); }
     Type(const Type&) = delete;
     Type& operator=(const Type&) = delete;
 
-    const TYPEATTR* operator->() const { return attributes_; }
-    ITypeInfo* Info() const { return info_.Get(); }
+    const TYPEATTR* operator->() const { return mAttributes; }
+    ITypeInfo* Info() const { return mInfo.Get(); }
     std::string Name(MEMBERID member = MEMBERID_NIL) const {
         BSTR name = nullptr;
-        info_->GetDocumentation(member, &name, nullptr, nullptr, nullptr);
+        mInfo->GetDocumentation(member, &name, nullptr, nullptr, nullptr);
         return Narrow(Taken(name));
     }
     std::string Help(MEMBERID member = MEMBERID_NIL) const {
         BSTR help = nullptr;
-        info_->GetDocumentation(member, nullptr, &help, nullptr, nullptr);
+        mInfo->GetDocumentation(member, nullptr, &help, nullptr, nullptr);
         return Narrow(Taken(help));
     }
     ComPtr<ITypeInfo> Referenced(HREFTYPE reference) const {
         ComPtr<ITypeInfo> info;
-        info_->GetRefTypeInfo(reference, &info);
+        mInfo->GetRefTypeInfo(reference, &info);
         return info;
     }
     ComPtr<ITypeInfo> Implemented(UINT index) const {
         HREFTYPE reference = 0;
-        info_->GetRefTypeOfImplType(index, &reference);
+        mInfo->GetRefTypeOfImplType(index, &reference);
         return Referenced(reference);
     }
 
   private:
-    ComPtr<ITypeInfo> info_;
-    TYPEATTR* attributes_ = nullptr;
+    ComPtr<ITypeInfo> mInfo;
+    TYPEATTR* mAttributes = nullptr;
 };
 
 std::string TypeName(const Type& owner, const TYPEDESC& type) {
@@ -254,19 +254,19 @@ class ContractTest : public testing::TestWithParam<Library> {
         const Library& library = GetParam();
         const HRESULT status =
             library.path == nullptr
-                ? LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library_)
-                : LoadTypeLibEx(std::filesystem::absolute(library.path).c_str(), REGKIND_NONE, &library_);
+                ? LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &mLibrary)
+                : LoadTypeLibEx(std::filesystem::absolute(library.path).c_str(), REGKIND_NONE, &mLibrary);
         ASSERT_EQ(status, S_OK) << "not there; run the tests in the project's folder";
     }
 
-    ComPtr<ITypeLib> library_;
+    ComPtr<ITypeLib> mLibrary;
 };
 
 INSTANTIATE_TEST_SUITE_P(All, ContractTest, testing::ValuesIn(kLibraries),
                          [](const auto& library) { return std::string(library.param.name); });
 
 TEST_P(ContractTest, HoldsWhatIsWrittenAndNothingElse) {
-    const Contract written = WrittenContract(), actual = Describe(*library_.Get());
+    const Contract written = WrittenContract(), actual = Describe(*mLibrary.Get());
     ASSERT_EQ(written.count("library V5Strings"), 1U) << "contract.txt cannot be read";
     for (const auto& [group, lines] : written) {
         const auto found = actual.find(group);
@@ -279,9 +279,9 @@ TEST_P(ContractTest, HoldsWhatIsWrittenAndNothingElse) {
 
 TEST_P(ContractTest, IsMadeForItsWidth) {
     TLIBATTR* attributes = nullptr;
-    ASSERT_EQ(library_->GetLibAttr(&attributes), S_OK);
+    ASSERT_EQ(mLibrary->GetLibAttr(&attributes), S_OK);
     EXPECT_EQ(attributes->syskind, GetParam().system);
-    library_->ReleaseTLibAttr(attributes);
+    mLibrary->ReleaseTLibAttr(attributes);
 }
 
 // Help as an object browser shows it: a sentence for the library, every type and every member.
@@ -293,12 +293,12 @@ void ExpectSentence(const std::string& help, const std::string& about) {
 
 TEST_P(ContractTest, ExplainsEverythingInSentences) {
     BSTR help = nullptr;
-    library_->GetDocumentation(MEMBERID_NIL, nullptr, &help, nullptr, nullptr);
+    mLibrary->GetDocumentation(MEMBERID_NIL, nullptr, &help, nullptr, nullptr);
     const std::string libraryHelp = Narrow(Taken(help));
     EXPECT_NE(libraryHelp.find("Vantor 5"), std::string::npos) << libraryHelp;
-    for (UINT i = 0; i < library_->GetTypeInfoCount(); ++i) {
+    for (UINT i = 0; i < mLibrary->GetTypeInfoCount(); ++i) {
         ComPtr<ITypeInfo> info;
-        library_->GetTypeInfo(i, &info);
+        mLibrary->GetTypeInfo(i, &info);
         const Type type(info);
         ExpectSentence(type.Help(), type.Name());
         const bool isDual = (type->wTypeFlags & TYPEFLAG_FDUAL) != 0;

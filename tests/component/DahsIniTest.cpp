@@ -218,7 +218,7 @@ TEST(DahsIni, EntriesAreACollection) {
     const struct {
         const wchar_t* member;
         std::vector<_variant_t> arguments;
-        long dahsId;  // or the number of the error
+        long dahsID;  // or the number of the error
     } cases[] = {
         {L"Item", {2L, false}, 7},
         {L"Item", {2L, true}, 2},
@@ -233,14 +233,14 @@ TEST(DahsIni, EntriesAreACollection) {
     };
     for (const auto& c : cases) {
         const CallResult result = Call(entries.Get(), c.member, c.arguments);
-        if (c.dahsId > 0) {
-            Expect(Object(result.value).Get(), {{L"DahsID", c.dahsId}});
+        if (c.dahsID > 0) {
+            Expect(Object(result.value).Get(), {{L"DahsID", c.dahsID}});
             continue;
         }
         EXPECT_EQ(result.status, DISP_E_EXCEPTION) << c.member;
-        EXPECT_EQ(result.errorNumber, c.dahsId) << c.member;
+        EXPECT_EQ(result.errorNumber, c.dahsID) << c.member;
         EXPECT_EQ(result.errorDescription,
-                  c.dahsId == kNoSuchKey ? L"Invalid procedure call or argument" : L"Subscript out of range");
+                  c.dahsID == kNoSuchKey ? L"Invalid procedure call or argument" : L"Subscript out of range");
         EXPECT_EQ(result.errorSource, L"V5Strings.DahsIniEntries");
     }
 }

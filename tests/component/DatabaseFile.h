@@ -18,20 +18,20 @@ class DatabaseFile {
         GetTempPathW(MAX_PATH, folder);
         GetTempFileNameW(folder, L"v5d", 0, file);
         DeleteFileW(file);
-        path_ = file;
+        mPath = file;
     }
-    ~DatabaseFile() { DeleteFileW(path_.c_str()); }
+    ~DatabaseFile() { DeleteFileW(mPath.c_str()); }
     DatabaseFile(const DatabaseFile&) = delete;
     DatabaseFile& operator=(const DatabaseFile&) = delete;
 
-    const std::wstring& Path() const { return path_; }
+    const std::wstring& Path() const { return mPath; }
 
     // Connection strings for a Windows user and for a SQL login.
-    std::wstring WindowsLogin() const { return L"Data Source=" + path_ + L";Integrated Security=SSPI"; }
-    std::wstring SqlLogin(const std::wstring& user) const { return L"Data Source=" + path_ + L";User ID=" + user; }
+    std::wstring WindowsLogin() const { return L"Data Source=" + mPath + L";Integrated Security=SSPI"; }
+    std::wstring SqlLogin(const std::wstring& user) const { return L"Data Source=" + mPath + L";User ID=" + user; }
 
   private:
-    std::wstring path_;
+    std::wstring mPath;
 };
 
 // Another program's connection to the same file. After "BEGIN IMMEDIATE" nobody else can write, after "BEGIN EXCLUSIVE"
@@ -39,17 +39,17 @@ class DatabaseFile {
 class OtherProgram {
   public:
     explicit OtherProgram(const std::wstring& path) {
-        EXPECT_EQ(sqlite3_open16(path.c_str(), &connection_), SQLITE_OK);
+        EXPECT_EQ(sqlite3_open16(path.c_str(), &mConnection), SQLITE_OK);
     }
-    ~OtherProgram() { sqlite3_close(connection_); }
+    ~OtherProgram() { sqlite3_close(mConnection); }
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
 
     // The engine's result code: SQLITE_OK, SQLITE_CONSTRAINT …
-    int Execute(const char* sql) { return sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr); }
+    int Execute(const char* sql) { return sqlite3_exec(mConnection, sql, nullptr, nullptr, nullptr); }
 
   private:
-    sqlite3* connection_ = nullptr;
+    sqlite3* mConnection = nullptr;
 };
 
 }  // namespace v5::test

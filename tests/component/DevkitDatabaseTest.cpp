@@ -84,8 +84,8 @@ class DevkitDatabase : public testing::Test {
         return field;
     }
 
-    DatabaseFile file_;
-    DatabaseFile alarms_;
+    DatabaseFile mFile;
+    DatabaseFile mAlarms;
 };
 
 TEST_F(DevkitDatabase, RowsKeepEveryTextForTheNextProgram) {
@@ -100,13 +100,13 @@ TEST_F(DevkitDatabase, RowsKeepEveryTextForTheNextProgram) {
         std::wstring(1 << 20, L'x'),
     };
     const auto writer = Create();
-    ASSERT_TRUE(Open(writer.Get(), file_.WindowsLogin()));
+    ASSERT_TRUE(Open(writer.Get(), mFile.WindowsLogin()));
     for (const auto& text : texts) {
         EXPECT_TRUE(Write(writer.Get(), L"key of " + text, L"replaced"));
         EXPECT_TRUE(Write(writer.Get(), L"key of " + text, text));
     }
     const auto reader = Create();
-    ASSERT_TRUE(Open(reader.Get(), file_.WindowsLogin()));
+    ASSERT_TRUE(Open(reader.Get(), mFile.WindowsLogin()));
     for (const auto& text : texts) {
         EXPECT_EQ(Read(reader.Get(), L"key of " + text), text);
     }
@@ -115,8 +115,8 @@ TEST_F(DevkitDatabase, RowsKeepEveryTextForTheNextProgram) {
 
 TEST_F(DevkitDatabase, EveryPartOfTheKeyCounts) {
     const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), file_.WindowsLogin()));
-    ASSERT_TRUE(Open(db.Get(), file_.WindowsLogin(), L"", L"S2"));
+    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
+    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin(), L"", L"S2"));
     EXPECT_TRUE(Write(db.Get(), L"k", L"plain"));
     EXPECT_TRUE(Write(db.Get(), L"K", L"other key"));
     EXPECT_TRUE(Write(db.Get(), L"k", L"other level", 2));
@@ -131,8 +131,8 @@ TEST_F(DevkitDatabase, EveryPartOfTheKeyCounts) {
 
 TEST_F(DevkitDatabase, EventLogKeepsWritersInOrder) {
     const auto first = Create(), second = Create();
-    ASSERT_TRUE(Open(first.Get(), file_.WindowsLogin(), alarms_.WindowsLogin()));
-    ASSERT_TRUE(Open(second.Get(), file_.WindowsLogin(), alarms_.WindowsLogin()));
+    ASSERT_TRUE(Open(first.Get(), mFile.WindowsLogin(), mAlarms.WindowsLogin()));
+    ASSERT_TRUE(Open(second.Get(), mFile.WindowsLogin(), mAlarms.WindowsLogin()));
     EXPECT_EQ(V_VT(&ReadLog(first.Get()).GetVARIANT()), VT_EMPTY);
     const double time = 41703.588298611111;
     EXPECT_TRUE(Log(first.Get(), L"one", time));
@@ -163,9 +163,9 @@ TEST_F(DevkitDatabase, EventLogKeepsWritersInOrder) {
 
 TEST_F(DevkitDatabase, NoProgramCanChangeTheEventLog) {
     const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), file_.WindowsLogin()));
+    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
     ASSERT_TRUE(Log(db.Get(), L"kept"));
-    OtherProgram other(file_.Path());
+    OtherProgram other(mFile.Path());
     EXPECT_EQ(other.Execute("DELETE FROM event_log"), SQLITE_CONSTRAINT);
     EXPECT_EQ(other.Execute("UPDATE event_log SET text = 'forged'"), SQLITE_CONSTRAINT);
     EXPECT_EQ(Text(Field(ReadLog(db.Get()), 0, EventLogColumn_Text)), L"kept");
@@ -173,11 +173,11 @@ TEST_F(DevkitDatabase, NoProgramCanChangeTheEventLog) {
 
 TEST_F(DevkitDatabase, WaitsForAnotherProgramsLockAsLongAsTheConnectionStringSays) {
     const auto patient = Create(), impatient = Create();
-    ASSERT_TRUE(Open(patient.Get(), file_.WindowsLogin() + L";Connect Timeout=30"));
-    ASSERT_TRUE(Open(impatient.Get(), file_.WindowsLogin() + L";Connect Timeout=0"));
+    ASSERT_TRUE(Open(patient.Get(), mFile.WindowsLogin() + L";Connect Timeout=30"));
+    ASSERT_TRUE(Open(impatient.Get(), mFile.WindowsLogin() + L";Connect Timeout=0"));
     ASSERT_TRUE(Write(patient.Get(), L"k", L"before"));
     EventRecorder events(impatient.Get(), __uuidof(_DatabaseInterfaceEvents));
-    OtherProgram other(file_.Path());
+    OtherProgram other(mFile.Path());
     ASSERT_EQ(other.Execute("BEGIN IMMEDIATE"), SQLITE_OK);
 
     EXPECT_FALSE(Write(impatient.Get(), L"k", L"lost"));
@@ -211,7 +211,7 @@ TEST_F(DevkitDatabase, ConnectionStringsDecideWhoIsLoggedOn) {
         {L"", false, false, L""},
     };
     for (const auto& c : cases) {
-        const std::wstring text = L"Data Source=" + file_.Path() + L";" + c.settings;
+        const std::wstring text = L"Data Source=" + mFile.Path() + L";" + c.settings;
         const auto db = Create();
         VARIANT_BOOL windows = VARIANT_FALSE;
         EXPECT_EQ(db->UsesWindowsAuthentication(Bstr(text), &windows), S_OK);
@@ -231,7 +231,7 @@ TEST_F(DevkitDatabase, ConnectionStringsDecideWhoIsLoggedOn) {
 
 TEST_F(DevkitDatabase, ServerCanRefuseSqlLogins) {
     const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), file_.WindowsLogin()));
+    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
     const auto allows = [&] {
         ComPtr<ISiteInfo> info;
         VARIANT_BOOL allowed = VARIANT_FALSE;
@@ -242,23 +242,23 @@ TEST_F(DevkitDatabase, ServerCanRefuseSqlLogins) {
     EXPECT_TRUE(allows());
     ASSERT_TRUE(Write(db.Get(), L"AllowSqlLogins", L"False", 0, L"SERVER"));
     EXPECT_FALSE(allows());
-    EXPECT_FALSE(Open(Create().Get(), file_.SqlLogin(L"jsmith")));
-    EXPECT_TRUE(Open(Create().Get(), file_.WindowsLogin()));
+    EXPECT_FALSE(Open(Create().Get(), mFile.SqlLogin(L"jsmith")));
+    EXPECT_TRUE(Open(Create().Get(), mFile.WindowsLogin()));
 }
 
 TEST_F(DevkitDatabase, ForgottenLogonLetsGoOfTheFileAndComesBackOnUse) {
     const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), file_.WindowsLogin()));
+    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
     ASSERT_TRUE(Write(db.Get(), L"k", L"v"));
-    EXPECT_FALSE(DeleteFileW(file_.Path().c_str()));
+    EXPECT_FALSE(DeleteFileW(mFile.Path().c_str()));
     EXPECT_EQ(db->ForgetLogons(_bstr_t(kSite)), S_OK);
     EXPECT_EQ(Read(db.Get(), L"k"), L"v");
     EXPECT_EQ(db->ForgetLogons(_bstr_t(kSite)), S_OK);
-    EXPECT_TRUE(DeleteFileW(file_.Path().c_str()));
+    EXPECT_TRUE(DeleteFileW(mFile.Path().c_str()));
 }
 
 TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
-    const std::wstring missing = file_.Path() + L".missing\\site.db";
+    const std::wstring missing = mFile.Path() + L".missing\\site.db";
     const auto db = Create();
     EventRecorder events(db.Get(), __uuidof(_DatabaseInterfaceEvents));
     const auto told = [&] {
@@ -275,12 +275,12 @@ TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
     EXPECT_FALSE(Open(db.Get(), L"Data Source=" + missing + L";Integrated Security=SSPI"));
     EXPECT_EQ(told(), L"DBIL: cannot open the site: cannot log on to '" + missing + L"': unable to open database file");
 
-    const std::wstring noDatabase = alarms_.Path();
+    const std::wstring noDatabase = mAlarms.Path();
     {
         std::ofstream file(std::filesystem::path(noDatabase), std::ios::binary);
         file << std::string(1024, 'x');
     }
-    EXPECT_FALSE(Open(db.Get(), file_.WindowsLogin(), alarms_.WindowsLogin()));
+    EXPECT_FALSE(Open(db.Get(), mFile.WindowsLogin(), mAlarms.WindowsLogin()));
     EXPECT_EQ(told(), L"DBIL: cannot open the site: cannot log on to '" + noDatabase + L"': file is not a database");
 
     BSTR value = nullptr;
@@ -293,7 +293,7 @@ TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
     EXPECT_EQ(db->get_SiteInfo(_bstr_t(L"S9"), &info), E_FAIL);
     EXPECT_EQ(told(), L"DBIL: cannot tell about the site: site 'S9' is not initialised");
 
-    ASSERT_TRUE(Open(db.Get(), file_.WindowsLogin()));
+    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
     EXPECT_EQ(told(), L"nothing");
     EXPECT_EQ(db->Close(), S_OK);
     EXPECT_EQ(db->ReadLookup(_bstr_t(kSite), 1, _bstr_t(L"T"), _bstr_t(L"k"), &value), E_FAIL);

@@ -27,13 +27,13 @@ class EventRecorder final : public Sink<> {
     EventRecorder(IUnknown* object, REFIID source) {
         ComPtr<IConnectionPointContainer> container;
         if (FAILED(object->QueryInterface(IID_PPV_ARGS(&container))) ||
-            FAILED(container->FindConnectionPoint(source, &point_)) || FAILED(point_->Advise(this, &cookie_))) {
+            FAILED(container->FindConnectionPoint(source, &mPoint)) || FAILED(mPoint->Advise(this, &mCookie))) {
             ADD_FAILURE() << "the object does not raise these events";
         }
     }
     ~EventRecorder() override {
-        if (cookie_ != 0) {
-            point_->Unadvise(cookie_);
+        if (mCookie != 0) {
+            mPoint->Unadvise(mCookie);
         }
     }
 
@@ -47,8 +47,8 @@ class EventRecorder final : public Sink<> {
     }
 
   private:
-    ComPtr<IConnectionPoint> point_;
-    DWORD cookie_ = 0;
+    ComPtr<IConnectionPoint> mPoint;
+    DWORD mCookie = 0;
 };
 
 }  // namespace v5::test

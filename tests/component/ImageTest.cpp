@@ -17,22 +17,22 @@ class Image {
   public:
     explicit Image(const char* path) {
         std::ifstream file(path, std::ios::binary);
-        bytes_.assign(std::istreambuf_iterator<char>(file), {});
-        headers_ = bytes_.empty() ? nullptr : ImageNtHeader(bytes_.data());
+        mBytes.assign(std::istreambuf_iterator<char>(file), {});
+        mHeaders = mBytes.empty() ? nullptr : ImageNtHeader(mBytes.data());
     }
 
-    WORD Machine() const { return headers_ != nullptr ? headers_->FileHeader.Machine : WORD{0}; }
-    size_t Size() const { return bytes_.size(); }
+    WORD Machine() const { return mHeaders != nullptr ? mHeaders->FileHeader.Machine : WORD{0}; }
+    size_t Size() const { return mBytes.size(); }
 
     // Address space layout randomisation, no executable data … (IMAGE_DLLCHARACTERISTICS_…). The field lies at the same
     // place in both widths.
-    WORD Characteristics() const { return headers_->OptionalHeader.DllCharacteristics; }
+    WORD Characteristics() const { return mHeaders->OptionalHeader.DllCharacteristics; }
 
     // The sections' access rights (IMAGE_SCN_…).
     std::vector<DWORD> SectionRights() const {
         std::vector<DWORD> rights;
-        const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers_);
-        for (WORD i = 0; i < headers_->FileHeader.NumberOfSections; ++i) {
+        const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(mHeaders);
+        for (WORD i = 0; i < mHeaders->FileHeader.NumberOfSections; ++i) {
             rights.push_back(section[i].Characteristics);
         }
         return rights;
@@ -61,17 +61,17 @@ class Image {
     template <class T>
     const T* Directory(USHORT entry) {
         ULONG size = 0;
-        return static_cast<const T*>(ImageDirectoryEntryToData(bytes_.data(), FALSE, entry, &size));
+        return static_cast<const T*>(ImageDirectoryEntryToData(mBytes.data(), FALSE, entry, &size));
     }
 
     // What the loader would put at the address, relative to the image's base.
     template <class T>
     const T* InMemory(DWORD address) {
-        return static_cast<const T*>(ImageRvaToVa(headers_, bytes_.data(), address, nullptr));
+        return static_cast<const T*>(ImageRvaToVa(mHeaders, mBytes.data(), address, nullptr));
     }
 
-    std::vector<char> bytes_;
-    IMAGE_NT_HEADERS* headers_ = nullptr;
+    std::vector<char> mBytes;
+    IMAGE_NT_HEADERS* mHeaders = nullptr;
 };
 
 struct Build {

@@ -21,14 +21,14 @@ _variant_t False() {
 class LateBindingTest : public testing::Test {
   protected:
     void SetUp() override {
-        main_ = CreateByName(L"V5Strings.DahsIniMain");
-        ASSERT_TRUE(main_);
-        ASSERT_EQ(Call(main_.Get(), L"SetupWithOneForcedDahsEntry", {L"AB"}).status, S_OK);
-        entries_ = V_DISPATCH(&static_cast<const _variant_t&>(Get(main_.Get(), L"DahsEntries")));
-        ASSERT_TRUE(entries_);
+        mMain = CreateByName(L"V5Strings.DahsIniMain");
+        ASSERT_TRUE(mMain);
+        ASSERT_EQ(Call(mMain.Get(), L"SetupWithOneForcedDahsEntry", {L"AB"}).status, S_OK);
+        mEntries = V_DISPATCH(&static_cast<const _variant_t&>(Get(mMain.Get(), L"DahsEntries")));
+        ASSERT_TRUE(mEntries);
     }
 
-    ComPtr<IDispatch> main_, entries_;
+    ComPtr<IDispatch> mMain, mEntries;
 };
 
 TEST_F(LateBindingTest, TakesArgumentsInEveryForm) {
@@ -60,10 +60,10 @@ TEST_F(LateBindingTest, TakesArgumentsInEveryForm) {
         {"an unknown name", {1L}, {{L"blnOther", False()}}, DISP_E_UNKNOWNNAME},
         {"words for a number", {L"first", False()}, {}, DISP_E_TYPEMISMATCH, 1},
         {"too large", {1e10}, {}, DISP_E_OVERFLOW, 0},
-        {"an object for a Boolean", {1L, _variant_t(main_.Get())}, {}, DISP_E_TYPEMISMATCH, 0},
+        {"an object for a Boolean", {1L, _variant_t(mMain.Get())}, {}, DISP_E_TYPEMISMATCH, 0},
     };
     for (const Case& c : cases) {
-        const CallResult result = Call(entries_.Get(), L"Item", c.positional, c.named);
+        const CallResult result = Call(mEntries.Get(), L"Item", c.positional, c.named);
         EXPECT_EQ(result.status, c.status) << c.name;
         EXPECT_EQ(V_VT(&result.value), c.status == S_OK ? VT_DISPATCH : VT_EMPTY) << c.name;
         EXPECT_EQ(result.badArgument, c.badArgument) << c.name;
@@ -85,7 +85,7 @@ TEST_F(LateBindingTest, GivesInOutArgumentsBackInTheCallersType) {
         {"an Integer", ByReference(VT_I2, &small)},        {"a String", ByReference(VT_BSTR, &words)}};
     for (const Case& c : cases) {
         _variant_t secondary(99L);
-        EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, c.argument, ByReference(secondary)}).status,
+        EXPECT_EQ(Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, c.argument, ByReference(secondary)}).status,
                   S_OK)
             << c.name;
         EXPECT_EQ(secondary, _variant_t(0L)) << c.name;
@@ -98,16 +98,16 @@ TEST_F(LateBindingTest, GivesInOutArgumentsBackInTheCallersType) {
     EXPECT_EQ(Taken(words), L"888");
 
     // An expression is taken as it is; what would be given back is dropped.
-    EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, 1L, 2L}).status, S_OK);
+    EXPECT_EQ(Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, 1L, 2L}).status, S_OK);
     // What cannot go in is refused before the call.
     _variant_t unfit(L"none");
-    EXPECT_EQ(Call(main_.Get(), L"FindRedundantDasIDs", {L"ab", 0L, ByReference(unfit), 2L}).status,
+    EXPECT_EQ(Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, ByReference(unfit), 2L}).status,
               DISP_E_TYPEMISMATCH);
     EXPECT_EQ(Text(unfit), L"none");
 }
 
 TEST_F(LateBindingTest, TellsWhatWentWrongAndWhere) {
-    const CallResult late = Call(entries_.Get(), L"Item", {99L});
+    const CallResult late = Call(mEntries.Get(), L"Item", {99L});
     EXPECT_EQ(late.status, DISP_E_EXCEPTION);
     EXPECT_LT(late.errorNumber, 0);
     EXPECT_EQ(late.errorSource, L"V5Strings.DahsIniEntries");
@@ -116,7 +116,7 @@ TEST_F(LateBindingTest, TellsWhatWentWrongAndWhere) {
     ComPtr<_DahsIniEntries> early;
     ComPtr<ISupportErrorInfo> support;
     ComPtr<IErrorInfo> info;
-    ASSERT_EQ(entries_.As(&early), S_OK);
+    ASSERT_EQ(mEntries.As(&early), S_OK);
     ASSERT_EQ(early.As(&support), S_OK);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(__uuidof(_DahsIniEntries)), S_OK);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IConnectionPoint), S_FALSE);
@@ -132,13 +132,13 @@ TEST_F(LateBindingTest, TellsWhatWentWrongAndWhere) {
 }
 
 TEST_F(LateBindingTest, EnumeratesForEach) {
-    const CallResult result = Invoke(entries_.Get(), DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+    const CallResult result = Invoke(mEntries.Get(), DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
     ASSERT_EQ(result.status, S_OK);
     ASSERT_EQ(V_VT(&result.value), VT_UNKNOWN);
     ComPtr<IEnumVARIANT> enumerator;
     ASSERT_EQ(V_UNKNOWN(&result.value)->QueryInterface(IID_PPV_ARGS(&enumerator)), S_OK);
-    main_.Reset();
-    entries_.Reset();  // the enumerator alone must keep the entries alive
+    mMain.Reset();
+    mEntries.Reset();  // the enumerator alone must keep the entries alive
     _variant_t entry, none;
     ULONG fetched = 0;
     ASSERT_EQ(enumerator->Next(1, &entry, &fetched), S_OK);

@@ -52,15 +52,15 @@ inline DWORD RunInstaller(const std::wstring& action, const std::wstring& packag
 // A package that is installed while this lives.
 class InstalledPackage {
   public:
-    explicit InstalledPackage(std::wstring name) : name_(std::move(name)) {
-        EXPECT_EQ(RunInstaller(L"/i", name_), 0u) << "cannot install a package";
+    explicit InstalledPackage(std::wstring name) : mName(std::move(name)) {
+        EXPECT_EQ(RunInstaller(L"/i", mName), 0u) << "cannot install a package";
     }
-    ~InstalledPackage() { EXPECT_EQ(RunInstaller(L"/x", name_), 0u) << "cannot remove a package"; }
+    ~InstalledPackage() { EXPECT_EQ(RunInstaller(L"/x", mName), 0u) << "cannot remove a package"; }
     InstalledPackage(const InstalledPackage&) = delete;
     InstalledPackage& operator=(const InstalledPackage&) = delete;
 
   private:
-    std::wstring name_;
+    std::wstring mName;
 };
 
 }  // namespace v5::test

@@ -143,25 +143,25 @@ class GraphicsShortage {
   public:
     explicit GraphicsShortage(size_t left) {
         while (const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3))) {
-            taken_.push_back(brush);
+            mTaken.push_back(brush);
         }
-        for (; left > 0 && !taken_.empty(); --left) {
-            DeleteObject(taken_.back());
-            taken_.pop_back();
+        for (; left > 0 && !mTaken.empty(); --left) {
+            DeleteObject(mTaken.back());
+            mTaken.pop_back();
         }
     }
     ~GraphicsShortage() {
-        for (const HBRUSH brush : taken_) {
+        for (const HBRUSH brush : mTaken) {
             DeleteObject(brush);
         }
     }
     GraphicsShortage(const GraphicsShortage&) = delete;
     GraphicsShortage& operator=(const GraphicsShortage&) = delete;
 
-    size_t Taken() const { return taken_.size(); }
+    size_t Taken() const { return mTaken.size(); }
 
   private:
-    std::vector<HBRUSH> taken_;
+    std::vector<HBRUSH> mTaken;
 };
 
 TEST_F(Pictures, AShortageOfGraphicsHandlesIsAnErrorAndLeavesNothing) {
@@ -345,20 +345,20 @@ TEST_F(ProductBoxes, SupportBoxShowsWhatIsInstalledAndReportsTheRest) {
 class MailProgram {
   public:
     explicit MailProgram(bool registered) {
-        std::ofstream(script_, std::ios::binary) << "Set files = CreateObject(\"Scripting.FileSystemObject\")\r\n"
+        std::ofstream(mScript, std::ios::binary) << "Set files = CreateObject(\"Scripting.FileSystemObject\")\r\n"
                                                     "Set answer = files.CreateTextFile(WScript.Arguments(0), True)\r\n"
                                                     "answer.Write WScript.Arguments(1) & \"|\"\r\n";
         wchar_t old[512] = {};
         DWORD size = sizeof old;
         RegGetValueW(HKEY_CLASSES_ROOT, kKey, nullptr, RRF_RT_REG_SZ, nullptr, old, &size);
-        previous_ = old;
-        SetCommand(registered ? L"wscript.exe \"" + script_.wstring() + L"\" \"" + answer_.wstring() + L"\" \"%1\""
+        mPrevious = old;
+        SetCommand(registered ? L"wscript.exe \"" + mScript.wstring() + L"\" \"" + mAnswer.wstring() + L"\" \"%1\""
                               : L"");
     }
     ~MailProgram() {
-        SetCommand(previous_);
-        std::filesystem::remove(script_);
-        std::filesystem::remove(answer_);
+        SetCommand(mPrevious);
+        std::filesystem::remove(mScript);
+        std::filesystem::remove(mAnswer);
     }
     MailProgram(const MailProgram&) = delete;
     MailProgram& operator=(const MailProgram&) = delete;
@@ -367,7 +367,7 @@ class MailProgram {
     std::string Address() const {
         std::string text;
         for (int i = 0; i < 200 && !text.ends_with('|'); ++i, Sleep(50)) {
-            std::ifstream file(answer_, std::ios::binary);
+            std::ifstream file(mAnswer, std::ios::binary);
             text.assign(std::istreambuf_iterator<char>(file), {});
         }
         return text.substr(0, text.find('|'));
@@ -381,9 +381,9 @@ class MailProgram {
                         static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
     }
 
-    const std::filesystem::path script_ = std::filesystem::temp_directory_path() / "v5mail.vbs";
-    const std::filesystem::path answer_ = std::filesystem::temp_directory_path() / "v5mail.txt";
-    std::wstring previous_;
+    const std::filesystem::path mScript = std::filesystem::temp_directory_path() / "v5mail.vbs";
+    const std::filesystem::path mAnswer = std::filesystem::temp_directory_path() / "v5mail.txt";
+    std::wstring mPrevious;
 };
 
 TEST_F(ProductBoxes, KeyboardStartsTheSupportMail) {

@@ -168,56 +168,56 @@ constexpr wchar_t kForUser[] = L"/n /i:user";
 class RegistrationTest : public testing::Test {
   protected:
     void SetUp() override {
-        otherWasRegistered_ = other_.Run(L"/u") == 0;
-        ASSERT_EQ(own_.Run(L"/u"), 0U) << "run the tests in the project's folder";
-        own_.Run(std::wstring(L"/u ") + kForUser);
+        mOtherWasRegistered = mOther.Run(L"/u") == 0;
+        ASSERT_EQ(mOwn.Run(L"/u"), 0U) << "run the tests in the project's folder";
+        mOwn.Run(std::wstring(L"/u ") + kForUser);
     }
     void TearDown() override {
-        EXPECT_EQ(own_.Run(L""), 0U);
-        EXPECT_TRUE(!otherWasRegistered_ || other_.Run(L"") == 0);
+        EXPECT_EQ(mOwn.Run(L""), 0U);
+        EXPECT_TRUE(!mOtherWasRegistered || mOther.Run(L"") == 0);
     }
 
-    Server own_{kIs64}, other_{!kIs64};
-    bool otherWasRegistered_ = false;
+    Server mOwn{kIs64}, mOther{!kIs64};
+    bool mOtherWasRegistered = false;
 };
 
 TEST_F(RegistrationTest, LeavesNoTraceBehind) {
     const Snapshot before = TakeSnapshot();
     ASSERT_GT(before.size(), 1000U) << "the registry cannot be read";
-    const std::vector<std::wstring> own = OwnKeys(own_.library);
+    const std::vector<std::wstring> own = OwnKeys(mOwn.library);
     ASSERT_GE(own.size(), 31U);
     for (const wchar_t* options : {L"", kForUser}) {
         SCOPED_TRACE(options);
-        EXPECT_EQ(own_.Run(options), 0U);
+        EXPECT_EQ(mOwn.Run(options), 0U);
         Snapshot registered = TakeSnapshot();
         EXPECT_GT(
             std::erase_if(registered,
                           [&](const auto& entry) { return !before.contains(entry.first) && IsOwn(entry.first, own); }),
             100U);
         ExpectSame(before, registered);
-        EXPECT_EQ(own_.Run(options), 0U) << "registering again must do no harm";
-        EXPECT_EQ(own_.Run(std::wstring(L"/u ") + options), 0U);
+        EXPECT_EQ(mOwn.Run(options), 0U) << "registering again must do no harm";
+        EXPECT_EQ(mOwn.Run(std::wstring(L"/u ") + options), 0U);
         ExpectSame(before, TakeSnapshot());
-        EXPECT_EQ(own_.Run(std::wstring(L"/u ") + options), 0U) << "removing what is not there must do no harm";
+        EXPECT_EQ(mOwn.Run(std::wstring(L"/u ") + options), 0U) << "removing what is not there must do no harm";
     }
 }
 
 // The other width shares keys with this one, and the message sink's interface belongs to the messages component.
 TEST_F(RegistrationTest, LeavesTheNeighboursAlone) {
     const std::wstring key = L"Interface\\" + Braced(__uuidof(IRaiseMsg));
-    const bool otherRuns = other_.Run(L"") == 0;
+    const bool otherRuns = mOther.Run(L"") == 0;
     const bool ownerIsThere = !Read(HKEY_LOCAL_MACHINE, key + L"\\TypeLib").empty();
     ASSERT_TRUE(ownerIsThere ||
                 (Write(key, L"IRaiseMsg") && Write(key + L"\\TypeLib", L"{7B44AE30-5A0E-4B30-9A59-0C4E2A77E6D1}")));
     const Snapshot before = TakeSnapshot();
-    EXPECT_EQ(own_.Run(L""), 0U);
+    EXPECT_EQ(mOwn.Run(L""), 0U);
     EXPECT_NE(Read(HKEY_LOCAL_MACHINE, key + L"\\TypeLib"), Braced(LIBID_V5Strings));
-    EXPECT_EQ(own_.Run(L"/u"), 0U);
+    EXPECT_EQ(mOwn.Run(L"/u"), 0U);
     ExpectSame(before, TakeSnapshot());
     if (!ownerIsThere) {
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + key).c_str());
     }
-    EXPECT_TRUE(!otherRuns || other_.Run(L"/u") == 0);
+    EXPECT_TRUE(!otherRuns || mOther.Run(L"/u") == 0);
 }
 
 // What clients, compilers and the marshaller look up. (That clients find it is shown by all other tests, for the
@@ -231,9 +231,9 @@ TEST_F(RegistrationTest, WritesWhatClientsLookUp) {
     const std::wstring iface = L"Interface\\" + Braced(__uuidof(_NimboErrorNumbers));
     const std::wstring library = Braced(LIBID_V5Strings);
     for (const Case& c : {Case{L"", HKEY_LOCAL_MACHINE}, Case{kForUser, HKEY_CURRENT_USER}}) {
-        ASSERT_EQ(own_.Run(c.options), 0U);
+        ASSERT_EQ(mOwn.Run(c.options), 0U);
         EXPECT_EQ(Read(c.root, L"V5Strings.NimboErrorNumbers\\CLSID"), Braced(__uuidof(NimboErrorNumbers)));
-        EXPECT_EQ(Read(c.root, clsid + L"\\InprocServer32"), own_.library);
+        EXPECT_EQ(Read(c.root, clsid + L"\\InprocServer32"), mOwn.library);
         EXPECT_EQ(Read(c.root, clsid + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
         EXPECT_EQ(Read(c.root, clsid + L"\\ProgID"), L"V5Strings.NimboErrorNumbers");
         EXPECT_EQ(Read(c.root, clsid + L"\\TypeLib"), library);
@@ -241,10 +241,10 @@ TEST_F(RegistrationTest, WritesWhatClientsLookUp) {
         EXPECT_EQ(Read(c.root, iface + L"\\TypeLib"), library);
         EXPECT_EQ(Read(c.root, iface + L"\\ProxyStubClsid32"), L"{00020424-0000-0000-C000-000000000046}");
         EXPECT_EQ(Read(c.root, L"TypeLib\\" + library + (kIs64 ? L"\\1.0\\0\\win64" : L"\\1.0\\0\\win32")),
-                  own_.library);
+                  mOwn.library);
         const HKEY elsewhere = c.root == HKEY_LOCAL_MACHINE ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
         EXPECT_EQ(Read(elsewhere, clsid + L"\\InprocServer32"), L"") << "written where it was not asked for";
-        EXPECT_EQ(own_.Run(std::wstring(L"/u ") + c.options), 0U);
+        EXPECT_EQ(mOwn.Run(std::wstring(L"/u ") + c.options), 0U);
     }
 }
 

@@ -92,16 +92,16 @@ const Default kDefaults[] = {
 // Stands for the system's XML parsers while it lives, and makes none: the first `count` versions, the newest first.
 class NoParser final : public IClassFactory {
   public:
-    explicit NoParser(HRESULT status, size_t count = 2) : status_(status) {
+    explicit NoParser(HRESULT status, size_t count = 2) : mStatus(status) {
         constexpr const wchar_t* kVersions[] = {L"Msxml2.DOMDocument.6.0", L"Msxml2.DOMDocument.3.0"};
         for (size_t i = 0; i < count; ++i) {
             CLSID clsid;
             EXPECT_EQ(CLSIDFromProgID(kVersions[i], &clsid), S_OK);
-            EXPECT_EQ(CoRegisterClassObject(clsid, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookies_[i]), S_OK);
+            EXPECT_EQ(CoRegisterClassObject(clsid, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &mCookies[i]), S_OK);
         }
     }
     ~NoParser() {
-        for (const DWORD cookie : cookies_) {
+        for (const DWORD cookie : mCookies) {
             CoRevokeClassObject(cookie);
         }
     }
@@ -117,38 +117,38 @@ class NoParser final : public IClassFactory {
     STDMETHODIMP_(ULONG) Release() override { return 1; }
     STDMETHODIMP CreateInstance(IUnknown*, REFIID, void** object) override {
         *object = nullptr;
-        return status_;
+        return mStatus;
     }
     STDMETHODIMP LockServer(BOOL) override { return S_OK; }
 
   private:
-    HRESULT status_;
-    std::array<DWORD, 2> cookies_{};
+    HRESULT mStatus;
+    std::array<DWORD, 2> mCookies{};
 };
 
 class SecurityFault : public testing::Test {
   protected:
     SecurityFault() {
-        security_ = CreateByName(L"V5Strings.NimboSecurity");
-        const std::wstring login = file_.WindowsLogin() + L";Connect Timeout=0";
+        mSecurity = CreateByName(L"V5Strings.NimboSecurity");
+        const std::wstring login = mFile.WindowsLogin() + L";Connect Timeout=0";
         const CallResult setUp =
-            Call(security_.Get(), L"Setup", {kSite, L"EN", login.c_str(), L"", L"Component tests", true});
+            Call(mSecurity.Get(), L"Setup", {kSite, L"EN", login.c_str(), L"", L"Component tests", true});
         EXPECT_TRUE(static_cast<bool>(setUp.value));
-        Call(security_.Get(), L"EnableSecurity");
+        Call(mSecurity.Get(), L"EnableSecurity");
         for (const Change& change : kChanges) {
-            EXPECT_TRUE(static_cast<bool>(Call(security_.Get(), change.member, change.first).value)) << change.member;
+            EXPECT_TRUE(static_cast<bool>(Call(mSecurity.Get(), change.member, change.first).value)) << change.member;
         }
     }
 
     // The answer of a member that must not raise.
     _variant_t Answer(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) {
-        const CallResult result = Call(security_.Get(), member, arguments);
+        const CallResult result = Call(mSecurity.Get(), member, arguments);
         EXPECT_EQ(result.status, S_OK) << std::wstring(member);
         return result.value;
     }
 
     void ExpectStoredAnswers() {
-        EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
+        EXPECT_EQ(static_cast<long>(Get(mSecurity.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
         for (const Default& row : kDefaults) {
             EXPECT_EQ(Answer(row.member, row.arguments), row.stored) << std::wstring(row.member);
         }
@@ -164,7 +164,7 @@ class SecurityFault : public testing::Test {
             }
             events.messages.clear();
         };
-        EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Other);
+        EXPECT_EQ(static_cast<long>(Get(mSecurity.Get(), L"SecurityEnabledStatus")), Enabled_Other);
         expectMessage(L"SecurityEnabledStatus");
         for (const Default& row : kDefaults) {
             EXPECT_EQ(Answer(row.member, row.arguments), row.unreadable) << std::wstring(row.member);
@@ -182,18 +182,18 @@ class SecurityFault : public testing::Test {
         events.messages.clear();
     }
 
-    DatabaseFile file_;
-    ComPtr<IDispatch> security_;
+    DatabaseFile mFile;
+    ComPtr<IDispatch> mSecurity;
 };
 
 TEST_F(SecurityFault, AChangeThatCannotBeStoredIsToldAndChangesNothing) {
-    const std::vector<std::wstring> before = Stored(file_);
+    const std::vector<std::wstring> before = Stored(mFile);
     ASSERT_GT(before.size(), std::size(kDocuments));
-    EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     const auto told = [&](const wchar_t* message) {
         return std::count(events.messages.begin(), events.messages.end(), RecordedMessage{4, message});
     };
-    OtherProgram other(file_.Path());
+    OtherProgram other(mFile.Path());
     ASSERT_EQ(other.Execute("BEGIN IMMEDIATE"), SQLITE_OK);
     for (const Change& change : kChanges) {
         EXPECT_FALSE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);
@@ -202,23 +202,23 @@ TEST_F(SecurityFault, AChangeThatCannotBeStoredIsToldAndChangesNothing) {
     Answer(L"DisableSecurity");
     EXPECT_EQ(told(L"Can't save XML [STR-0104]"), 1);
     ASSERT_EQ(other.Execute("ROLLBACK"), SQLITE_OK);
-    EXPECT_EQ(Stored(file_), before);
-    EXPECT_EQ(static_cast<long>(Get(security_.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
+    EXPECT_EQ(Stored(mFile), before);
+    EXPECT_EQ(static_cast<long>(Get(mSecurity.Get(), L"SecurityEnabledStatus")), Enabled_Configured);
 }
 
 TEST_F(SecurityFault, WhatCannotBeReadGivesTheDefaults) {
     ExpectStoredAnswers();
-    OtherProgram other(file_.Path());
+    OtherProgram other(mFile.Path());
     ASSERT_EQ(other.Execute("BEGIN EXCLUSIVE"), SQLITE_OK);
-    EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     ExpectDefaults(events);
     ASSERT_EQ(other.Execute("ROLLBACK"), SQLITE_OK);
     ExpectStoredAnswers();
 }
 
 TEST_F(SecurityFault, WithoutAnXmlParserTheDefaultsHoldAndNothingIsStored) {
-    const std::vector<std::wstring> before = Stored(file_);
-    EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    const std::vector<std::wstring> before = Stored(mFile);
+    EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     const std::pair<HRESULT, std::wstring> reasons[] = {
         {E_FAIL, std::to_wstring(E_FAIL) + L", " + _com_error(E_FAIL).ErrorMessage()},
         {E_OUTOFMEMORY, L"Unexpected failure in the security library"},
@@ -231,7 +231,7 @@ TEST_F(SecurityFault, WithoutAnXmlParserTheDefaultsHoldAndNothingIsStored) {
         const NoParser onlyTheOlder(E_FAIL, 1);
         ExpectStoredAnswers();
     }
-    EXPECT_EQ(Stored(file_), before);
+    EXPECT_EQ(Stored(mFile), before);
     ExpectStoredAnswers();
     for (const Change& change : kChanges) {
         EXPECT_TRUE(static_cast<bool>(Answer(change.member, change.second))) << std::wstring(change.member);

@@ -26,20 +26,20 @@ constexpr wchar_t kSite[] = L"SITE1";
 class SecurityComponent : public testing::Test {
   protected:
     ~SecurityComponent() override {
-        if (security_) {
+        if (mSecurity) {
             Do(L"Teardown");
         }
     }
 
     // A new object, connected to the site.
     bool Connect(const std::wstring& connectionString) {
-        security_ = CreateByName(L"V5Strings.NimboSecurity");
+        mSecurity = CreateByName(L"V5Strings.NimboSecurity");
         return static_cast<bool>(Do(L"Setup", {kSite, L"EN", connectionString.c_str(), L"", L"Component tests", true}));
     }
 
     // No member of the class raises.
     _variant_t Do(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) {
-        const CallResult result = Call(security_.Get(), member, arguments);
+        const CallResult result = Call(mSecurity.Get(), member, arguments);
         EXPECT_EQ(result.status, S_OK) << member;
         return result.value;
     }
@@ -47,7 +47,7 @@ class SecurityComponent : public testing::Test {
     bool True(const wchar_t* member, const std::vector<_variant_t>& arguments = {}) {
         return static_cast<bool>(Do(member, arguments));
     }
-    long Status() { return Get(security_.Get(), L"SecurityEnabledStatus"); }
+    long Status() { return Get(mSecurity.Get(), L"SecurityEnabledStatus"); }
 
     // "kind tag text" of every record in the site's event log.
     std::vector<std::wstring> AuditTrail() {
@@ -55,7 +55,7 @@ class SecurityComponent : public testing::Test {
         EXPECT_EQ(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&database)),
                   S_OK);
         VARIANT_BOOL done = VARIANT_FALSE;
-        const _bstr_t site(kSite), none(L""), login(file_.WindowsLogin().c_str());
+        const _bstr_t site(kSite), none(L""), login(mFile.WindowsLogin().c_str());
         database->Initialise(site, none, login, none, none, none, none, VARIANT_TRUE, 0, &done);
         database->OpenSite(site, -1, -1, -1, 0, 0, 0, &done);
         _variant_t records;
@@ -81,15 +81,15 @@ class SecurityComponent : public testing::Test {
         return trail;
     }
 
-    DatabaseFile file_;
-    ComPtr<IDispatch> security_;
+    DatabaseFile mFile;
+    ComPtr<IDispatch> mSecurity;
 };
 
 }  // namespace
 
 TEST_F(SecurityComponent, AnAdministratorSetsUpAFreshSite) {
-    ASSERT_TRUE(Connect(file_.WindowsLogin()));
-    const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    ASSERT_TRUE(Connect(mFile.WindowsLogin()));
+    const EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     const auto info = CreateByName(L"V5NetUtil.AccountInfo");
     const std::wstring user = Text(Call(info.Get(), L"GetCurrentUserName").value);
     const std::wstring sid = Text(Call(info.Get(), L"GetCurrentUserSid").value);
@@ -132,7 +132,7 @@ TEST_F(SecurityComponent, AnAdministratorSetsUpAFreshSite) {
 }
 
 TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
-    ASSERT_TRUE(Connect(file_.WindowsLogin()));
+    ASSERT_TRUE(Connect(mFile.WindowsLogin()));
     Do(L"EnableSecurity");
     EXPECT_FALSE(True(L"IsSqlAuthenticationUsedInConnStrings"));
     EXPECT_TRUE(True(L"IsSqlAuthenticationEnabledInSqlServer"));
@@ -142,8 +142,8 @@ TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
         long level;
     } cases[] = {{L"jsmith", PrivLevel_2}, {L"OPERATOR", PrivLevel_1}, {L"sa", PrivLevel_None}};
     for (const auto& c : cases) {
-        ASSERT_TRUE(Connect(file_.SqlLogin(c.login))) << c.login;
-        const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+        ASSERT_TRUE(Connect(mFile.SqlLogin(c.login))) << c.login;
+        const EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
         EXPECT_TRUE(True(L"IsSqlAuthenticationUsedInConnStrings"));
         EXPECT_EQ(Text(Do(L"GetCurrentUserNameNoncached")), c.login);
         EXPECT_EQ(Number(L"GetUserPrivilegeLevel"), c.level) << c.login;
@@ -158,7 +158,7 @@ TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
 }
 
 TEST_F(SecurityComponent, ScriptsMayOmitAndPassVariables) {
-    ASSERT_TRUE(Connect(file_.WindowsLogin()));
+    ASSERT_TRUE(Connect(mFile.WindowsLogin()));
     Do(L"EnableSecurity");
     EXPECT_TRUE(True(L"CheckUserPrivilegeLevelEx", {398L}));
     _variant_t message(L"left over"), master(true);
@@ -172,30 +172,30 @@ TEST_F(SecurityComponent, ScriptsMayOmitAndPassVariables) {
 }
 
 TEST_F(SecurityComponent, MessagesOfTheDatabaseAndOfSendersPassUnchanged) {
-    security_ = CreateByName(L"V5Strings.NimboSecurity");
-    const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    mSecurity = CreateByName(L"V5Strings.NimboSecurity");
+    const EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     EXPECT_FALSE(True(L"Setup", {kSite, L"EN", L"Data Source=C:\\no such folder\\x.db;User ID=sa", L"", L"T", true}));
     ASSERT_EQ(events.messages.size(), 2u);
     EXPECT_EQ(events.messages[0].text.substr(0, 5), L"DBIL:");
     EXPECT_EQ(events.messages[1], (RecordedMessage{4, L"Can't setup DBIL [STR-0097]"}));
 
     ComPtr<IRaiseMsg> sink;
-    ASSERT_EQ(security_.As(&sink), S_OK);
+    ASSERT_EQ(mSecurity.As(&sink), S_OK);
     EXPECT_EQ(sink->RaiseMsg(-77, _bstr_t(L"as it comes\r\n\u00E9")), S_OK);
     EXPECT_EQ(sink->RaiseMsg(3, nullptr), S_OK);
     EXPECT_EQ(Call(sink.Get(), L"RaiseMsg", {5L, L"late"}).status, S_OK);
     const std::vector<RecordedMessage> passed(events.messages.begin() + 2, events.messages.end());
     EXPECT_EQ(passed, (std::vector<RecordedMessage>{{-77, L"as it comes\r\n\u00E9"}, {3, L""}, {5, L"late"}}));
     ComPtr<IUnknown> object, ofSink;
-    EXPECT_EQ(security_.As(&object), S_OK);
+    EXPECT_EQ(mSecurity.As(&object), S_OK);
     EXPECT_EQ(sink.As(&ofSink), S_OK);
     EXPECT_EQ(object.Get(), ofSink.Get()) << "one object";
 }
 
 // What each member answers is tested in unit/; that each succeeds, with the other hostile calls.
 TEST_F(SecurityComponent, WithoutADatabaseFailuresAreEvents) {
-    security_ = CreateByName(L"V5Strings.NimboSecurity");
-    const EventRecorder events(security_.Get(), DIID___NimboSecurity);
+    mSecurity = CreateByName(L"V5Strings.NimboSecurity");
+    const EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     EXPECT_EQ(Status(), Enabled_Other);
     EXPECT_EQ(events.messages, (std::vector<RecordedMessage>{{4, L"DB not available [STR-0099]"}}));
     EXPECT_EQ(Number(L"GetMinPrivilegeLevelForPID", {12345L}), PrivLevel_3Low);
@@ -205,7 +205,7 @@ TEST_F(SecurityComponent, WithoutADatabaseFailuresAreEvents) {
     EXPECT_EQ(Text(Do(L"GetCurrentUserNameNoncached")), Text(Do(L"GetWindowsUsername")));
 
     ComPtr<_NimboSecurity> early;
-    ASSERT_EQ(security_.As(&early), S_OK);
+    ASSERT_EQ(mSecurity.As(&early), S_OK);
     VARIANT_BOOL allowed = VARIANT_TRUE;
     EXPECT_EQ(early->CheckUserPrivilegeLevelEx(RID_IOSW_EnterDebugMode, VARIANT_FALSE, nullptr, nullptr, nullptr,
                                                nullptr, &allowed),

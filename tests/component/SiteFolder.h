@@ -13,35 +13,35 @@ namespace v5::test {
 class SiteFolder {
   public:
     explicit SiteFolder(const std::string& file)
-        : path_(std::filesystem::temp_directory_path() / ("V5Site" + std::to_string(GetCurrentProcessId()))) {
-        std::filesystem::create_directory(path_);
+        : mPath(std::filesystem::temp_directory_path() / ("V5Site" + std::to_string(GetCurrentProcessId()))) {
+        std::filesystem::create_directory(mPath);
         Write(file);
-        SetEnvironmentVariableW(kVariable, path_.c_str());
+        SetEnvironmentVariableW(kVariable, mPath.c_str());
     }
     ~SiteFolder() {
         SetEnvironmentVariableW(kVariable, nullptr);
         std::error_code nobodyCares;
-        std::filesystem::remove_all(path_, nobodyCares);
+        std::filesystem::remove_all(mPath, nobodyCares);
     }
     SiteFolder(const SiteFolder&) = delete;
     SiteFolder& operator=(const SiteFolder&) = delete;
 
     void Write(std::string text) const {
         constexpr std::string_view kMark = "$folder$";
-        const std::string path = path_.string();
+        const std::string path = mPath.string();
         for (size_t at = 0; (at = text.find(kMark, at)) != std::string::npos; at += path.size()) {
             text.replace(at, kMark.size(), path);
         }
-        std::ofstream(path_ / "Vantor5.INI", std::ios::binary) << text;
+        std::ofstream(mPath / "Vantor5.INI", std::ios::binary) << text;
     }
 
-    std::wstring Path() const { return path_.wstring(); }
-    std::wstring File() const { return (path_ / "Vantor5.INI").wstring(); }
-    bool HasFolder(const std::wstring& name) const { return std::filesystem::is_directory(path_ / name); }
+    std::wstring Path() const { return mPath.wstring(); }
+    std::wstring File() const { return (mPath / "Vantor5.INI").wstring(); }
+    bool HasFolder(const std::wstring& name) const { return std::filesystem::is_directory(mPath / name); }
 
   private:
     static constexpr wchar_t kVariable[] = L"VANTOR5_SYSTEM_FOLDER";
-    std::filesystem::path path_;
+    std::filesystem::path mPath;
 };
 
 }  // namespace v5::test

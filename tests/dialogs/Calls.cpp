@@ -46,12 +46,12 @@ TimeAnswer GetTimeFromUser(const std::wstring& caption, double initial) {
 }
 
 DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary, bool allowRemote) {
-    long dahsId = -1;
+    long dahsID = -1;
     VARIANT_BOOL chosen = 1;
-    EXPECT_EQ(Facade()->GetDahsIDFromUser4(initial, &dahsId, V5Strings::IgnoreEntriesWithBlankConnStrings,
+    EXPECT_EQ(Facade()->GetDahsIDFromUser4(initial, &dahsID, V5Strings::IgnoreEntriesWithBlankConnStrings,
                                            Bool(allowSecondary), Bool(allowRemote), &chosen),
               S_OK);
-    return {chosen == VARIANT_TRUE, dahsId};
+    return {chosen == VARIANT_TRUE, dahsID};
 }
 
 void ShowVantorAboutBox(const std::wstring& application) {

@@ -24,7 +24,7 @@ TimeAnswer GetTimeFromUser(const std::wstring& caption, double initial);
 
 struct DahsAnswer {
     bool chosen = false;
-    long dahsId = -1;
+    long dahsID = -1;
 };
 DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary = true, bool allowRemote = true);
 

@@ -89,7 +89,7 @@ TEST(DahsChooserDialog, RowsSelectionAndGrey) {
         dialog.Key(VK_RETURN);
     });
     EXPECT_TRUE(answer.chosen);
-    EXPECT_EQ(answer.dahsId, 5);
+    EXPECT_EQ(answer.dahsID, 5);
 }
 
 TEST(DahsChooserDialog, WaysToChoose) {
@@ -98,7 +98,7 @@ TEST(DahsChooserDialog, WaysToChoose) {
         long initial;
         std::function<void(const Dialog&)> work;
         bool chosen;
-        long dahsId;
+        long dahsID;
     } cases[] = {
         {9, [](const Dialog& dialog) { dialog.Key(VK_RETURN); }, false, 9},  // the initial entry again
         {77, [](const Dialog& dialog) { dialog.Key(VK_RETURN); }, true, 5},  // an entry that is not offered
@@ -124,7 +124,7 @@ TEST(DahsChooserDialog, WaysToChoose) {
     for (const auto& each : cases) {
         const DahsAnswer answer = Ask(each.initial, each.work);
         EXPECT_EQ(answer.chosen, each.chosen) << each.initial;
-        EXPECT_EQ(answer.dahsId, each.dahsId) << each.initial;
+        EXPECT_EQ(answer.dahsID, each.dahsID) << each.initial;
     }
 }
 
@@ -147,7 +147,7 @@ TEST(DahsChooserDialog, AsksForAChoice) {
         dialog.Click(IDOK);
     });
     EXPECT_TRUE(answer.chosen);
-    EXPECT_EQ(answer.dahsId, 4);
+    EXPECT_EQ(answer.dahsID, 4);
 }
 
 TEST(DahsChooserDialog, SaysWhyTheListIsEmpty) {
@@ -162,7 +162,7 @@ TEST(DahsChooserDialog, SaysWhyTheListIsEmpty) {
     dialog.Key(VK_RETURN);  // an empty list is closed without a word
     call.Wait();
     EXPECT_TRUE(answer.chosen);
-    EXPECT_EQ(answer.dahsId, 0);
+    EXPECT_EQ(answer.dahsID, 0);
 }
 
 TEST(DahsChooserDialog, ReportsASiteFileThatCannotBeUsed) {
@@ -175,7 +175,7 @@ TEST(DahsChooserDialog, ReportsASiteFileThatCannotBeUsed) {
     dialog.Key(VK_ESCAPE);
     call.Wait();
     EXPECT_FALSE(answer.chosen);
-    EXPECT_EQ(answer.dahsId, 7);
+    EXPECT_EQ(answer.dahsID, 7);
 }
 
 }  // namespace v5::test

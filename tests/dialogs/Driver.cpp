@@ -75,27 +75,27 @@ std::wstring TextOf(HWND window) {
 }
 
 ModalCall::ModalCall(std::function<void()> call, Owner owner) {
-    thread_ = std::thread([this, call = std::move(call), owner] {
+    mThread = std::thread([this, call = std::move(call), owner] {
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        threadId_ = GetCurrentThreadId();
+        mThreadId = GetCurrentThreadId();
         if (owner == Owner::Window) {
             const HWND window = CreateWindowExW(0, L"#32770", L"Owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300, 200, 500,
                                                 400, nullptr, nullptr, nullptr, nullptr);
-            ownerField_ = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 10, 10, 100, 20, window, nullptr,
+            mOwnerField = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 10, 10, 100, 20, window, nullptr,
                                           nullptr, nullptr);
             SetActiveWindow(window);
-            SetFocus(ownerField_);
-            owner_ = window;
+            SetFocus(mOwnerField);
+            mOwner = window;
         }
         call();
-        done_ = true;
+        mDone = true;
         // The owner stays for the test to look at, until the test lets go of the call.
         MSG message;
-        while (owner_ != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        while (mOwner != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) {
             DispatchMessageW(&message);
         }
-        if (owner_ != nullptr) {
-            DestroyWindow(owner_);
+        if (mOwner != nullptr) {
+            DestroyWindow(mOwner);
         }
         CoUninitialize();
     });
@@ -110,26 +110,26 @@ void ModalCall::Wait() {
 
 ModalCall::~ModalCall() {
     Wait();
-    PostThreadMessageW(threadId_, WM_QUIT, 0, 0);
-    thread_.join();
+    PostThreadMessageW(mThreadId, WM_QUIT, 0, 0);
+    mThread.join();
 }
 
-Dialog::Dialog(const std::wstring& title) : window_(nullptr) {
-    EXPECT_EVENTUALLY((window_ = FindDialog(title)) != nullptr);
+Dialog::Dialog(const std::wstring& title) : mWindow(nullptr) {
+    EXPECT_EVENTUALLY((mWindow = FindDialog(title)) != nullptr);
     BringToFront();
 }
 
 void Dialog::BringToFront() const {
     EXPECT_TRUE(Eventually([this] {
-        SetForegroundWindow(window_);
-        return GetForegroundWindow() == window_ && FocusId() != 0;
+        SetForegroundWindow(mWindow);
+        return GetForegroundWindow() == mWindow && FocusId() != 0;
     }));
 }
 
 int Dialog::FocusId() const {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+    GetGUIThreadInfo(GetWindowThreadProcessId(mWindow, nullptr), &info);
     return info.hwndFocus != nullptr ? GetDlgCtrlID(info.hwndFocus) : 0;
 }
 

@@ -36,18 +36,18 @@ class ModalCall {
 
     // Waits for the call to return.
     void Wait();
-    bool IsDone() const { return done_; }
+    bool IsDone() const { return mDone; }
 
-    HWND OwnerWindow() const { return owner_; }
-    HWND OwnerField() const { return ownerField_; }  // an edit field in the owner, which has the focus at first
-    DWORD ThreadId() const { return threadId_; }
+    HWND OwnerWindow() const { return mOwner; }
+    HWND OwnerField() const { return mOwnerField; }  // an edit field in the owner, which has the focus at first
+    DWORD ThreadId() const { return mThreadId; }
 
   private:
-    std::atomic<HWND> owner_ = nullptr;
-    std::atomic<HWND> ownerField_ = nullptr;
-    std::atomic<DWORD> threadId_ = 0;
-    std::atomic<bool> done_ = false;
-    std::thread thread_;
+    std::atomic<HWND> mOwner = nullptr;
+    std::atomic<HWND> mOwnerField = nullptr;
+    std::atomic<DWORD> mThreadId = 0;
+    std::atomic<bool> mDone = false;
+    std::thread mThread;
 };
 
 // A dialog that stands on the screen and is worked by keys and clicks.
@@ -56,8 +56,8 @@ class Dialog {
     // Waits until the dialog with this caption is there.
     explicit Dialog(const std::wstring& title);
 
-    HWND Window() const { return window_; }
-    HWND Control(int id) const { return GetDlgItem(window_, id); }
+    HWND Window() const { return mWindow; }
+    HWND Control(int id) const { return GetDlgItem(mWindow, id); }
     std::wstring Text(int id) const { return TextOf(Control(id)); }
     bool IsVisible(int id) const { return IsWindowVisible(Control(id)) != FALSE; }
     bool IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
@@ -78,7 +78,7 @@ class Dialog {
   private:
     void BringToFront() const;
 
-    HWND window_;
+    HWND mWindow;
 };
 
 }  // namespace v5::test

@@ -19,58 +19,58 @@ namespace {
 class Picture {
   public:
     explicit Picture(HWND window) {
-        GetWindowRect(window, &area_);
-        info_.biSize = sizeof info_;
-        info_.biWidth = area_.right - area_.left;
-        info_.biHeight = area_.top - area_.bottom;
-        info_.biPlanes = 1;
-        info_.biBitCount = 24;
+        GetWindowRect(window, &mArea);
+        mInfo.biSize = sizeof mInfo;
+        mInfo.biWidth = mArea.right - mArea.left;
+        mInfo.biHeight = mArea.top - mArea.bottom;
+        mInfo.biPlanes = 1;
+        mInfo.biBitCount = 24;
         const HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bitmap_ =
-            CreateDIBSection(screen, reinterpret_cast<const BITMAPINFO*>(&info_), DIB_RGB_COLORS, &pixels_, nullptr, 0);
-        SelectObject(dc_, bitmap_);
-        BitBlt(dc_, 0, 0, info_.biWidth, -info_.biHeight, screen, area_.left, area_.top, SRCCOPY);
+        mDc = CreateCompatibleDC(screen);
+        mBitmap =
+            CreateDIBSection(screen, reinterpret_cast<const BITMAPINFO*>(&mInfo), DIB_RGB_COLORS, &mPixels, nullptr, 0);
+        SelectObject(mDc, mBitmap);
+        BitBlt(mDc, 0, 0, mInfo.biWidth, -mInfo.biHeight, screen, mArea.left, mArea.top, SRCCOPY);
         ReleaseDC(nullptr, screen);
     }
     ~Picture() {
-        DeleteDC(dc_);
-        DeleteObject(bitmap_);
+        DeleteDC(mDc);
+        DeleteObject(mBitmap);
     }
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
 
     bool operator==(const Picture& other) const {
-        return Size() == other.Size() && std::memcmp(pixels_, other.pixels_, Size()) == 0;
+        return Size() == other.Size() && std::memcmp(mPixels, other.mPixels, Size()) == 0;
     }
 
     // Draws the cross of the close box, for which the test machine has no font.
     void DrawCloseCross(HWND window) const {
         RECT box{};
-        for (LONG x = area_.left; x < area_.right; ++x) {
-            for (LONG y = area_.top; y < area_.top + GetSystemMetrics(SM_CYCAPTION); ++y) {
+        for (LONG x = mArea.left; x < mArea.right; ++x) {
+            for (LONG y = mArea.top; y < mArea.top + GetSystemMetrics(SM_CYCAPTION); ++y) {
                 if (SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == HTCLOSE) {
                     const RECT point{x, y, x + 1, y + 1};
                     UnionRect(&box, &box, &point);
                 }
             }
         }
-        OffsetRect(&box, -area_.left, -area_.top);
+        OffsetRect(&box, -mArea.left, -mArea.top);
         const LONG edge = (box.bottom - box.top) / 4;
         InflateRect(&box, -edge, -edge);
         const UINT state = GetMenuState(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND);
         const COLORREF cross = GetSysColor((state & MF_GRAYED) != 0 ? COLOR_GRAYTEXT : COLOR_BTNTEXT);
         const HPEN pen = CreatePen(PS_SOLID, std::max<int>(1, edge / 3), cross);
-        const HGDIOBJ previous = SelectObject(dc_, pen);
-        FillRect(dc_, &box, GetSysColorBrush(COLOR_BTNFACE));
+        const HGDIOBJ previous = SelectObject(mDc, pen);
+        FillRect(mDc, &box, GetSysColorBrush(COLOR_BTNFACE));
         InflateRect(&box, -1, -1);
         const LONG side = std::min(box.right - box.left, box.bottom - box.top);
         const LONG left = (box.left + box.right - side) / 2;
-        MoveToEx(dc_, left, box.top, nullptr);
-        LineTo(dc_, left + side, box.top + side);
-        MoveToEx(dc_, left + side - 1, box.top, nullptr);
-        LineTo(dc_, left - 1, box.top + side);
-        SelectObject(dc_, previous);
+        MoveToEx(mDc, left, box.top, nullptr);
+        LineTo(mDc, left + side, box.top + side);
+        MoveToEx(mDc, left + side - 1, box.top, nullptr);
+        LineTo(mDc, left - 1, box.top + side);
+        SelectObject(mDc, previous);
         DeleteObject(pen);
         GdiFlush();
     }
@@ -78,26 +78,26 @@ class Picture {
     void Save(const std::string& path) const {
         BITMAPFILEHEADER header{};
         header.bfType = 0x4D42;  // "BM"
-        header.bfOffBits = sizeof header + sizeof info_;
+        header.bfOffBits = sizeof header + sizeof mInfo;
         header.bfSize = header.bfOffBits + static_cast<DWORD>(Size());
         std::ofstream file(path, std::ios::binary);
         ASSERT_TRUE(file.is_open()) << path;
         file.write(reinterpret_cast<const char*>(&header), sizeof header);
-        file.write(reinterpret_cast<const char*>(&info_), sizeof info_);
-        file.write(static_cast<const char*>(pixels_), static_cast<std::streamsize>(Size()));
+        file.write(reinterpret_cast<const char*>(&mInfo), sizeof mInfo);
+        file.write(static_cast<const char*>(mPixels), static_cast<std::streamsize>(Size()));
     }
 
   private:
     // Rows end at multiples of four bytes.
     size_t Size() const {
-        return (static_cast<size_t>(info_.biWidth) * 3 + 3) / 4 * 4 * static_cast<size_t>(-info_.biHeight);
+        return (static_cast<size_t>(mInfo.biWidth) * 3 + 3) / 4 * 4 * static_cast<size_t>(-mInfo.biHeight);
     }
 
-    RECT area_{};
-    BITMAPINFOHEADER info_{};
-    HDC dc_ = nullptr;
-    HBITMAP bitmap_ = nullptr;
-    void* pixels_ = nullptr;
+    RECT mArea{};
+    BITMAPINFOHEADER mInfo{};
+    HDC mDc = nullptr;
+    HBITMAP mBitmap = nullptr;
+    void* mPixels = nullptr;
 };
 
 // Whether the window looks the same for a while: all of it is painted.

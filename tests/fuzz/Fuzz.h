@@ -14,25 +14,25 @@ namespace v5::fuzz {
 // Takes values off the front of the input; past its end everything is zero or empty.
 class Input {
   public:
-    Input(const std::uint8_t* data, size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
+    Input(const std::uint8_t* data, size_t size) : mRest(reinterpret_cast<const char*>(data), size) {}
 
     template <class Number>
     Number Take() {
         Number value{};
-        const size_t size = rest_.size() < sizeof(value) ? rest_.size() : sizeof(value);
-        std::memcpy(&value, rest_.data(), size);
-        rest_.remove_prefix(size);
+        const size_t size = mRest.size() < sizeof(value) ? mRest.size() : sizeof(value);
+        std::memcpy(&value, mRest.data(), size);
+        mRest.remove_prefix(size);
         return value;
     }
 
     // The rest: as bytes, or as text, one unit of UTF-16 for each byte below 0x80 and for each pair of bytes above,
     // so that seeds are readable and surrogates and NULs occur.
-    std::string Bytes() const { return std::string(rest_); }
+    std::string Bytes() const { return std::string(mRest); }
     std::wstring Text() const {
         std::wstring text;
-        for (size_t i = 0; i < rest_.size(); ++i) {
-            const auto first = static_cast<unsigned char>(rest_[i]);
-            const auto second = i + 1 < rest_.size() ? static_cast<unsigned char>(rest_[i + 1]) : 0u;
+        for (size_t i = 0; i < mRest.size(); ++i) {
+            const auto first = static_cast<unsigned char>(mRest[i]);
+            const auto second = i + 1 < mRest.size() ? static_cast<unsigned char>(mRest[i + 1]) : 0u;
             const bool isPair = first >= 0x80;
             text += static_cast<wchar_t>(isPair ? first << 8 | second : first);
             i += isPair ? 1 : 0;
@@ -41,7 +41,7 @@ class Input {
     }
 
   private:
-    std::string_view rest_;
+    std::string_view mRest;
 };
 
 // Ends the run when a rule breaks a promise of its header.

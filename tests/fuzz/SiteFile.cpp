@@ -11,13 +11,13 @@ namespace {
 // A machine on which the file lies in the first folder that is asked for.
 class OneFileHost final : public SiteHost {
   public:
-    explicit OneFileHost(std::string bytes) : bytes_(std::move(bytes)) {}
+    explicit OneFileHost(std::string bytes) : mBytes(std::move(bytes)) {}
 
     std::wstring ExpandEnvironment(const std::wstring&) const override { return L"C:\\Vantor"; }
     bool FolderExists(const std::wstring&) const override { return true; }
     bool FileExists(const std::wstring&) const override { return true; }
     std::wstring ReadFile(const std::wstring&, std::string& bytes) const override {
-        bytes = bytes_;
+        bytes = mBytes;
         return {};
     }
     std::wstring CreateFolder(const std::wstring&) override { return L"refused"; }
@@ -36,7 +36,7 @@ class OneFileHost final : public SiteHost {
     bool SetProcessAffinityMask(std::uint64_t) override { return true; }
 
   private:
-    std::string bytes_;
+    std::string mBytes;
 };
 
 }  // namespace
@@ -51,13 +51,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     Require(read == (site.Entries()->Count() > 0), "reading succeeds exactly when there is an entry");
     std::int32_t last = 0;
     for (const DahsEntryPtr& entry : *site.Entries()) {
-        Require(entry->dahsId > last && entry->dahsId <= 99, "entries come in ascending order, 1 to 99");
-        last = entry->dahsId;
-        Require(!entry->siteId.empty() && !entry->computerName.empty() && !entry->vantorDir.empty(),
+        Require(entry->dahsID > last && entry->dahsID <= 99, "entries come in ascending order, 1 to 99");
+        last = entry->dahsID;
+        Require(!entry->siteID.empty() && !entry->computerName.empty() && !entry->vantorDir.empty(),
                 "a usable entry has a site, a computer and a folder");
         Require(entry->autoOutputTimeout >= 0, "the time-out is not negative");
-        Require(site.Choose(entry->dahsId, false, true), "every entry can be chosen");
-        site.FindRedundantDasIds(entry->siteId, entry->dahsId);
+        Require(site.Choose(entry->dahsID, false, true), "every entry can be chosen");
+        site.FindRedundantDasIds(entry->siteID, entry->dahsID);
         Require(site.InfoTexts(2).size() >= 36, "the information array has all its items");
     }
     return 0;

@@ -19,9 +19,9 @@ DahsEntryList Entries(std::initializer_list<DahsEntry> entries) {
 DahsEntry Entry(int id, RedundantDasRole role, const wchar_t* site, const wchar_t* description = L"",
                 const wchar_t* computer = L"near") {
     DahsEntry entry;
-    entry.dahsId = id;
+    entry.dahsID = id;
     entry.role = role;
-    entry.siteId = site;
+    entry.siteID = site;
     entry.description = description;
     entry.computerName = computer;
     return entry;
@@ -49,7 +49,7 @@ TEST(DahsChooser, RowsAndFirstChoice) {
     };
     ASSERT_EQ(chooser.Rows().size(), std::size(rows));
     for (size_t i = 0; i < std::size(rows); ++i) {
-        EXPECT_EQ(chooser.Rows()[i].dahsId, rows[i].first);
+        EXPECT_EQ(chooser.Rows()[i].dahsID, rows[i].first);
         EXPECT_EQ(chooser.Rows()[i].text, rows[i].second);
     }
     EXPECT_EQ(chooser.FirstChoice(), 1u);
@@ -59,7 +59,7 @@ TEST(DahsChooser, RowsAndFirstChoice) {
 
     const DahsChooser near(entries, false, false, IsFar);
     ASSERT_EQ(near.Rows().size(), 2u);
-    EXPECT_EQ(near.Rows()[0].dahsId, 7);
+    EXPECT_EQ(near.Rows()[0].dahsID, 7);
     EXPECT_EQ(near.EmptyListMessage(), L"");  // some were left out, but there is a choice
 }
 

@@ -48,7 +48,7 @@ TEST(DahsSection, DefaultsOfASoundSection) {
     ASSERT_EQ(result.entries.Count(), 1);
     EXPECT_EQ(result.problems, Problems());
     const DahsEntry& entry = *result.entries.At(0);
-    EXPECT_EQ(entry.dahsId, 3);
+    EXPECT_EQ(entry.dahsID, 3);
     EXPECT_TRUE(entry.hdrEnabled && entry.extraTraceMsgsEnabled && entry.logFlushEnabled);
     EXPECT_EQ(entry.autoOutput, AutoOutput::kUnknown);
     EXPECT_TRUE(entry.AutoOutputEnabled());
@@ -148,7 +148,7 @@ TEST(DahsSection, AutoOutput) {
                           Case{"auto_secondary,30", AutoOutput::kAutoSecondaryDas, 30},
                           Case{"Auto-Primary, 2.5 ,x", AutoOutput::kAutoPrimaryDas, 2},
                           Case{"-auto_dahs-ID,3.5", AutoOutput::kAutoDahsId, 4},
-                          Case{"AutoDasId,&H10", AutoOutput::kAutoDahsId, 16}, Case{"yes,-5", AutoOutput::kEnabled, 0},
+                          Case{"AutoDasID,&H10", AutoOutput::kAutoDahsId, 16}, Case{"yes,-5", AutoOutput::kEnabled, 0},
                           Case{"no,3000000000", AutoOutput::kDisabled, 0}, Case{"maybe,9", AutoOutput::kUnknown, 9}}) {
         const DahsEntry entry = ReadEntry(std::string("AutoOutputEnabled=") + c.value);
         EXPECT_EQ(entry.autoOutput, c.setting) << c.value;
@@ -178,7 +178,7 @@ TEST(DahsSection, Texts) {
         "description}\nReportsURL=http://x/y?a=b\n"
         "VantorDir=D:\\V\\\nRedundantDasRole=sec-ond_ary\nDRCurrentHealthTimeouts= 1, 2 ; 3 4\n"
         "TraceEnabled=no\nLogFlushEnabled=0\nRedundantDasSyncCompareEnabled=1");
-    EXPECT_EQ(entry.siteId, L"ABC");
+    EXPECT_EQ(entry.siteID, L"ABC");
     EXPECT_EQ(entry.languageId, L"en");
     EXPECT_EQ(entry.description, L"");
     EXPECT_EQ(entry.reportsUrl, L"http://x/y?a=b");
@@ -250,9 +250,9 @@ TEST(DahsSection, SectionsFrom1To99AreReadInOrder) {
     }
     const Result result = ReadFile(text);
     ASSERT_EQ(result.entries.Count(), 3);
-    EXPECT_EQ(result.entries.At(0)->dahsId, 2);
-    EXPECT_EQ(result.entries.At(1)->dahsId, 7);
-    EXPECT_EQ(result.entries.At(2)->dahsId, 99);
+    EXPECT_EQ(result.entries.At(0)->dahsID, 2);
+    EXPECT_EQ(result.entries.At(1)->dahsID, 7);
+    EXPECT_EQ(result.entries.At(2)->dahsID, 99);
     EXPECT_EQ(result.entries.Find(7), result.entries.At(1));
     EXPECT_EQ(result.entries.Find(1), nullptr);
     EXPECT_EQ(result.entries.At(3), nullptr);

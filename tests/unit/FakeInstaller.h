@@ -18,17 +18,17 @@ class FakeInstaller : public InstallerQueries {
 
     // Installs one product for an upgrade code.
     void Install(std::wstring_view upgradeCode, std::wstring name, std::wstring date = L"20140305") {
-        products_[std::wstring(upgradeCode)] = {
+        mProducts[std::wstring(upgradeCode)] = {
             {{L"InstalledProductName", std::move(name)}, {L"InstallDate", std::move(date)}}, {}};
     }
-    Product& operator[](std::wstring_view upgradeCode) { return products_[std::wstring(upgradeCode)]; }
+    Product& operator[](std::wstring_view upgradeCode) { return mProducts[std::wstring(upgradeCode)]; }
 
     bool broken = false;           // every query fails
     bool hasComponentPath = true;  // false: that query fails
 
     std::vector<std::wstring> RelatedProducts(std::wstring_view upgradeCode) override {
         FailIf(broken);
-        if (!products_.contains(upgradeCode)) {
+        if (!mProducts.contains(upgradeCode)) {
             return {};
         }
         return {L"product of " + std::wstring(upgradeCode), L"another product"};
@@ -54,12 +54,12 @@ class FakeInstaller : public InstallerQueries {
     }
 
     const Product& Find(std::wstring_view productCode) {
-        const auto found = products_.find(productCode.substr(std::wstring_view(L"product of ").size()));
-        FailIf(broken || found == products_.end());
+        const auto found = mProducts.find(productCode.substr(std::wstring_view(L"product of ").size()));
+        FailIf(broken || found == mProducts.end());
         return found->second;
     }
 
-    std::map<std::wstring, Product, std::less<>> products_;
+    std::map<std::wstring, Product, std::less<>> mProducts;
 };
 
 class RecordingSink : public MessageSink {

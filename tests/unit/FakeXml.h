@@ -20,18 +20,18 @@ struct Node {
 
 class MemoryElement : public XmlElement {
   public:
-    MemoryElement(std::shared_ptr<Node> node, FakeMachine& machine) : node_(std::move(node)), m_(machine) {}
+    MemoryElement(std::shared_ptr<Node> node, FakeMachine& machine) : mNode(std::move(node)), m_(machine) {}
     std::wstring Text() const override {
         m_.Require("Text");
-        return node_->text;
+        return mNode->text;
     }
     void SetText(std::wstring_view text) override {
         m_.Require("SetText");
-        node_->text = text;
+        mNode->text = text;
     }
     std::wstring Attribute(std::wstring_view name) const override {
         m_.Require("Attribute");
-        for (const auto& [known, value] : node_->attributes) {
+        for (const auto& [known, value] : mNode->attributes) {
             if (known == name) {
                 return value;
             }
@@ -40,15 +40,15 @@ class MemoryElement : public XmlElement {
     }
     void SetAttribute(std::wstring_view name, std::wstring_view value) override {
         m_.Require("SetAttribute");
-        node_->attributes.emplace_back(name, value);
+        mNode->attributes.emplace_back(name, value);
     }
     void Remove() override {
         m_.Require("Remove");
-        node_->removed = true;
+        mNode->removed = true;
     }
 
   private:
-    std::shared_ptr<Node> node_;
+    std::shared_ptr<Node> mNode;
     FakeMachine& m_;
 };
 
@@ -74,14 +74,14 @@ class MemoryDocument : public XmlDocument {
             at = text.find(L"</", end);
             node->text = text.substr(end + 1, at - end - 1);
             at = text.find(L'>', at);
-            nodes_.push_back(std::move(node));
+            mNodes.push_back(std::move(node));
         }
     }
     std::vector<std::unique_ptr<XmlElement>> Select(std::wstring_view xpath) override {
         m_.Require("Select");
         const std::wstring_view name = xpath.substr(3, xpath.find(L'[') - 3);  // "/*/Name[@rid="1"]"
         std::vector<std::unique_ptr<XmlElement>> found;
-        for (const auto& node : nodes_) {
+        for (const auto& node : mNodes) {
             const bool hasRid =
                 xpath.ends_with(L']') ? xpath.ends_with(L"\"" + node->attributes.at(0).second + L"\"]") : true;
             if (node->name == name && hasRid && !node->removed) {
@@ -92,14 +92,14 @@ class MemoryDocument : public XmlDocument {
     }
     std::unique_ptr<XmlElement> Append(std::wstring_view name) override {
         m_.Require("Append");
-        nodes_.push_back(std::make_shared<Node>());
-        nodes_.back()->name = name;
-        return std::make_unique<MemoryElement>(nodes_.back(), m_);
+        mNodes.push_back(std::make_shared<Node>());
+        mNodes.back()->name = name;
+        return std::make_unique<MemoryElement>(mNodes.back(), m_);
     }
     std::wstring Serialise() const override {
         m_.Require("Serialise");
         std::wstring text = L"<root>";
-        for (const auto& node : nodes_) {
+        for (const auto& node : mNodes) {
             if (node->removed) {
                 continue;
             }
@@ -114,7 +114,7 @@ class MemoryDocument : public XmlDocument {
 
   private:
     FakeMachine& m_;
-    std::vector<std::shared_ptr<Node>> nodes_;
+    std::vector<std::shared_ptr<Node>> mNodes;
 };
 
 }  // namespace v5

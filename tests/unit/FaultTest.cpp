@@ -389,7 +389,7 @@ const NeighbourTest kNeighbourTests[] = {
         const std::string failed = FailCall(host.machine, failure, n, [&] {
             done = site.Read(AppCategory::kIos, false, false, BlankConnections::kIgnoreEntry);
         });
-        EXPECT_EQ(done, site.Current().entry->dahsId == 1) << "whether there is a current DAHS, in call " << n;
+        EXPECT_EQ(done, site.Current().entry->dahsID == 1) << "whether there is a current DAHS, in call " << n;
         EXPECT_TRUE(done || Mentions(site.Problems(), L"Could not ")) << failure.name << " in " << failed;
         const bool affinityFailed = failed.ends_with("AffinityMask");
         EXPECT_EQ(Mentions(site.Problems(), L"STR-083"), affinityFailed) << failure.name << " in " << failed;
@@ -539,8 +539,8 @@ const Work kWork[] = {
              }
              reached = failing.HasFailed();
          }
-         const bool same = site.Current().entry->dahsId == 1 && site.Current().connections[0].empty();
-         return done ? site.Current().entry->dahsId == 2 : reached && (same || site.Current().entry->dahsId == 1);
+         const bool same = site.Current().entry->dahsID == 1 && site.Current().connections[0].empty();
+         return done ? site.Current().entry->dahsID == 2 : reached && (same || site.Current().entry->dahsID == 1);
      }},
     {"numbering a footnote",
      [](size_t n, bool& reached) {

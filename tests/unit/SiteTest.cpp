@@ -119,7 +119,7 @@ TEST(Site, ReadsOnceAndReportsWhatCannotBeRead) {
     EXPECT_EQ(sound.site.Problems().back(), L"STR-017: this instance has already been set up");
     EXPECT_FALSE(sound.site.SetupForced(L"X"));
     EXPECT_EQ(sound.site.Problems().back(), L"STR-0175: this instance has already been set up");
-    EXPECT_EQ(sound.site.Current().entry->siteId, L"AB");
+    EXPECT_EQ(sound.site.Current().entry->siteID, L"AB");
 
     SiteFixture empty("[Dahs1]\n");
     EXPECT_FALSE(empty.Read());
@@ -139,8 +139,8 @@ TEST(Site, ForcedEntryGoesWithoutAFile) {
     EXPECT_EQ(site.Problems(), (Problems{L"STR-0176: This instance can only be used for compile validation",
                                          L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI"}));
     const DahsEntry& entry = *site.Current().entry;
-    EXPECT_EQ(entry.dahsId, 888);
-    EXPECT_EQ(entry.siteId, L"xy");
+    EXPECT_EQ(entry.dahsID, 888);
+    EXPECT_EQ(entry.siteID, L"xy");
     EXPECT_EQ(entry.computerName, L"DAS1");
     EXPECT_FALSE(site.Current().isRemote || entry.AutoOutputEnabled() || site.HasEntriesFromFile());
     EXPECT_EQ(site.Entries()->Count(), 1);
@@ -154,13 +154,13 @@ TEST(Site, Choosing) {
     EXPECT_FALSE(site.ChooseSite(L" ", false, false));
     EXPECT_EQ(site.Problems(), (Problems{L"STR-029: no DAHS is defined", L"STR-163: no DAHS is defined"}));
     ASSERT_TRUE(fixture.Read());
-    EXPECT_EQ(site.Current().entry->dahsId, 2);
+    EXPECT_EQ(site.Current().entry->dahsID, 2);
 
     EXPECT_TRUE(site.Choose(5, false, false));
     EXPECT_TRUE(site.Current().isRemote);
     EXPECT_EQ(site.Current().connections[0], L"Provider=p;alarms");
     EXPECT_FALSE(site.Choose(6, true, true));
-    EXPECT_EQ(site.Current().entry->dahsId, 5);
+    EXPECT_EQ(site.Current().entry->dahsID, 5);
     EXPECT_EQ(site.Current().connections[0], L"Provider=p;alarms");
     EXPECT_TRUE(site.Choose(4, true, false));
     EXPECT_EQ(site.Current().connections[0], L"batch");
@@ -169,14 +169,14 @@ TEST(Site, Choosing) {
     EXPECT_TRUE(site.Choose(4, true, true));
     EXPECT_EQ(site.Current().connections[0], L"batch");
     EXPECT_TRUE(site.Choose(0, false, false));
-    EXPECT_EQ(site.Current().entry->dahsId, 2);
+    EXPECT_EQ(site.Current().entry->dahsID, 2);
 
     EXPECT_TRUE(site.ChooseSite(L" ab ", false, false));
-    EXPECT_EQ(site.Current().entry->dahsId, 4);
+    EXPECT_EQ(site.Current().entry->dahsID, 4);
     EXPECT_TRUE(site.ChooseSite(L"abcdefghijkl", false, false));
-    EXPECT_EQ(site.Current().entry->dahsId, 8);
+    EXPECT_EQ(site.Current().entry->dahsID, 8);
     EXPECT_TRUE(site.ChooseSite(L"", false, false));
-    EXPECT_EQ(site.Current().entry->dahsId, 2);
+    EXPECT_EQ(site.Current().entry->dahsID, 2);
     EXPECT_FALSE(site.ChooseSite(L"zzzzzzzzzzzz", false, false));
     EXPECT_EQ(site.Problems().back(), L"STR-164: no DAHS is defined for site ID 'ZZZZZZZZZZ'");
 }

@@ -34,11 +34,11 @@ enum Segment : std::uint32_t { Types = 0, Names = 7, Values = 11 };
 
 class TypeLibrary {
   public:
-    explicit TypeLibrary(std::vector<char> bytes) : bytes_(std::move(bytes)) {
+    explicit TypeLibrary(std::vector<char> bytes) : mBytes(std::move(bytes)) {
         if (Word(0) != kMagic) {
             throw std::runtime_error("not a type library");
         }
-        segments_ = kHeaderSize + (Word(0x14) & kHasHelpDll ? 4 : 0) + 4 * TypeCount();
+        mSegments = kHeaderSize + (Word(0x14) & kHasHelpDll ? 4 : 0) + 4 * TypeCount();
     }
 
     // Offset of the record of the named interface.
@@ -94,11 +94,11 @@ class TypeLibrary {
         SetWord(flags, Word(flags) | kOptional | kHasDefault);
     }
 
-    const std::vector<char>& Bytes() const { return bytes_; }
+    const std::vector<char>& Bytes() const { return mBytes; }
 
   private:
     std::uint32_t TypeCount() const { return Word(0x20); }
-    std::uint32_t SegmentStart(Segment segment) const { return Word(segments_ + 16 * segment); }
+    std::uint32_t SegmentStart(Segment segment) const { return Word(mSegments + 16 * segment); }
 
     bool IsEmptyText(std::uint32_t value) const {
         if (value == kNoDefault || (value & kInlineValue) != 0) {
@@ -115,24 +115,24 @@ class TypeLibrary {
         }
         const auto record = SegmentStart(Names) + offset;
         const auto length = Word(record + 8) & 0xFF;
-        if (record + 12 + length > bytes_.size()) {
+        if (record + 12 + length > mBytes.size()) {
             throw std::runtime_error("damaged type library");
         }
-        return {&bytes_[record + 12], length};
+        return {&mBytes[record + 12], length};
     }
 
     std::uint32_t Word(std::uint32_t offset) const {  // build machine and file are both little-endian
         std::uint32_t value = 0;
-        if (offset + sizeof value > bytes_.size()) {
+        if (offset + sizeof value > mBytes.size()) {
             throw std::runtime_error("damaged type library");
         }
-        std::memcpy(&value, &bytes_[offset], sizeof value);
+        std::memcpy(&value, &mBytes[offset], sizeof value);
         return value;
     }
-    void SetWord(std::uint32_t offset, std::uint32_t value) { std::memcpy(&bytes_.at(offset), &value, sizeof value); }
+    void SetWord(std::uint32_t offset, std::uint32_t value) { std::memcpy(&mBytes.at(offset), &value, sizeof value); }
 
-    std::vector<char> bytes_;
-    std::uint32_t segments_ = 0;
+    std::vector<char> mBytes;
+    std::uint32_t mSegments = 0;
 };
 
 void Run(const std::string& path, const std::string& target) {

@@ -142,9 +142,9 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             }
             const std::wstring& value = arguments[++i];
             if (word == L"--dahs") {
-                line.dahsId = DahsIdFrom(value);
+                line.dahsID = DahsIdFrom(value);
             } else {
-                line.siteId = value;
+                line.siteID = value;
             }
             continue;
         }
@@ -159,7 +159,7 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             throw UsageError(L"'" + word + L"' is no option of " + arguments[0]);
         }
     }
-    if (line.dahsId && line.siteId) {
+    if (line.dahsID && line.siteID) {
         throw UsageError(L"--dahs and --site exclude each other");
     }
     return line;

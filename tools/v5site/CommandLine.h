@@ -12,8 +12,8 @@ enum class Command { kHelp, kVersion, kCheck, kList, kShow, kSecurity };
 
 struct CommandLine {
     Command command = Command::kHelp;
-    std::optional<long> dahsId;          // show, security: this DAHS, not the first
-    std::optional<std::wstring> siteId;  // show, security: the first DAHS of this site
+    std::optional<long> dahsID;          // show, security: this DAHS, not the first
+    std::optional<std::wstring> siteID;  // show, security: the first DAHS of this site
     bool noninteractive = false;
     bool dotNet = false;
     bool json = false;
@@ -23,12 +23,12 @@ struct CommandLine {
 // A command line that cannot be understood; `What` says why.
 class UsageError : public std::exception {
   public:
-    explicit UsageError(std::wstring what) : what_(std::move(what)) {}
+    explicit UsageError(std::wstring what) : mWhat(std::move(what)) {}
     const char* what() const noexcept override { return "usage error"; }
-    const std::wstring& What() const { return what_; }
+    const std::wstring& What() const { return mWhat; }
 
   private:
-    std::wstring what_;
+    std::wstring mWhat;
 };
 
 // Understands the arguments after the program's name. Throws UsageError.

@@ -32,8 +32,8 @@ const wchar_t* Place(const EntryRow& row) {
 }
 
 std::wstring JsonRow(const EntryRow& row, int depth) {
-    return JsonSettings({{L"dahs", row.dahsId},
-                         {L"site", row.siteId},
+    return JsonSettings({{L"dahs", row.dahsID},
+                         {L"site", row.siteID},
                          {L"role", row.role},
                          {L"computer", row.computerName},
                          {L"remote", row.isRemote},
@@ -66,7 +66,7 @@ std::wstring TableOf(const std::vector<EntryRow>& rows) {
     std::vector<Cells> table = {{L"ID", L"SITE", L"ROLE", L"COMPUTER", L"WHERE", L"DESCRIPTION"}};
     for (const EntryRow& row : rows) {
         table.push_back(
-            {std::to_wstring(row.dahsId), row.siteId, row.role, row.computerName, Place(row), row.description});
+            {std::to_wstring(row.dahsID), row.siteID, row.role, row.computerName, Place(row), row.description});
     }
     std::array<size_t, kColumns> widths{};
     for (const Cells& cells : table) {
@@ -130,7 +130,7 @@ Report Check(const CommandLine& line, bool usable, const SiteClient& site) {
         report.output += L"Usable:\n";
         for (const EntryRow& row : rows) {
             report.output +=
-                L"  DAHS " + std::to_wstring(row.dahsId) + L" (site " + row.siteId + L", " + row.computerName + L")\n";
+                L"  DAHS " + std::to_wstring(row.dahsID) + L" (site " + row.siteID + L", " + row.computerName + L")\n";
         }
     }
     report.output += problems == 0   ? L"No problems.\n"
@@ -199,7 +199,7 @@ Report Run(const CommandLine& line, SiteClient& site) {
         return List(line, site);
     }
     if (!site.Choose(line)) {
-        return Nothing(line.dahsId ? L"DAHS " + std::to_wstring(*line.dahsId) + L" is not defined or not usable"
+        return Nothing(line.dahsID ? L"DAHS " + std::to_wstring(*line.dahsID) + L" is not defined or not usable"
                                    : site.Findings().back());
     }
     return line.command == Command::kSecurity ? ShowSecurity(line, site.Security()) : Show(line, site);

@@ -30,16 +30,16 @@ ComPtr<Interface> Create(REFCLSID clsid, const wchar_t* name) {
 // Collects the Message events of an object while it lives. Nobody else's reference keeps it alive.
 class Listener final : public IDispatch {
   public:
-    Listener(IUnknown* source, REFIID events, std::vector<std::wstring>& messages) : messages_(messages) {
+    Listener(IUnknown* source, REFIID events, std::vector<std::wstring>& messages) : mMessages(messages) {
         ComPtr<IConnectionPointContainer> container;
         if (SUCCEEDED(source->QueryInterface(IID_PPV_ARGS(&container))) &&
-            SUCCEEDED(container->FindConnectionPoint(events, &point_))) {
-            point_->Advise(this, &cookie_);
+            SUCCEEDED(container->FindConnectionPoint(events, &mPoint))) {
+            mPoint->Advise(this, &mCookie);
         }
     }
     virtual ~Listener() {
-        if (cookie_ != 0) {
-            point_->Unadvise(cookie_);
+        if (mCookie != 0) {
+            mPoint->Unadvise(mCookie);
         }
     }
     Listener(const Listener&) = delete;
@@ -59,15 +59,15 @@ class Listener final : public IDispatch {
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*, UINT*) override {
         if (arguments->cArgs == 2 && V_VT(&arguments->rgvarg[0]) == VT_BSTR) {
-            messages_.push_back(TextOf(V_BSTR(&arguments->rgvarg[0])));  // the last argument comes first
+            mMessages.push_back(TextOf(V_BSTR(&arguments->rgvarg[0])));  // the last argument comes first
         }
         return S_OK;
     }
 
   private:
-    std::vector<std::wstring>& messages_;
-    ComPtr<IConnectionPoint> point_;
-    DWORD cookie_ = 0;
+    std::vector<std::wstring>& mMessages;
+    ComPtr<IConnectionPoint> mPoint;
+    DWORD mCookie = 0;
 };
 
 // The members of a published enumeration, from the component's type library.
@@ -124,7 +124,7 @@ std::wstring Field(SAFEARRAY* records, LONG row, LONG column) {
 
 std::vector<Change> LastChanges(const SecuritySite& site) {
     const auto database = Create<IDatabaseInterface>(CLSID_DatabaseInterface, L"V5DBIL.DatabaseInterface");
-    const _bstr_t id(site.siteId.c_str()), none(L"");
+    const _bstr_t id(site.siteID.c_str()), none(L"");
     VARIANT_BOOL done = VARIANT_FALSE;
     _variant_t records;
     database->SetApplicationName(_bstr_t(L"v5site"), &done);
@@ -158,7 +158,7 @@ SecurityFacts ReadSecurity(const SecuritySite& site) {
     SecurityFacts facts;
     const Listener listener(security.Get(), DIID___NimboSecurity, facts.messages);
     VARIANT_BOOL done = VARIANT_FALSE;
-    security->Setup(_bstr_t(site.siteId.c_str()), _bstr_t(site.languageId.c_str()),
+    security->Setup(_bstr_t(site.siteID.c_str()), _bstr_t(site.languageId.c_str()),
                     _bstr_t(site.configDatabase.c_str()), _bstr_t(site.alarmsDatabase.c_str()), _bstr_t(L"v5site"),
                     VARIANT_TRUE, &done);
     facts.isOpen = done != VARIANT_FALSE;

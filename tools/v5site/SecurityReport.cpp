@@ -63,7 +63,7 @@ std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
         changes.push_back(JsonSettings({{L"time", change.time}, {L"tag", change.tag}, {L"text", change.text}}, 2));
     }
     return JsonObject(
-               {{L"site", JsonText(site.siteId)},
+               {{L"site", JsonText(site.siteID)},
                 {L"status", JsonNamed(facts.status, 1)},
                 {L"user", JsonText(facts.user)},
                 {L"userLevel", JsonNamed(facts.userLevel, 1)},
@@ -90,7 +90,7 @@ Report ShowSecurity(const CommandLine& line, const SecuritySite& site) {
         return report;
     }
     report.status = facts.messages.empty() ? kFine : kProblems;
-    report.output = line.json ? Json(site, facts) : L"Site        " + site.siteId + L"\n" + Lines(facts);
+    report.output = line.json ? Json(site, facts) : L"Site        " + site.siteID + L"\n" + Lines(facts);
     return report;
 }
 

@@ -68,24 +68,24 @@ std::wstring TextOf(BSTR text) {
 
 SiteClient::SiteClient() {
     const HRESULT status =
-        CoCreateInstance(__uuidof(DahsIniMain), nullptr, CLSCTX_INPROC_SERVER, __uuidof(_DahsIniMain), &main_);
+        CoCreateInstance(__uuidof(DahsIniMain), nullptr, CLSCTX_INPROC_SERVER, __uuidof(_DahsIniMain), &mMain);
     Check(status, L"creating V5Strings.DahsIniMain (is V5Strings.dll registered with regsvr32?)");
 }
 
 bool SiteClient::Read(const CommandLine& line) {
     VARIANT_BOOL done = VARIANT_FALSE;
-    Check(main_->ReadVantorINI3(V5Strings::NotApplicable, Boolean(line.noninteractive), Boolean(line.dotNet), &done),
+    Check(mMain->ReadVantorINI3(V5Strings::NotApplicable, Boolean(line.noninteractive), Boolean(line.dotNet), &done),
           L"ReadVantorINI3");
     return done != VARIANT_FALSE;
 }
 
 bool SiteClient::Choose(const CommandLine& line) {
     VARIANT_BOOL done = VARIANT_TRUE;
-    if (line.dahsId) {
-        Check(main_->ChooseDahs3(*line.dahsId, Boolean(line.noninteractive), Boolean(line.dotNet), &done),
+    if (line.dahsID) {
+        Check(mMain->ChooseDahs3(*line.dahsID, Boolean(line.noninteractive), Boolean(line.dotNet), &done),
               L"ChooseDahs3");
-    } else if (line.siteId) {
-        Check(main_->ChooseDahs4(_bstr_t(line.siteId->c_str()), Boolean(line.noninteractive), Boolean(line.dotNet),
+    } else if (line.siteID) {
+        Check(mMain->ChooseDahs4(_bstr_t(line.siteID->c_str()), Boolean(line.noninteractive), Boolean(line.dotNet),
                                  &done),
               L"ChooseDahs4");
     }
@@ -93,12 +93,12 @@ bool SiteClient::Choose(const CommandLine& line) {
 }
 
 std::wstring SiteClient::FilePath() const {
-    return Text(main_.Get(), &_DahsIniMain::get_ActualVantorINI);
+    return Text(mMain.Get(), &_DahsIniMain::get_ActualVantorINI);
 }
 
 std::vector<std::wstring> SiteClient::Findings() const {
     _variant_t array;
-    Check(main_->get_Problems(array.GetAddress()), L"Problems");
+    Check(mMain->get_Problems(array.GetAddress()), L"Problems");
     std::vector<std::wstring> findings;
     if (array.vt != (VT_ARRAY | VT_BSTR)) {
         return findings;
@@ -115,15 +115,15 @@ std::vector<std::wstring> SiteClient::Findings() const {
 
 std::vector<EntryRow> SiteClient::Entries() const {
     ComPtr<_DahsIniEntries> entries;
-    Check(main_->get_DahsEntries(&entries), L"DahsEntries");
+    Check(mMain->get_DahsEntries(&entries), L"DahsEntries");
     const long count = NumberOf<long>(entries.Get(), &_DahsIniEntries::get_Count);
     std::vector<EntryRow> rows;
     for (long i = 0; i < count; ++i) {
         ComPtr<_DahsIniEntry> entry;
         Check(entries->Item0(i, &entry), L"Item0");
         _DahsIniEntry* dahs = entry.Get();
-        rows.push_back({.dahsId = NumberOf<long>(dahs, &_DahsIniEntry::get_DahsID),
-                        .siteId = Text(dahs, &_DahsIniEntry::get_SiteID),
+        rows.push_back({.dahsID = NumberOf<long>(dahs, &_DahsIniEntry::get_DahsID),
+                        .siteID = Text(dahs, &_DahsIniEntry::get_SiteID),
                         .role = RoleText(NumberOf<RedundantDasRoleEnum>(dahs, &_DahsIniEntry::get_RedundantDasRole)),
                         .computerName = Text(dahs, &_DahsIniEntry::get_DahsComputerName),
                         .description = Text(dahs, &_DahsIniEntry::get_DahsDescription),
@@ -133,7 +133,7 @@ std::vector<EntryRow> SiteClient::Entries() const {
 }
 
 std::vector<Setting> SiteClient::Settings() const {
-    _DahsIniMain* main = main_.Get();
+    _DahsIniMain* main = mMain.Get();
     using Main = _DahsIniMain;
     return {
         {L"DahsID", NumberOf<long>(main, &Main::get_DahsID)},
@@ -162,7 +162,7 @@ std::vector<Setting> SiteClient::Settings() const {
 }
 
 std::vector<Setting> SiteClient::Folders() const {
-    _DahsIniMain* main = main_.Get();
+    _DahsIniMain* main = mMain.Get();
     using Main = _DahsIniMain;
     return {
         {L"VantorDir", Text(main, &Main::get_VantorDir)},
@@ -178,7 +178,7 @@ std::vector<Setting> SiteClient::Folders() const {
 }
 
 std::vector<Setting> SiteClient::Connections() const {
-    _DahsIniMain* main = main_.Get();
+    _DahsIniMain* main = mMain.Get();
     using Main = _DahsIniMain;
     return {
         {L"Alarms", Text(main, &Main::get_SqlConnectionString_Alarms)},
@@ -191,9 +191,9 @@ std::vector<Setting> SiteClient::Connections() const {
 }
 
 SecuritySite SiteClient::Security() const {
-    _DahsIniMain* main = main_.Get();
+    _DahsIniMain* main = mMain.Get();
     using Main = _DahsIniMain;
-    return {.siteId = Text(main, &Main::get_SiteID),
+    return {.siteID = Text(main, &Main::get_SiteID),
             .languageId = Text(main, &Main::get_LanguageID),
             .configDatabase = Text(main, &Main::get_SqlConnectionString_Config),
             .alarmsDatabase = Text(main, &Main::get_SqlConnectionString_Alarms)};

@@ -25,20 +25,20 @@ struct Setting {
 
 // A row of the table of entries.
 struct EntryRow {
-    long dahsId;
-    std::wstring siteId, role, computerName, description;
+    long dahsID;
+    std::wstring siteID, role, computerName, description;
     bool isRemote;
 };
 
 // A call on the component that failed; `What` says which and why.
 class ClientError : public std::exception {
   public:
-    explicit ClientError(std::wstring what) : what_(std::move(what)) {}
+    explicit ClientError(std::wstring what) : mWhat(std::move(what)) {}
     const char* what() const noexcept override { return "the component failed"; }
-    const std::wstring& What() const { return what_; }
+    const std::wstring& What() const { return mWhat; }
 
   private:
-    std::wstring what_;
+    std::wstring mWhat;
 };
 
 // The text of a string of the component's; null is the empty text.
@@ -46,7 +46,7 @@ std::wstring TextOf(BSTR text);
 
 // What the user security of the chosen DAHS's site is read with.
 struct SecuritySite {
-    std::wstring siteId, languageId, configDatabase, alarmsDatabase;
+    std::wstring siteID, languageId, configDatabase, alarmsDatabase;
 };
 
 class SiteClient {
@@ -71,7 +71,7 @@ class SiteClient {
     SecuritySite Security() const;
 
   private:
-    Microsoft::WRL::ComPtr<_DahsIniMain> main_;
+    Microsoft::WRL::ComPtr<_DahsIniMain> mMain;
 };
 
 }  // namespace v5site

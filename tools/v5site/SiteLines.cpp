@@ -91,7 +91,7 @@ SiteLines::SiteLines(const std::wstring& path) {
     const std::string bytes = NamesReadable(ReadBytes(path));
     for (size_t from = 0; from < bytes.size();) {
         const size_t end = std::min(bytes.find('\n', from), bytes.size());
-        lines_.push_back(Lower(Stripped(std::string_view(bytes).substr(from, end - from))));
+        mLines.push_back(Lower(Stripped(std::string_view(bytes).substr(from, end - from))));
         from = end + 1;
     }
 }
@@ -103,19 +103,19 @@ size_t SiteLines::LineOf(std::wstring_view finding) const {
 }
 
 size_t SiteLines::Find(const std::string& section, const std::string& key) const {
-    const auto header = std::find(lines_.begin(), lines_.end(), section);
-    if (header == lines_.end()) {
+    const auto header = std::find(mLines.begin(), mLines.end(), section);
+    if (header == mLines.end()) {
         return 0;
     }
     auto line = header;
-    for (auto next = header + 1; !key.empty() && next != lines_.end() && !next->starts_with('['); ++next) {
+    for (auto next = header + 1; !key.empty() && next != mLines.end() && !next->starts_with('['); ++next) {
         if (next->find('=') != std::string::npos &&
             Stripped(std::string_view(*next).substr(0, next->find('='))) == key) {
             line = next;
             break;
         }
     }
-    return static_cast<size_t>(line - lines_.begin()) + 1;
+    return static_cast<size_t>(line - mLines.begin()) + 1;
 }
 
 }  // namespace v5site

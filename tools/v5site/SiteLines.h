@@ -19,7 +19,7 @@ class SiteLines {
   private:
     size_t Find(const std::string& section, const std::string& key) const;
 
-    std::vector<std::string> lines_;
+    std::vector<std::string> mLines;
 };
 
 }  // namespace v5site
