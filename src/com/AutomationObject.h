@@ -161,6 +161,12 @@ class AutomationObject : public DualInterface<Interface>,
         });
     }
 
+    // A property that answers a stored value, which Pack accepts.
+    template <class Out, class Value>
+    HRESULT Get(Out* out, const Value& value) noexcept {
+        return Return(out, [&value]() -> const Value& { return value; });
+    }
+
     // A member that returns a value and never raises: on failure the caller gets `fallback`.
     template <class Out, class Fallback, class Work>
     HRESULT ReturnQuietly(Out* out, Fallback&& fallback, Work&& work) noexcept {
