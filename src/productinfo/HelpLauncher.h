@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "productinfo/InstallerQueries.h"
+#include "productinfo/WindowsInstallerFunctions.h"
 
 namespace v5 {
 

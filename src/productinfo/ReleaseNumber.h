@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "productinfo/InstallerQueries.h"
+#include "productinfo/WindowsInstallerFunctions.h"
 
 namespace v5 {
 

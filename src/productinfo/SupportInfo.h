@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "productinfo/InstallerQueries.h"
 #include "productinfo/RegistryReader.h"
+#include "productinfo/WindowsInstallerFunctions.h"
 
 namespace v5 {
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "com/LateBound.h"
-#include "productinfo/InstallerQueries.h"
+#include "productinfo/WindowsInstallerFunctions.h"
 
 namespace v5 {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "security/XmlDocument.h"
+#include "security/UtilityXMLDOMFunctions.h"
 
 namespace v5 {
 

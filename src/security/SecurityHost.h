@@ -10,7 +10,7 @@
 #include "security/PasswordPrompt.h"
 #include "security/Scrambler.h"
 #include "security/SiteDatabase.h"
-#include "security/XmlDocument.h"
+#include "security/UtilityXMLDOMFunctions.h"
 
 namespace v5 {
 

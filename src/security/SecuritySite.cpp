@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "base/Utf8.h"
-#include "security/Base64.h"
+#include "security/UtilityBase64Functions.h"
 
 namespace v5 {
 

@@ -1,5 +1,5 @@
 // Stored documents as Base64: whatever the row of the configuration database holds.
-#include "security/Base64.h"
+#include "security/UtilityBase64Functions.h"
 
 #include "fuzz/Fuzz.h"
 

@@ -1,7 +1,7 @@
 // Stored documents before they reach the XML parser.
 #include "base/Utf8.h"
 #include "fuzz/Fuzz.h"
-#include "security/XmlDocument.h"
+#include "security/UtilityXMLDOMFunctions.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     using v5::fuzz::Require;

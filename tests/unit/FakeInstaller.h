@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "productinfo/InstallerQueries.h"
+#include "productinfo/WindowsInstallerFunctions.h"
 
 namespace v5 {
 

@@ -20,8 +20,8 @@
 #include "productinfo/HelpLauncher.h"
 #include "productinfo/ReleaseNumber.h"
 #include "productinfo/SupportInfo.h"
-#include "security/Base64.h"
 #include "security/Security.h"
+#include "security/UtilityBase64Functions.h"
 
 namespace v5 {
 

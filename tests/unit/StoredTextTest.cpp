@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "base/Utf8.h"
-#include "security/Base64.h"
 #include "security/SecuritySite.h"
+#include "security/UtilityBase64Functions.h"
 
 namespace v5 {
 

@@ -9,9 +9,9 @@
 
 #include "ProductConstants.h"
 #include "base/Utf8.h"
-#include "security/Base64.h"
 #include "security/MsxmlDocument.h"
 #include "security/Security.h"
+#include "security/UtilityBase64Functions.h"
 #include "unit/FakeSecurityHost.h"
 
 namespace v5 {

@@ -1,4 +1,4 @@
-#include "security/XmlDocument.h"
+#include "security/UtilityXMLDOMFunctions.h"
 
 namespace v5 {
 

@@ -1,4 +1,4 @@
-#include "security/Base64.h"
+#include "security/UtilityBase64Functions.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "productinfo/InstallerQueries.h"
+#include "productinfo/WindowsInstallerFunctions.h"
 
 namespace v5 {
 namespace {
