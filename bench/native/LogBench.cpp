@@ -11,7 +11,7 @@
 namespace v5::bench {
 namespace {
 
-struct NoEncoder : AnsiEncoder {
+struct NoEncoder : CodePage {
     void Encode(std::wstring_view, char*) const override {}
 };
 
@@ -19,8 +19,8 @@ constexpr int kLines = 200'000;
 constexpr int kLinesASecond = 1000;  // of the time that the lines carry
 
 void BuildingALine(Table& table) {
-    const NoEncoder encoder;
-    LogLine line(encoder);
+    const NoEncoder codePage;
+    LogLine line(codePage);
     const std::wstring text = L"Analyzer 3: NOx range check passed, span drift 0.42 % of range";
     const auto ours = [&] {
         for (int i = 0; i < kLines; ++i) {

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <wrl/client.h>
+
 #include <string>
 #include <utility>
 
@@ -21,6 +23,14 @@ AutomationError CurrentError();
 // Throws AutomationError when a neighbour's call has failed, with the neighbour's own description where it left
 // one and the system's text for the status otherwise.
 void Check(HRESULT status);
+
+// Throws AutomationError, the run-time's "no object" error, when a neighbour's call succeeded and answered nothing.
+template <class Interface>
+void Require(const Microsoft::WRL::ComPtr<Interface>& object) {
+    if (!object) {
+        throw AutomationError::RunTime(91, L"Object variable or With block variable not set");
+    }
+}
 
 // Runs the work of a member that raises: S_OK, or the failure's status with error information.
 template <class Work>

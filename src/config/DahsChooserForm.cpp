@@ -24,11 +24,10 @@ constexpr wchar_t kTitle[] = L"Choose DAHS";
 constexpr WORD kDahsIcon = 199;  // the product's plain icon
 constexpr COLORREF kGrey = RGB(192, 192, 192);
 
-// The list shows between these numbers of rows without scrolling, and is between these numbers of dialog units wide.
+// The list shows between these numbers of rows without scrolling, and is at least this number of dialog units wide.
 constexpr int kFewestRows = 5;
 constexpr int kMostRows = 15;
 constexpr int kNarrowest = 160;
-constexpr int kWidest = 320;
 
 constexpr std::uint32_t kExclamation = 0x30;
 
@@ -71,7 +70,8 @@ class DahsChooserForm final : public ModalForm {
   protected:
     void CreateControls() override {
         AddControls(kControls);
-        SendMessageW(List(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+        constexpr DWORD kStyles = LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP;
+        SendMessageW(List(), LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT;
         column.pszText = const_cast<wchar_t*>(L"DAHS");
@@ -127,6 +127,9 @@ class DahsChooserForm final : public ModalForm {
                     Accept();
                 }
                 return 0;
+            case static_cast<UINT>(LVN_GETINFOTIPW):
+                ShowWholeText(*reinterpret_cast<const NMLVGETINFOTIPW*>(lParam));
+                return 0;
             case static_cast<UINT>(NM_CUSTOMDRAW):
                 return Paint(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
             default:
@@ -138,22 +141,28 @@ class DahsChooserForm final : public ModalForm {
     static constexpr int kSmallIcon = 240;  // twips: 16 pixels at 96 dots per inch
     static constexpr ControlSpec kControls[] = {
         {ids::kDahsList, WC_LISTVIEWW, L"DAHS",
-         WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, WS_EX_CLIENTEDGE},
+         WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | LVS_SHAREIMAGELISTS,
+         WS_EX_CLIENTEDGE},
         {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
         {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
     HWND List() const { return Control(ids::kDahsList); }
 
-    // As wide as the widest row and as high as all rows, within limits.
-    RECT ListPlace() const {
+    // The column that shows every row whole: each row's end tells its role.
+    LONG WidestRow() const {
         LONG width = 0;
         for (const DahsChooserRow& row : mChooser.Rows()) {
             width = std::max(width, Measure(row.text).cx);
         }
-        const int around = FromTwips(kSmallIcon) + GetSystemMetrics(SM_CXVSCROLL) + UnitsX(units::kMargin);
-        width = std::clamp<LONG>(width + around, UnitsX(kNarrowest), UnitsX(kWidest));
+        return width + FromTwips(kSmallIcon) + UnitsX(units::kMargin);
+    }
+
+    // As wide as the widest row and as high as all rows, within limits.
+    RECT ListPlace() const {
         const int left = UnitsX(units::kMargin);
+        const LONG widest = LargestClient().cx - 2 * left;
+        const LONG width = std::clamp<LONG>(WidestRow() + GetSystemMetrics(SM_CXVSCROLL), UnitsX(kNarrowest), widest);
         const int top = UnitsY(units::kMargin);
         return {left, top, left + width, top + ListHeight()};
     }
@@ -171,7 +180,16 @@ class DahsChooserForm final : public ModalForm {
     void FitColumn() const {
         RECT inside{};
         GetClientRect(List(), &inside);
-        SendMessageW(List(), LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(inside.right, 0));
+        const LONG width = std::max(inside.right, WidestRow());
+        SendMessageW(List(), LVM_SETCOLUMNWIDTH, 0, static_cast<LPARAM>(width));
+    }
+
+    // A row too long for the list is shown in a tip.
+    void ShowWholeText(const NMLVGETINFOTIPW& tip) const {
+        const std::wstring& text = mChooser.Rows()[static_cast<size_t>(tip.iItem)].text;
+        if (tip.cchTextMax > 0) {
+            lstrcpynW(tip.pszText, text.c_str(), tip.cchTextMax);
+        }
     }
 
     void Select(size_t row) const {

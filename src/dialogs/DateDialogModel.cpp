@@ -8,7 +8,6 @@ namespace v5 {
 namespace {
 
 constexpr NumberRange kYears{kMinYear, kMaxYear};
-constexpr size_t kFullYearDigits = 4;
 
 bool StartsWithoutDate(const DateDialogSettings& settings) {
     return settings.initial == kNoDate && !settings.dateCannotBeNull;
@@ -35,6 +34,7 @@ DateDialogModel::DateDialogModel(const DateDialogSettings& settings, const Civil
       mNoDate(StartsWithoutDate(settings)),
       mToday(Midnight(now)),
       mShown(Midnight(InitialTime(settings, now))),
+      mChosenDay(mShown.day),
       mGrid(mShown.year, mShown.month),
       mYear(kYears, mShown.year, 1),
       mTime(InitialFields(settings, InitialTime(settings, now))) {}
@@ -53,13 +53,14 @@ void DateDialogModel::Show(int year, int month, int day) {
 
 void DateDialogModel::ChooseCell(int cell) {
     if (mGrid.DayAt(cell) != 0) {
-        mShown.day = mGrid.DayAt(cell);
+        mShown.day = mChosenDay = mGrid.DayAt(cell);
     }
 }
 
 void DateDialogModel::ChooseMonth(int month) {
     LeaveYear();
     Show(mShown.year, month, mShown.day);
+    mChosenDay = mShown.day;
 }
 
 void DateDialogModel::Move(std::wstring_view unit, int count) {
@@ -67,6 +68,7 @@ void DateDialogModel::Move(std::wstring_view unit, int count) {
     try {
         const CivilDateTime moved = AddInterval(unit, count, mShown);
         Show(moved.year, moved.month, moved.day);
+        mChosenDay = mShown.day;
     } catch (const std::out_of_range&) {
         // The calendar ends here.
     }
@@ -74,14 +76,15 @@ void DateDialogModel::Move(std::wstring_view unit, int count) {
 
 void DateDialogModel::SetYearText(std::wstring_view text) {
     mYear.SetText(text);
-    if (text.size() == kFullYearDigits) {
-        Show(mYear.Value(), mShown.month, mShown.day);
+    if (NumberInRange(text, kYears)) {
+        Show(mYear.Value(), mShown.month, mChosenDay);
     }
 }
 
 void DateDialogModel::LeaveYear() {
-    mYear.Leave();
-    Show(mYear.Value(), mShown.month, mShown.day);
+    mCorrected |= !NumberInRange(mYear.Text(), kYears);
+    mYear.SetValue(mShown.year);
+    mChosenDay = mShown.day;
 }
 
 void DateDialogModel::StepYear(bool up) {
@@ -93,8 +96,7 @@ double DateDialogModel::Answer() const {
     if (mNoDate) {
         return kNoDate;
     }
-    CivilDateTime answer{mYear.Value(), mShown.month, mShown.day};
-    answer.day = std::min(answer.day, DaysInMonth(answer.year, answer.month));
+    CivilDateTime answer = mShown;
     if (mShowsTime) {
         answer.hour = mTime.Hour();
         answer.minute = mTime.Minute();

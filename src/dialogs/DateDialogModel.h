@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/Dates.h"
 #include "dialogs/MonthGrid.h"
@@ -55,11 +56,15 @@ class DateDialogModel {
     void MoveDays(int count) { Move(L"d", count); }
 
     // The year field and its up-down control, which stops at 100 and 9999. The grid follows a typed year as soon as it
-    // has four digits, or when the field is left; what is no year of the calendar is then replaced by the year shown.
+    // is a year of the calendar; when the field is left, what is none is replaced by the year shown.
     const std::wstring& YearText() const { return mYear.Text(); }
     NumberRange YearRange() const { return mYear.Range(); }
     void SetYearText(std::wstring_view text);
     void LeaveYear();
+
+    // Whether a typed year was replaced since the last call: the user must see what is answered.
+    bool TakeCorrection() { return std::exchange(mCorrected, false); }
+
     void StepYear(bool up);
 
     TimeFields& Time() { return mTime; }
@@ -81,6 +86,8 @@ class DateDialogModel {
     bool mNoDate;
     CivilDateTime mToday;
     CivilDateTime mShown;  // at midnight
+    int mChosenDay;        // as the user chose it; while a year is typed, the day shown may be an earlier one
+    bool mCorrected = false;
     MonthGrid mGrid;
     NumberField mYear;
     TimeFields mTime;

@@ -127,8 +127,7 @@ class DateForm final : public ModalForm {
                 ShowNoDate();
                 break;
             case IDOK:
-                mAccepted = true;
-                Close();
+                Accept();
                 break;
             case IDCANCEL:
                 Close();
@@ -188,6 +187,18 @@ class DateForm final : public ModalForm {
         {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
         {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
+
+    // A year that was put right is shown before it is answered.
+    void Accept() {
+        mModel.LeaveYear();
+        if (!mModel.NoDate() && mModel.TakeCorrection()) {
+            ShowMonth();
+            FocusOn(Control(kYear));
+            return;
+        }
+        mAccepted = true;
+        Close();
+    }
 
     int LayOutMonthRow(int top) {
         using namespace units;

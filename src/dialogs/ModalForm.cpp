@@ -1,6 +1,7 @@
 #include "dialogs/ModalForm.h"
 
 #include <algorithm>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -27,42 +28,16 @@ struct EmptyTemplate {
     WORD title = 0;
 };
 
-// The caller's window while a form is shown: disabled, and given back enabled and with its focus.
-class PausedOwner {
-  public:
-    PausedOwner() : mWindow(GetActiveWindow()), mFocus(GetFocus()) {}
-    ~PausedOwner() { Resume(); }
-    PausedOwner(const PausedOwner&) = delete;
-    PausedOwner& operator=(const PausedOwner&) = delete;
-
-    HWND Window() const { return mWindow; }
-
-    void Pause() { mPaused = mWindow != nullptr && !EnableWindow(mWindow, FALSE); }
-
-    // Before the form's window goes, so that the system activates this one and not another program's.
-    void Resume() {
-        if (std::exchange(mPaused, false)) {
-            EnableWindow(mWindow, TRUE);
-        }
-    }
-
-    void RestoreFocus() const {
-        if (GetActiveWindow() == mWindow && IsWindow(mFocus) && IsWindowVisible(mFocus)) {
-            SetFocus(mFocus);
-        }
-    }
-
-  private:
-    HWND mWindow;
-    HWND mFocus;
-    bool mPaused = false;
-};
-
+// The work area of the display that a window is on; of the primary display for none.
 RECT WorkArea(HWND window) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
     return monitor.rcWork;
+}
+
+SIZE SizeOf(const RECT& rect) {
+    return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
 // The average character width, as the dialog manager works it out, and the height of a font.
@@ -73,6 +48,85 @@ SIZE BaseUnits(HWND window, HFONT font) {
 }
 
 }  // namespace
+
+// The other windows of the thread while a form is shown: those that were enabled are disabled, and given back enabled,
+// the one that was active with its focus.
+class ModalForm::PausedWindows {
+  public:
+    PausedWindows() : mActive(GetActiveWindow()), mFocus(GetFocus()) {}
+    ~PausedWindows() { Resume(); }
+    PausedWindows(const PausedWindows&) = delete;
+    PausedWindows& operator=(const PausedWindows&) = delete;
+
+    // The window that a form of the user's belongs to: the active one; while another program is in front, the
+    // uppermost of the thread that is visible. Null when there is none.
+    HWND Uppermost() const {
+        HWND found = mActive;
+        if (found == nullptr) {
+            EnumThreadWindows(
+                GetCurrentThreadId(),
+                [](HWND window, LPARAM result) {
+                    const bool suits = IsWindowVisible(window) && IsWindowEnabled(window);
+                    *reinterpret_cast<HWND*>(result) = suits ? window : nullptr;
+                    return static_cast<BOOL>(!suits);
+                },
+                reinterpret_cast<LPARAM>(&found));
+        }
+        return found;
+    }
+
+    // Disables every enabled top-level window of the thread but `form`. Throws std::bad_alloc.
+    void PauseAllBut(HWND form) {
+        mForm = form;
+        EnumThreadWindows(GetCurrentThreadId(), &PausedWindows::Collect, reinterpret_cast<LPARAM>(this));
+        if (mOutOfMemory) {
+            throw std::bad_alloc();
+        }
+        for (const HWND window : mWindows) {
+            EnableWindow(window, FALSE);
+        }
+        mPaused = true;
+    }
+
+    // Before the form's window goes, so that the system activates one of these and not another program's.
+    void Resume() {
+        if (std::exchange(mPaused, false)) {
+            for (const HWND window : mWindows) {
+                EnableWindow(window, TRUE);
+            }
+        }
+    }
+
+    // Afterwards: what was active is so again, unless the user works in another program by now.
+    void RestoreFocus(bool wasActive) const {
+        if (wasActive && IsWindow(mActive)) {
+            SetActiveWindow(mActive);
+        }
+        if (GetActiveWindow() == mActive && IsWindow(mFocus) && IsWindowVisible(mFocus)) {
+            SetFocus(mFocus);
+        }
+    }
+
+  private:
+    static BOOL CALLBACK Collect(HWND window, LPARAM self) {
+        auto& paused = *reinterpret_cast<PausedWindows*>(self);
+        if (window != paused.mForm && IsWindowEnabled(window)) {
+            try {
+                paused.mWindows.push_back(window);
+            } catch (const std::bad_alloc&) {
+                paused.mOutOfMemory = true;
+            }
+        }
+        return TRUE;
+    }
+
+    HWND mActive;
+    HWND mFocus;
+    HWND mForm = nullptr;
+    std::vector<HWND> mWindows;
+    bool mPaused = false;
+    bool mOutOfMemory = false;
+};
 
 // One control whose messages a handler sees first.
 class ModalForm::ControlHook {
@@ -105,25 +159,29 @@ ModalForm::ModalForm(std::wstring title) : mTitle(std::move(title)) {}
 
 ModalForm::~ModalForm() = default;
 
-void ModalForm::ShowModal() {
-    PausedOwner owner;
+void ModalForm::ShowModal(Ownership ownership) {
+    PausedWindows others;
     mClosed = false;
     mFailure = nullptr;
+    mOthers = &others;
     try {
-        Create(owner.Window());
-        owner.Pause();
+        Create(ownership == Ownership::Owned ? others.Uppermost() : nullptr);
+        others.PauseAllBut(mWindow);
         ShowWindow(mWindow, SW_SHOW);
+        OnShown();
         RunMessageLoop();
     } catch (...) {
         Fail();
     }
-    owner.Resume();
+    const bool wasActive = mWasActive || (mWindow != nullptr && GetActiveWindow() == mWindow);
+    others.Resume();
+    mOthers = nullptr;
     // Here and not in the destructor: controls that go send their last notifications to the derived class.
     if (mWindow != nullptr) {
         DestroyWindow(mWindow);
     }
     mHooks.clear();
-    owner.RestoreFocus();
+    others.RestoreFocus(wasActive);
     if (mFailure) {
         std::rethrow_exception(mFailure);
     }
@@ -162,14 +220,24 @@ void ModalForm::UseDpi(UINT dpi) {
     mBaseUnits = BaseUnits(mWindow, mFont.get());
 }
 
-void ModalForm::Resize(SIZE client) const {
+SIZE ModalForm::FrameSize() const {
     RECT outer{};
     RECT inner{};
     GetWindowRect(mWindow, &outer);
     GetClientRect(mWindow, &inner);
-    const LONG frameWidth = outer.right - outer.left - inner.right;
-    const LONG frameHeight = outer.bottom - outer.top - inner.bottom;
-    SetWindowPos(mWindow, nullptr, 0, 0, client.cx + frameWidth, client.cy + frameHeight,
+    const SIZE whole = SizeOf(outer);
+    return {whole.cx - inner.right, whole.cy - inner.bottom};
+}
+
+SIZE ModalForm::LargestClient() const {
+    const SIZE work = SizeOf(WorkArea(mWindow));
+    const SIZE frame = FrameSize();
+    return {work.cx - frame.cx, work.cy - frame.cy};
+}
+
+void ModalForm::Resize(SIZE client) const {
+    const SIZE frame = FrameSize();
+    SetWindowPos(mWindow, nullptr, 0, 0, client.cx + frame.cx, client.cy + frame.cy,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -181,12 +249,11 @@ void ModalForm::CentreOn(HWND owner) const {
     }
     RECT form{};
     GetWindowRect(mWindow, &form);
-    const LONG width = form.right - form.left;
-    const LONG height = form.bottom - form.top;
-    const LONG left = (around.left + around.right - width) / 2;
-    const LONG top = (around.top + around.bottom - height) / 2;
-    SetWindowPos(mWindow, nullptr, std::max(work.left, std::min(left, work.right - width)),
-                 std::max(work.top, std::min(top, work.bottom - height)), 0, 0,
+    const SIZE size = SizeOf(form);
+    const LONG left = (around.left + around.right - size.cx) / 2;
+    const LONG top = (around.top + around.bottom - size.cy) / 2;
+    SetWindowPos(mWindow, nullptr, std::max(work.left, std::min(left, work.right - size.cx)),
+                 std::max(work.top, std::min(top, work.bottom - size.cy)), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -222,10 +289,25 @@ void ModalForm::RunMessageLoop() {
 
 void ModalForm::Close() {
     mClosed = true;
-    if (mWindow != nullptr) {
-        // Wakes the message loop when it is another thread's sent message that closes the form.
-        PostMessageW(mWindow, WM_NULL, 0, 0);
+    if (mWindow == nullptr) {
+        return;
     }
+    // A menu, or a move of the window by the user, has a message loop of its own, which would go on.
+    EndMenu();
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    if (GetGUIThreadInfo(GetCurrentThreadId(), &thread) && (thread.flags & GUI_INMOVESIZE) != 0) {
+        SendMessageW(mWindow, WM_CANCELMODE, 0, 0);
+        PostMessageW(mWindow, WM_KEYDOWN, VK_ESCAPE, 0);
+    }
+    // Gone at once, also when some other loop of the client's is under way.
+    if (mOthers != nullptr) {
+        mWasActive = GetActiveWindow() == mWindow;
+        mOthers->Resume();
+        ShowWindow(mWindow, SW_HIDE);
+    }
+    // Wakes the message loop when it is another thread's sent message that closes the form.
+    PostMessageW(mWindow, WM_NULL, 0, 0);
 }
 
 void ModalForm::Fail() {
@@ -303,6 +385,13 @@ HWND ModalForm::AddControl(const ControlSpec& spec) {
     const LRESULT kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
     if ((kind & DLGC_DEFPUSHBUTTON) != 0) {
         SendMessageW(mWindow, DM_SETDEFID, static_cast<WPARAM>(spec.id), 0);
+    }
+    if ((kind & DLGC_STATIC) != 0 && (spec.style & SS_NOPREFIX) != 0) {
+        // The dialog manager looks for mnemonics in every static text, this style or not: "& " would take the space
+        // bar from the buttons.
+        HookControl(spec.id, [](UINT message, WPARAM, LPARAM) {
+            return message == WM_GETDLGCODE ? std::optional<LRESULT>(0) : std::nullopt;
+        });
     }
     return control;
 }

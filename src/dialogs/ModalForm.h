@@ -55,13 +55,17 @@ class ModalForm {
     ModalForm& operator=(const ModalForm&) = delete;
     virtual ~ModalForm();
 
-    // Shows the form and returns when Close() was called, when the window was destroyed from outside, or when the
-    // thread was asked to quit (the request is then passed on to the caller's message loop). The form belongs to the
-    // thread's active window, which is disabled meanwhile and has the focus back afterwards. Throws
-    // std::system_error when the window cannot be created.
-    void ShowModal();
+    enum class Ownership { Owned, Unowned };
 
-    // Ends the modal show. ShowModal() returns as soon as the message that is being handled is done.
+    // Shows the form and returns when Close() was called, when the window was destroyed from outside, or when the
+    // thread was asked to quit (the request is then passed on to the caller's message loop). An owned form belongs to
+    // the thread's active window, or to its uppermost one while another program is in front. Every other enabled
+    // top-level window of the thread is disabled meanwhile; all are given back on every way out, and what was active
+    // has the focus back. Throws std::system_error when the window cannot be created.
+    void ShowModal(Ownership ownership = Ownership::Owned);
+
+    // Ends the modal show: the window is gone at once, whatever menu, move or drag is under way, and ShowModal()
+    // returns as soon as the message that is being handled is done.
     void Close();
 
     HWND Window() const { return mWindow; }
@@ -89,6 +93,8 @@ class ModalForm {
     void SetTextOf(int id, std::wstring_view text) const;
     void ShowControl(int id, bool visible) const;
     void EnableControl(int id, bool enabled) const;
+    // The largest client area, in pixels, that leaves the whole window on its display.
+    SIZE LargestClient() const;
     HFONT Font() const { return mFont.get(); }
     UINT Dpi() const { return mDpi; }
 
@@ -115,6 +121,9 @@ class ModalForm {
     // control of the tab order.
     virtual void OnOpening() {}
 
+    // The form has just become visible; its owner and the thread's other windows are disabled.
+    virtual void OnShown() {}
+
     // A control's notification, or IDOK and IDCANCEL for Enter, Esc and the window's close box.
     virtual void OnCommand(int id, int notification) = 0;
 
@@ -130,12 +139,14 @@ class ModalForm {
 
   private:
     class ControlHook;
+    class PausedWindows;
 
     static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam);
     void Create(HWND owner);
     void UseDpi(UINT dpi);
+    SIZE FrameSize() const;
     void Resize(SIZE client) const;
     void CentreOn(HWND owner) const;
     void RunMessageLoop();
@@ -144,6 +155,8 @@ class ModalForm {
     std::wstring mTitle;
     HWND mWindow = nullptr;
     bool mClosed = false;
+    bool mWasActive = false;           // when it was closed
+    PausedWindows* mOthers = nullptr;  // while the form is shown
     UINT mDpi = USER_DEFAULT_SCREEN_DPI;
     FontHandle mFont;
     SIZE mBaseUnits{};

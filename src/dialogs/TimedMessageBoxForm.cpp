@@ -53,10 +53,11 @@ class TimedMessageBoxForm final : public ModalForm {
             AddControl({ids::kIcon, WC_STATICW, L"", SS_ICON});
         }
         AddControl({ids::kPrompt, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
+        AddButton(mModel.DefaultButton(), BS_DEFPUSHBUTTON);  // the first of the tab order
         for (const MessageBoxResult button : mModel.Buttons()) {
-            const DWORD kind = button == mModel.DefaultButton() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-            const std::wstring caption(ButtonOf(button).caption);
-            AddControl({IdOf(button), WC_BUTTONW, caption.c_str(), WS_TABSTOP | kind});
+            if (button != mModel.DefaultButton()) {
+                AddButton(button, BS_PUSHBUTTON);
+            }
         }
         if (mModel.EscapeButton() == MessageBoxResult::None) {
             DisableCloseBox();
@@ -71,7 +72,7 @@ class TimedMessageBoxForm final : public ModalForm {
         const TwipsSize prompt{ToTwips(promptPixels.cx), ToTwips(promptPixels.cy)};
         const TwipsSize icon{kIconSize, kIconSize};
         const TwipsSize button{ToTwips(UnitsX(units::kButtonWidth)), ToTwips(UnitsY(units::kButtonHeight))};
-        const MessageBoxLayout layout = LayOutMessageBox(mModel, prompt, icon, button, HighestClient());
+        const MessageBoxLayout layout = LayOutMessageBox(mModel, prompt, icon, button, ToTwips(LargestClient().cy));
         ShowIcon();
         Place(ids::kIcon, Pixels(layout.icon));
         Place(ids::kPrompt, Pixels(layout.prompt, promptPixels));
@@ -81,8 +82,9 @@ class TimedMessageBoxForm final : public ModalForm {
         return {FromTwips(layout.client.width), FromTwips(layout.client.height)};
     }
 
-    void OnOpening() override {
-        FocusOn(Control(IdOf(mModel.DefaultButton())));
+    void OnOpening() override { FocusOn(Control(IdOf(mModel.DefaultButton()))); }
+
+    void OnShown() override {
         SetForegroundWindow(Window());  // a message is to be seen, whatever other window the user works in
         if (mModel.HasTimeout()) {
             SetTimer(Window(), kTimer, kTickMilliseconds, nullptr);
@@ -123,6 +125,11 @@ class TimedMessageBoxForm final : public ModalForm {
   private:
     static constexpr int kIconSize = 480;  // 32 pixels at 96 dots per inch
 
+    void AddButton(MessageBoxResult button, DWORD kind) {
+        const std::wstring caption(ButtonOf(button).caption);
+        AddControl({IdOf(button), WC_BUTTONW, caption.c_str(), WS_TABSTOP | kind});
+    }
+
     void Press(MessageBoxResult button) {
         KillTimer(Window(), kTimer);
         mResult = button;
@@ -152,19 +159,6 @@ class TimedMessageBoxForm final : public ModalForm {
         return place;
     }
 
-    // The highest client area, in twips, that leaves the whole window on its display.
-    int HighestClient() const {
-        MONITORINFO monitor{};
-        monitor.cbSize = sizeof monitor;
-        GetMonitorInfoW(MonitorFromWindow(Window(), MONITOR_DEFAULTTONEAREST), &monitor);
-        RECT outer{};
-        RECT inner{};
-        GetWindowRect(Window(), &outer);
-        GetClientRect(Window(), &inner);
-        const LONG frame = outer.bottom - outer.top - inner.bottom;
-        return ToTwips(monitor.rcWork.bottom - monitor.rcWork.top - frame);
-    }
-
     std::wstring mPrompt;
     TimedMessageBoxModel mModel;
     IconHandle mIcon;
@@ -180,7 +174,7 @@ MessageBoxResult ShowTimedMessageBox(const TimedMessageBoxSettings& settings) {
     if (settings.beep && !MessageBeep(settings.style & kIconBits)) {
         MessageBeep(kPlainBeep);
     }
-    form.ShowModal();
+    form.ShowModal(settings.hasOwner ? ModalForm::Ownership::Owned : ModalForm::Ownership::Unowned);
     return form.Result();
 }
 

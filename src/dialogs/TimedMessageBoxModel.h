@@ -21,6 +21,7 @@ struct TimedMessageBoxSettings {
     std::uint32_t style = 0;   // button set (mask 7), icon (mask 0x70) and default button (mask 0x300)
     std::int32_t timeout = 0;  // seconds after which the default button is pressed; below 1: never
     bool beep = false;         // play the icon's system sound first
+    bool hasOwner = true;      // belong to the caller's window; else stand alone
 };
 
 struct MessageBoxButton {

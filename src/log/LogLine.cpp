@@ -52,7 +52,7 @@ LogLine& LogLine::Stamp(const CivilDateTime& time) {
 LogLine& LogLine::Text(std::wstring_view text) {
     char* const bytes = Extend(text.size());
     if (!CopyAscii(text, bytes)) {
-        mEncoder.Encode(text, bytes);
+        mCodePage.Encode(text, bytes);
     }
     return *this;
 }

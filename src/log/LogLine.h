@@ -11,12 +11,12 @@
 
 namespace v5 {
 
-class AnsiEncoder;
+class CodePage;
 
 class LogLine {
   public:
-    // `encoder` outlives the line; it is asked only for text that is not plain ASCII.
-    explicit LogLine(const AnsiEncoder& encoder) : mEncoder(encoder) {}
+    // `codePage` outlives the line; it is asked only for text that is not plain ASCII.
+    explicit LogLine(const CodePage& codePage) : mCodePage(codePage) {}
 
     // Starts the next line.
     LogLine& Begin();
@@ -40,7 +40,7 @@ class LogLine {
   private:
     char* Extend(size_t count);
 
-    const AnsiEncoder& mEncoder;
+    const CodePage& mCodePage;
     std::string mBytes;  // as long as the longest line so far
     size_t mLength = 0;  // of the line
     size_t mPrefixLength = 0;

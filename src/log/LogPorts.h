@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/AnsiEncoder.h"
+#include "base/CodePage.h"
 #include "base/Dates.h"
 #include "productinfo/ReleaseNumber.h"
 

@@ -23,8 +23,8 @@ struct LogOptions {
 class LogWriter {
   public:
     // The ports outlive the writer. Nothing is opened yet.
-    LogWriter(LogFile& file, const Clock& clock, const AnsiEncoder& encoder, const LogHost& host)
-        : mFile(file), mClock(clock), mHost(host), mLine(encoder) {}
+    LogWriter(LogFile& file, const Clock& clock, const CodePage& codePage, const LogHost& host)
+        : mFile(file), mClock(clock), mHost(host), mLine(codePage) {}
 
     // An active log gets a line that says so, and its end line.
     ~LogWriter();

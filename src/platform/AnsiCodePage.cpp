@@ -9,12 +9,17 @@ void AnsiCodePage::Encode(std::wstring_view text, char* bytes) const {
     if (WideCharToMultiByte(mCodePage, 0, text.data(), length, bytes, length, nullptr, nullptr) == length) {
         return;
     }
-    // A code page in which some characters take several bytes: those become "?", so that the count holds.
-    for (const wchar_t c : text) {
-        char encoded[8];
-        *bytes++ =
-            WideCharToMultiByte(mCodePage, 0, &c, 1, encoded, sizeof encoded, nullptr, nullptr) == 1 ? encoded[0] : '?';
+    CodePage::Encode(text, bytes);  // a code page in which some characters take several bytes
+}
+
+std::int16_t AnsiCodePage::CodeOf(wchar_t character) const {
+    unsigned char bytes[8] = {};  // the longest of any code page: four of UTF-8
+    const int length = WideCharToMultiByte(mCodePage, 0, &character, 1, reinterpret_cast<char*>(bytes), sizeof bytes,
+                                           nullptr, nullptr);
+    if (length > 2) {
+        return '?';
     }
+    return static_cast<std::int16_t>(length == 2 ? bytes[0] << 8 | bytes[1] : bytes[0]);
 }
 
 std::string ToAnsi(std::wstring_view text) {

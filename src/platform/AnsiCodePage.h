@@ -4,15 +4,16 @@
 #include <string>
 #include <string_view>
 
-#include "base/AnsiEncoder.h"
+#include "base/CodePage.h"
 
 namespace v5 {
 
-class AnsiCodePage final : public AnsiEncoder {
+class AnsiCodePage final : public CodePage {
   public:
     // Another code page than the system's own (0) by its number.
     explicit AnsiCodePage(unsigned codePage = 0) : mCodePage(codePage) {}
 
+    std::int16_t CodeOf(wchar_t character) const override;
     void Encode(std::wstring_view text, char* bytes) const override;
 
   private:

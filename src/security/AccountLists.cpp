@@ -22,6 +22,8 @@ const AccountLists::ListOfLevel AccountLists::kLists[] = {
 
 namespace {
 
+constexpr std::wstring_view kCannotSave = L"Can't save XML [STR-0127]";
+
 bool IsSid(std::wstring_view entry) {
     return entry.starts_with(L"S-");
 }
@@ -54,13 +56,18 @@ std::wstring Quoted(std::wstring_view text) {
 
 PrivilegeLevel AccountLists::UserLevel() {
     PrivilegeLevel level = level::kNone;
-    mSite.Guard([&] {
+    mSite.ReportFailures([&] {
         if (!mSite.HasDatabase()) {
             return;
         }
+        const Authentication authentication = mUser.KnownAuthentication();
+        if (authentication == Authentication::Unknown) {
+            return;  // neither a SID nor a login can count, nor an administrator
+        }
         StoredDocument document;
-        mSite.Guard([&] { document = mSite.Read(kAccountsDocument, L"Can't parse XML [STR-0110]"); });
-        const auto accounts = mUser.IsSqlAuthenticationUsed() ? nullptr : mSite.Host().NewAccounts();
+        mSite.ReportFailures([&] { document = mSite.Read(kAccountsDocument, L"Can't parse XML [STR-0110]"); });
+        const bool isWindows = authentication == Authentication::Windows;
+        const auto accounts = isWindows ? mSite.Host().NewAccounts() : nullptr;
         if (document.xml) {
             level = ListedLevel(*document.xml, accounts.get());
         }
@@ -72,7 +79,7 @@ PrivilegeLevel AccountLists::UserLevel() {
 }
 
 PrivilegeLevel AccountLists::ListedLevel(XmlDocument& xml, Accounts* accounts) {
-    const std::wstring self = accounts ? ToUpper(accounts->CurrentUserSid()) : ToLower(mUser.Name());
+    const std::wstring self = accounts ? ToUpper(accounts->CurrentUserSid()) : ToLower(mUser.SqlLogin());
     const auto isUser = [&](const std::unique_ptr<XmlElement>& element) {
         const std::wstring entry = ToUpper(TrimXml(element->Text()));
         if (entry.empty() || IsSid(entry) != (accounts != nullptr)) {
@@ -103,39 +110,56 @@ void AccountLists::Replace(PrivilegeLevel level, std::wstring_view list) {
     if (row == std::end(kLists)) {
         throw SecurityProblem(L"Invalid privilege level [STR-0124]");
     }
-    const StoredDocument document = mSite.ReadForChange(kAccountsDocument, L"Can't parse XML [STR-0126]");
-    XmlDocument& xml = *document.xml;
-    const std::wstring oldList = ListForm(xml, row->path);
-    for (const auto& element : xml.Select(row->path)) {
-        element->Remove();
-    }
-    const bool sqlAuthentication = mUser.IsSqlAuthenticationUsed();
-    for (const std::wstring& item : Split(list, L',')) {
-        const std::wstring_view entry = Trim(item);
-        if (entry.empty()) {
-            continue;
+    mSite.Change(kAccountsDocument, L"Can't parse XML [STR-0126]", kCannotSave, [&](XmlDocument& xml) {
+        const std::wstring oldList = ListForm(xml, row->path);
+        for (const auto& element : xml.Select(row->path)) {
+            element->Remove();
         }
-        const auto element = xml.Append(row->element);
-        element->SetText(entry);
-        if (IsSid(entry) && !sqlAuthentication) {
-            element->SetAttribute(L"name", mSite.Host().NewAccounts()->AccountNameOfSid(entry));
+        const bool sqlAuthentication = mUser.IsSqlAuthenticationUsed();
+        for (const std::wstring& item : Split(list, L',')) {
+            const std::wstring_view entry = TrimXml(item);
+            if (entry.empty()) {
+                continue;
+            }
+            const auto element = xml.Append(row->element);
+            element->SetText(entry);
+            if (IsSid(entry) && !sqlAuthentication) {
+                element->SetAttribute(L"name", mSite.Host().NewAccounts()->AccountNameOfSid(entry));
+            }
+        }
+        const std::wstring newList = ListForm(xml, row->path);
+        if (newList == oldList) {
+            return std::vector<EventRecord>();
+        }
+        const std::wstring user = mUser.Name();
+        AppendHistory(xml, {{L"level", std::to_wstring(level)},
+                            {L"tstamp", mSite.Timestamp()},
+                            {L"old", oldList},
+                            {L"new", newList},
+                            {L"by", user}});
+        const std::wstring change = L"Changed " + std::wstring(row->element) + L" SID list " + user + L": original=" +
+                                    Quoted(oldList) + L" new=" + Quoted(newList);
+        return std::vector<EventRecord>{
+            {change, kAuditCategory, 1, L"STR-0128"},
+            {ReplaceAll(row->auditText, L"$username$", user), kAuditCategory, 2, L"STR-0144"}};
+    });
+}
+
+void AccountLists::Replace(const AccountListTexts& lists) {
+    const struct {
+        PrivilegeLevel level;
+        const std::wstring& list;
+    } rows[] = {{level::k1, lists.level1}, {level::k2, lists.level2}, {level::k3High, lists.level3}};
+    for (const auto& row : rows) {
+        for (const std::wstring& item : Split(row.list, L',')) {
+            if (!IsXmlText(TrimXml(item))) {
+                throw SecurityProblem(kCannotSave);
+            }
         }
     }
-    const std::wstring newList = ListForm(xml, row->path);
-    if (newList == oldList) {
-        return;
+    for (const auto& row : rows) {
+        Replace(row.level, row.list);
     }
-    const std::wstring user = mUser.Name();
-    AppendHistory(xml, {{L"level", std::to_wstring(level)},
-                        {L"tstamp", mSite.Timestamp()},
-                        {L"old", oldList},
-                        {L"new", newList},
-                        {L"by", user}});
-    const std::wstring change = L"Changed " + std::wstring(row->element) + L" SID list " + user + L": original=" +
-                                Quoted(oldList) + L" new=" + Quoted(newList);
-    mSite.Save(document, L"Can't save XML [STR-0127]",
-               {{change, kAuditCategory, 1, L"STR-0128"},
-                {ReplaceAll(row->auditText, L"$username$", user), kAuditCategory, 2, L"STR-0144"}});
 }
 
 }  // namespace v5

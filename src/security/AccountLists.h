@@ -32,6 +32,10 @@ class AccountLists {
     // list that reads the same afterwards is not stored. Throws SecurityProblem.
     void Replace(PrivilegeLevel level, std::wstring_view list);
 
+    // Replaces all three, level 1 first; stops at the first that cannot be replaced. Lists that no document can hold
+    // are refused before any is replaced. Throws SecurityProblem.
+    void Replace(const AccountListTexts& lists);
+
   private:
     struct ListOfLevel;
     static const ListOfLevel kLists[];

@@ -11,7 +11,7 @@ constexpr std::wstring_view kNoPassword = L"--error; no password--";
 
 std::wstring AlarmResetPassword::Stored() {
     std::wstring password(kNoPassword);
-    mSite.Guard([&] {
+    mSite.ReportFailures([&] {
         if (!mSite.HasDatabase()) {
             return;
         }
@@ -29,11 +29,13 @@ void AlarmResetPassword::Set(std::wstring_view scrambled, PrivilegeLevel held) {
                               kMessageTypeRefused);
     }
     const std::wstring user = mUser.Name();
-    const StoredDocument document = mSite.ReadForChange(kAlarmResetDocument, L"Can't parse XML [STR-0116]");
-    SelectOrAppend(*document.xml, kPasswordPath, L"ManualAlarmResetPwd")->SetText(scrambled);
-    AppendHistory(*document.xml, {{L"tstamp", mSite.Timestamp()}, {L"by", user}});
-    mSite.Save(document, L"Can't save XML [STR-0143]",
-               {{L"Manual alarm reset password changed by '" + user + L"'", kAuditCategory, 2, L"STR-0117"}});
+    mSite.Change(kAlarmResetDocument, L"Can't parse XML [STR-0116]", L"Can't save XML [STR-0143]",
+                 [&](XmlDocument& xml) {
+                     SelectOrAppend(xml, kPasswordPath, L"ManualAlarmResetPwd")->SetText(scrambled);
+                     AppendHistory(xml, {{L"tstamp", mSite.Timestamp()}, {L"by", user}});
+                     return std::vector<EventRecord>{
+                         {L"Manual alarm reset password changed by '" + user + L"'", kAuditCategory, 2, L"STR-0117"}};
+                 });
 }
 
 }  // namespace v5

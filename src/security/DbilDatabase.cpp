@@ -47,9 +47,11 @@ class DbilEvents final : public SimpleObject<IDispatch> {
             return DISP_E_BADPARAMCOUNT;
         }
         return GuardedQuietly([&] {
-            const _variant_t type(arguments->rgvarg[1]), text(arguments->rgvarg[0]);  // the last argument comes first
+            const _variant_t type(arguments->rgvarg[1]);  // the last argument comes first
+            _variant_t text(arguments->rgvarg[0]);
+            text.ChangeType(VT_BSTR);
             if (mMessages != nullptr) {
-                mMessages->RaiseMessage(static_cast<long>(type), View(_bstr_t(text)));
+                mMessages->RaiseMessage(static_cast<long>(type), View(V_BSTR(&text)));
             }
         });
     }
@@ -146,6 +148,7 @@ class DbilDatabase : public SiteDatabase {
     ComPtr<ISiteInfo> SiteInfo(std::wstring_view siteID) {
         ComPtr<ISiteInfo> info;
         Check(mDatabase->get_SiteInfo(ToBstr(siteID), &info));
+        Require(info);
         return info;
     }
 

@@ -24,12 +24,4 @@ void MachineSecurityHost::Pause(std::uint32_t milliseconds) {
     Sleep(milliseconds);
 }
 
-std::int16_t MachineSecurityHost::AnsiCode(wchar_t character) const {
-    char bytes[2] = {};
-    const int length = WideCharToMultiByte(CP_ACP, 0, &character, 1, bytes, sizeof bytes, nullptr, nullptr);
-    const auto first = static_cast<unsigned char>(bytes[0]);
-    const auto second = static_cast<unsigned char>(bytes[1]);
-    return length == 2 ? static_cast<std::int16_t>(first << 8 | second) : static_cast<std::int16_t>(first);
-}
-
 }  // namespace v5

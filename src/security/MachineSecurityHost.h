@@ -1,12 +1,13 @@
 // What the security rules need from the machine, all but the windows.
 #pragma once
 
+#include "platform/AnsiCodePage.h"
 #include "platform/SystemClock.h"
 #include "security/SecurityHost.h"
 
 namespace v5 {
 
-// The derived class adds the password prompt and the message box. COM must be initialised on the thread.
+// The derived class adds the password dialog and the message box. COM must be initialised on the thread.
 class MachineSecurityHost : public SecurityHost {
   public:
     std::unique_ptr<SiteDatabase> NewDatabase(MessageSink& messages) override;
@@ -14,10 +15,11 @@ class MachineSecurityHost : public SecurityHost {
     std::unique_ptr<XmlDocument> ParseXml(std::wstring_view text) override;
     void Pause(std::uint32_t milliseconds) override;
     const Clock& LocalClock() const override { return mClock; }
-    std::int16_t AnsiCode(wchar_t character) const override;
+    const CodePage& SystemCodePage() const override { return mCodePage; }
 
   private:
     SystemClock mClock;
+    AnsiCodePage mCodePage;
 };
 
 }  // namespace v5

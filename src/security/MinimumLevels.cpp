@@ -13,12 +13,14 @@ std::wstring PathOfEntry(RestrictionID restriction) {
 }  // namespace
 
 PrivilegeLevel MinimumLevels::Get(RestrictionID restriction) {
-    if (const auto fixed = FixedMinimumLevel(restriction)) {
-        return *fixed;
-    }
     PrivilegeLevel minimum = level::k3Low;
-    mSite.Guard([&] { minimum = ConfiguredMinimum(restriction); });
+    mSite.ReportFailures([&] { minimum = Read(restriction); });
     return minimum;
+}
+
+PrivilegeLevel MinimumLevels::Read(RestrictionID restriction) {
+    const auto fixed = FixedMinimumLevel(restriction);
+    return fixed ? *fixed : ConfiguredMinimum(restriction);
 }
 
 PrivilegeLevel MinimumLevels::ConfiguredMinimum(RestrictionID restriction) {
@@ -38,15 +40,16 @@ PrivilegeLevel MinimumLevels::StoredMinimum(RestrictionID restriction) {
         return level::k3Low;
     }
     const std::wstring text = entry->Text();
-    if (!IsNumeric(TrimXml(text))) {
+    const auto value = ParseNumber(TrimXml(text));
+    if (!value) {
         return level::k3Low;
     }
-    const auto value = ToLong(TrimXml(text));
-    if (!value || !IsValidLevel(*value)) {
+    const auto level = ToLong(TrimXml(text));
+    if (!level || *level != *value || !IsValidLevel(*level)) {  // 50.4 is no level, and must not become 50
         mSite.RaiseProblem(L"Invalid value for RID " + std::to_wstring(restriction) + L" [STR-0131]");
         return level::k3Low;
     }
-    return *value;
+    return *level;
 }
 
 void MinimumLevels::Set(RestrictionID restriction, PrivilegeLevel minimum) {
@@ -54,22 +57,22 @@ void MinimumLevels::Set(RestrictionID restriction, PrivilegeLevel minimum) {
         throw SecurityProblem(L"Invalid value [STR-0136]");
     }
     const std::wstring user = mUser.Name();
-    const StoredDocument document = mSite.ReadForChange(kMinimumsDocument, L"Can't parse XML [STR-0137]");
-    auto entry = SelectFirst(*document.xml, PathOfEntry(restriction));
-    if (!entry) {
-        entry = document.xml->Append(L"MinPrivLevel");
-        entry->SetAttribute(L"rid", std::to_wstring(restriction));
-    }
-    const std::wstring stored = entry->Text();
-    const std::wstring oldText(TrimXml(stored));
-    const std::wstring newText = std::to_wstring(minimum);
-    if (oldText == newText) {
-        return;
-    }
-    entry->SetText(newText);
-    const std::wstring change = L"RID " + std::to_wstring(restriction) + L": min privilege level changed from '" +
-                                oldText + L"' to '" + newText + L"' by '" + user + L"' ";
-    mSite.Save(document, L"Can't save XML [STR-0138]", {{change, kAuditCategory, 1, L"STR-0139"}});
+    mSite.Change(kMinimumsDocument, L"Can't parse XML [STR-0137]", L"Can't save XML [STR-0138]", [&](XmlDocument& xml) {
+        auto entry = SelectFirst(xml, PathOfEntry(restriction));
+        if (!entry) {
+            entry = xml.Append(L"MinPrivLevel");
+            entry->SetAttribute(L"rid", std::to_wstring(restriction));
+        }
+        const std::wstring oldText = entry->Text();
+        const std::wstring newText = std::to_wstring(minimum);
+        if (oldText == newText) {
+            return std::vector<EventRecord>();
+        }
+        entry->SetText(newText);
+        const std::wstring change = L"RID " + std::to_wstring(restriction) + L": min privilege level changed from '" +
+                                    oldText + L"' to '" + newText + L"' by '" + user + L"' ";
+        return std::vector<EventRecord>{{change, kAuditCategory, 1, L"STR-0139"}};
+    });
 }
 
 }  // namespace v5

@@ -16,6 +16,9 @@ class MinimumLevels {
     // The minimum that holds now. Reports its own failures and then answers the default, 54.
     PrivilegeLevel Get(RestrictionID restriction);
 
+    // The same, but throws what it cannot read.
+    PrivilegeLevel Read(RestrictionID restriction);
+
     // Stores a minimum, with an audit record; a minimum that is stored already is left alone. The minimum of a
     // restriction that is not configurable can be stored too, without effect. Throws SecurityProblem.
     void Set(RestrictionID restriction, PrivilegeLevel minimum);

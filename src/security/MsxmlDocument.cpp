@@ -29,14 +29,14 @@ class MsxmlElement : public XmlElement {
         Check(mElement->get_text(&text));
         return TakeText(text);
     }
-    void SetText(std::wstring_view text) override { Check(mElement->put_text(ToBstr(text))); }
+    void PutText(std::wstring_view text) override { Check(mElement->put_text(ToBstr(text))); }
 
     std::wstring Attribute(std::wstring_view name) const override {
         _variant_t value;
         Check(mElement->getAttribute(ToBstr(name), &value));
         return value.vt == VT_BSTR ? std::wstring(View(value.bstrVal)) : std::wstring();
     }
-    void SetAttribute(std::wstring_view name, std::wstring_view value) override {
+    void PutAttribute(std::wstring_view name, std::wstring_view value) override {
         Check(mElement->setAttribute(ToBstr(name), _variant_t(ToBstr(value))));
     }
 
@@ -59,9 +59,10 @@ class MsxmlDocument : public XmlDocument {
     std::vector<std::unique_ptr<XmlElement>> Select(std::wstring_view xpath) override {
         ComPtr<IXMLDOMNodeList> nodes;
         Check(mDocument->selectNodes(ToBstr(xpath), &nodes));
+        Require(nodes);
         std::vector<std::unique_ptr<XmlElement>> elements;
         ComPtr<IXMLDOMNode> node;
-        while (nodes->nextNode(&node) == S_OK) {
+        while (Next(*nodes.Get(), node)) {
             ComPtr<IXMLDOMElement> element;
             Check(node->QueryInterface(IID_IXMLDOMElement, &element));
             elements.push_back(std::make_unique<MsxmlElement>(std::move(element)));
@@ -72,7 +73,9 @@ class MsxmlDocument : public XmlDocument {
     std::unique_ptr<XmlElement> Append(std::wstring_view name) override {
         ComPtr<IXMLDOMElement> root, element;
         Check(mDocument->get_documentElement(&root));
+        Require(root);
         Check(mDocument->createElement(ToBstr(name), &element));
+        Require(element);
         Check(root->appendChild(element.Get(), nullptr));
         return std::make_unique<MsxmlElement>(std::move(element));
     }
@@ -84,6 +87,12 @@ class MsxmlDocument : public XmlDocument {
     }
 
   private:
+    static bool Next(IXMLDOMNodeList& nodes, ComPtr<IXMLDOMNode>& node) {
+        const HRESULT status = nodes.nextNode(&node);
+        Check(status);  // the end is S_FALSE; a list that breaks off is no shorter list
+        return status == S_OK && node;
+    }
+
     ComPtr<IXMLDOMDocument2> mDocument;
 };
 

@@ -15,8 +15,9 @@ void Answer(BSTR* inOut, std::wstring_view value) {
 
 }  // namespace
 
-std::unique_ptr<PasswordPrompt> SecurityHostWithForms::NewPasswordPrompt() {
-    return std::make_unique<PasswordForm>();
+void SecurityHostWithForms::AskForPassword(const PasswordDialogTexts& texts,
+                                           const std::function<bool(SecretText)>& isSettled) {
+    v5::AskForPassword(texts, isSettled);
 }
 
 void SecurityHostWithForms::ShowMessageBox(std::wstring_view text, std::int32_t style, std::wstring_view title) {
@@ -24,6 +25,7 @@ void SecurityHostWithForms::ShowMessageBox(std::wstring_view text, std::int32_t 
     settings.prompt = text;
     settings.title = title;
     settings.style = static_cast<std::uint32_t>(style);
+    settings.hasOwner = false;
     ShowTimedMessageBox(settings);
 }
 
@@ -53,9 +55,9 @@ STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevelEx(RestrictionIDEnum restrict
         *enteredMasterPassword = VARIANT_FALSE;
     }
     return ReturnQuietly(result, false, [&] {
-        const CheckResult check = mSecurity.Check(restriction, {.allowed = ToBool(allowPassword),
-                                                                .message = std::wstring(View(dialogMessage)),
-                                                                .title = std::wstring(View(dialogTitle))});
+        const CheckResult check = mSecurity.Check(
+            restriction, {.allowed = ToBool(allowPassword),
+                          .texts = {std::wstring(View(dialogMessage)), std::wstring(View(dialogTitle))}});
         if (enteredMasterPassword != nullptr && check.enteredMasterPassword) {
             *enteredMasterPassword = VARIANT_TRUE;
         }
@@ -85,7 +87,7 @@ STDMETHODIMP NimboSecurity::SetSidsForAllPrivilegeLevels(BSTR level1, BSTR level
 
 void NimboSecurity::RaiseMessage(long type, std::wstring_view text) {
     constexpr DISPID kMessageEvent = 1;
-    GuardedQuietly([&] { RaiseEvent(kMessageEvent, {type, ToBstr(text)}); });
+    GuardedQuietly([&] { RaiseEvent(kMessageEvent, {type, TextVariant(text)}); });
 }
 
 }  // namespace v5

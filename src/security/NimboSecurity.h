@@ -15,7 +15,7 @@ namespace v5 {
 // The machine, with the library's own password form and message box.
 class SecurityHostWithForms final : public MachineSecurityHost {
   public:
-    std::unique_ptr<PasswordPrompt> NewPasswordPrompt() override;
+    void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) override;
     void ShowMessageBox(std::wstring_view text, std::int32_t style, std::wstring_view title) override;
 };
 

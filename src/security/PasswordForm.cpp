@@ -17,17 +17,18 @@ namespace {
 constexpr int kLongestPassword = 255;
 constexpr int kMessageWidth = 190;  // dialog units
 
-class PasswordWindow final : public ModalForm {
+class PasswordForm final : public ModalForm {
   public:
-    PasswordWindow(const std::wstring& title, const std::wstring& message) : ModalForm(title), mMessage(message) {}
-
-    std::optional<SecretText> TakePassword() { return std::move(mPassword); }
+    PasswordForm(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled)
+        : ModalForm(texts.title.empty() ? L"Password" : texts.title),
+          mMessage(texts.message.empty() ? L"Enter the password:" : texts.message),
+          mIsSettled(isSettled) {}
 
   protected:
     void CreateControls() override {
         AddControls(kControls);
         SendMessageW(Control(ids::kPassword), EM_LIMITTEXT, kLongestPassword, 0);
-        HookControl(ids::kPassword, [this](UINT message, WPARAM wParam, LPARAM) { return Guard(message, wParam); });
+        HookControl(ids::kPassword, [this](UINT message, WPARAM wParam, LPARAM) { return Protect(message, wParam); });
     }
 
     SIZE LayOut() override {
@@ -54,8 +55,7 @@ class PasswordWindow final : public ModalForm {
 
     void OnCommand(int id, int) override {
         if (id == IDOK) {
-            mPassword = Read();
-            Close();
+            Judge();
         } else if (id == IDCANCEL) {
             Close();
         }
@@ -70,7 +70,7 @@ class PasswordWindow final : public ModalForm {
     };
 
     // Keeps the text in the box: nobody but Read() gets it out, by the clipboard, by asking or by unmasking.
-    std::optional<LRESULT> Guard(UINT message, WPARAM wParam) const {
+    std::optional<LRESULT> Protect(UINT message, WPARAM wParam) const {
         switch (message) {
             case WM_COPY:
             case WM_CUT:
@@ -86,6 +86,17 @@ class PasswordWindow final : public ModalForm {
         }
     }
 
+    void Judge() {
+        ShowWindow(Window(), SW_HIDE);
+        if (mIsSettled(Read())) {
+            Close();
+            return;
+        }
+        ShowWindow(Window(), SW_SHOW);
+        SetForegroundWindow(Window());
+        FocusOn(Control(ids::kPassword));
+    }
+
     SecretText Read() {
         wchar_t typed[kLongestPassword + 1];
         mReading = true;
@@ -97,17 +108,15 @@ class PasswordWindow final : public ModalForm {
         return password;
     }
 
-    const std::wstring& mMessage;
+    std::wstring mMessage;
+    const std::function<bool(SecretText)>& mIsSettled;
     bool mReading = false;
-    std::optional<SecretText> mPassword;  // until OK: cancelled
 };
 
 }  // namespace
 
-std::optional<SecretText> PasswordForm::Ask() {
-    PasswordWindow window(mTitle, mMessage);
-    window.ShowModal();
-    return window.TakePassword();
+void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) {
+    PasswordForm(texts, isSettled).ShowModal();
 }
 
 }  // namespace v5

@@ -1,23 +1,15 @@
 // The window that asks the user for a password.
 #pragma once
 
-#include <string>
+#include <functional>
 
-#include "security/PasswordPrompt.h"
+#include "security/SecurityHost.h"
 
 namespace v5 {
 
-class PasswordForm final : public PasswordPrompt {
-  public:
-    void SetMessage(std::wstring_view message) override { mMessage = message; }
-    void SetWindowTitle(std::wstring_view title) override { mTitle = title; }
-
-    // Shows a fresh, empty window. Throws std::system_error when the system has no room for it.
-    std::optional<SecretText> Ask() override;
-
-  private:
-    std::wstring mMessage = L"Enter the password:";
-    std::wstring mTitle = L"Password";
-};
+// Shows the dialog modally and gives each text that the user types to `isSettled`, until that answers true or the user
+// cancels. It is one dialog: hidden while a text is judged, and shown again, empty, where the user left it. Throws
+// std::system_error when the system has no room for it, and what `isSettled` throws.
+void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled);
 
 }  // namespace v5

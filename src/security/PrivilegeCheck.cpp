@@ -1,6 +1,9 @@
 #include "security/PrivilegeCheck.h"
 
+#include <utility>
+
 #include "ProductConstants.h"
+#include "security/Scrambler.h"
 
 namespace v5 {
 
@@ -24,45 +27,42 @@ bool IsMasterPassword(std::wstring_view scrambled) {
 
 CheckResult PrivilegeCheck::Check(RestrictionID restriction, const PasswordOffer& offer) {
     CheckResult result;
-    mSite.Guard([&] {
+    mSite.ReportFailures([&] {
         const PrivilegeLevel held = mLists.UserLevel();
-        if (IsSufficient(held, restriction, mMinimums.Get(restriction))) {
+        // A minimum that cannot be read refuses: the default may be below what is stored.
+        bool isSufficient = false;
+        mSite.ReportFailures([&] { isSufficient = IsSufficient(held, restriction, mMinimums.Read(restriction)); });
+        if (isSufficient) {
             result.isAllowed = true;
         } else if (offer.allowed) {
-            result = AskForPassword(restriction, offer);
+            result = AskForPassword(restriction, offer.texts);
         }
     });
     return result;
 }
 
-CheckResult PrivilegeCheck::AskForPassword(RestrictionID restriction, const PasswordOffer& offer) {
+CheckResult PrivilegeCheck::AskForPassword(RestrictionID restriction, const PasswordDialogTexts& texts) {
     SecurityHost& host = mSite.Host();
-    const auto prompt = host.NewPasswordPrompt();
-    if (!offer.message.empty()) {
-        prompt->SetMessage(offer.message);
-    }
-    if (!offer.title.empty()) {
-        prompt->SetWindowTitle(offer.title);
-    }
+    CheckResult result;
     bool wasWrong = false;
-    while (auto typed = prompt->Ask()) {
-        const CheckResult result = Judge(restriction, std::move(*typed));
-        if (result.isAllowed) {
-            return result;
+    host.AskForPassword(texts, [&](SecretText typed) {
+        result = Judge(restriction, std::move(typed));
+        if (!result.isAllowed) {
+            wasWrong = true;
+            host.ShowMessageBox(kWrongPassword, kExclamationStyle, kMessageBoxTitle);
+            host.Pause(kPauseMilliseconds);
         }
-        wasWrong = true;
-        host.ShowMessageBox(kWrongPassword, kExclamationStyle, kMessageBoxTitle);
+        return result.isAllowed;
+    });
+    if (wasWrong && !result.isAllowed) {
         host.Pause(kPauseMilliseconds);
     }
-    if (wasWrong) {
-        host.Pause(kPauseMilliseconds);
-    }
-    return {};
+    return result;
 }
 
 // cppcheck-suppress passedByValue ; the password is handed over, and wiped here
 CheckResult PrivilegeCheck::Judge(RestrictionID restriction, SecretText typed) {
-    const SecretText scrambled = Scramble(typed.View(), product::kScramblerKey, mSite.Host());
+    const SecretText scrambled = Scramble(typed.View(), product::kScramblerKey, mSite.Host().SystemCodePage());
     if (IsManualConfirmation(restriction) && scrambled.View() == mAlarmReset.Stored()) {
         return {.isAllowed = true};
     }

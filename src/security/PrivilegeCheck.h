@@ -10,11 +10,10 @@
 
 namespace v5 {
 
-// Whether and how a refused user is asked for a password. Empty texts leave the dialog's own.
+// Whether and how a refused user is asked for a password.
 struct PasswordOffer {
     bool allowed = false;
-    std::wstring message;
-    std::wstring title;
+    PasswordDialogTexts texts = {};
 };
 
 struct CheckResult {
@@ -31,7 +30,7 @@ class PrivilegeCheck {
     CheckResult Check(RestrictionID restriction, const PasswordOffer& offer);
 
   private:
-    CheckResult AskForPassword(RestrictionID restriction, const PasswordOffer& offer);
+    CheckResult AskForPassword(RestrictionID restriction, const PasswordDialogTexts& texts);
     CheckResult Judge(RestrictionID restriction, SecretText typed);  // the typed text is wiped on return
 
     SecuritySite& mSite;

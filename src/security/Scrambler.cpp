@@ -51,11 +51,11 @@ SecretText FitToKey(std::wstring_view typed, std::wstring_view key) {
 
 // One piece of digits for every pair of neighbours. Both factors are 16-bit integers: the square needs 32 bits, and
 // the product keeps its low 16 (only codes of double-byte code pages are large enough to lose any).
-SecretText DigitsOfPairs(std::wstring_view text, const AnsiCodes& codePage) {
+SecretText DigitsOfPairs(std::wstring_view text, const CodePage& codePage) {
     SecretText digits;
-    std::int32_t previous = codePage.AnsiCode(text.front());
+    std::int32_t previous = codePage.CodeOf(text.front());
     for (const wchar_t c : text.substr(1)) {
-        const std::int32_t current = codePage.AnsiCode(c);
+        const std::int32_t current = codePage.CodeOf(c);
         OctalDigits octal((previous * previous) ^ static_cast<std::int16_t>(current * 103));
         octal.Twist();
         digits.Append(octal.View());
@@ -85,7 +85,7 @@ void InsertDecoys(SecretText& digits) {
 
 }  // namespace
 
-SecretText Scramble(std::wstring_view typed, std::wstring_view key, const AnsiCodes& codePage) {
+SecretText Scramble(std::wstring_view typed, std::wstring_view key, const CodePage& codePage) {
     const SecretText text = FitToKey(typed, key);
     SecretText digits = DigitsOfPairs(text.View(), codePage);
     InsertDecoys(digits);

@@ -1,7 +1,7 @@
 #include "security/SecuritySite.h"
 
 #include "base/Text.h"
-#include "base/Utf8.h"
+#include "security/TextConversionFunctions.h"
 #include "security/UtilityBase64Functions.h"
 
 namespace v5 {
@@ -16,22 +16,25 @@ std::wstring NewDocumentText(const DocumentFormat& format, const CivilDateTime& 
 void SecuritySite::Connect(const SiteConnection& connection, std::wstring_view applicationName) {
     constexpr std::wstring_view kNoDatabase = L"Can't setup DBIL [STR-0095]";
     mDatabase.reset();
+    std::shared_ptr<SiteDatabase> database;
     try {
-        mDatabase = mHost.NewDatabase(mMessages);
-    } catch (const AutomationError&) {
+        database = mHost.NewDatabase(mMessages);
+    } catch (...) {
         throw SecurityProblem(kNoDatabase);
     }
-    const auto database = mDatabase;
-    if (!database->SetApplicationName(applicationName)) {
-        throw SecurityProblem(kNoDatabase);
-    }
+    mDatabase = database;
+    const auto require = [&](bool done, std::wstring_view problem) {
+        if (!done) {
+            throw SecurityProblem(problem);
+        }
+        if (mDatabase != database) {
+            throw SecurityProblem(L"Setup was interrupted by another Setup or by Teardown");
+        }
+    };
+    require(database->SetApplicationName(applicationName), kNoDatabase);
     mSiteID = connection.siteID;
-    if (!database->Initialise(connection)) {
-        throw SecurityProblem(L"Can't setup DBIL [STR-0096]");
-    }
-    if (!database->OpenSite(mSiteID)) {
-        throw SecurityProblem(L"Can't setup DBIL [STR-0097]");
-    }
+    require(database->Initialise(connection), L"Can't setup DBIL [STR-0096]");
+    require(database->OpenSite(connection.siteID), L"Can't setup DBIL [STR-0097]");
 }
 
 void SecuritySite::Disconnect() {
@@ -70,61 +73,87 @@ StoredDocument SecuritySite::Read(const DocumentFormat& format, std::wstring_vie
     return document;
 }
 
-StoredDocument SecuritySite::ReadForChange(const DocumentFormat& format, std::wstring_view problem) {
+void SecuritySite::Change(const DocumentFormat& format, std::wstring_view readProblem, std::wstring_view saveProblem,
+                          const std::function<std::vector<EventRecord>(XmlDocument&)>& edit) {
     StoredDocument document = Load(format);
     if (!document.isStored) {
         document.xml = Parse(NewDocumentText(format, mHost.LocalClock().LocalNow()));
     }
     if (!document.xml) {
-        throw SecurityProblem(problem);
-    }
-    return document;
-}
-
-void SecuritySite::Save(const StoredDocument& document, std::wstring_view saveProblem,
-                        std::initializer_list<EventRecord> records) {
-    const auto database = Database();
-    const std::wstring_view key = document.format->key;
-    const std::wstring text = document.xml->Serialise();
-    // A value with characters that XML cannot hold would make a document that nobody can read again.
-    if (!Parse(text) || !database->WriteLookup(mSiteID, key, EncodeBase64(ToUtf8(text)))) {
-        throw SecurityProblem(saveProblem);
+        throw SecurityProblem(readProblem);
     }
     try {
-        for (const EventRecord& record : records) {
-            if (!database->WriteEvent(mSiteID, mHost.LocalClock().LocalNow(), record)) {
-                throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
-            }
+        if (const std::vector<EventRecord> records = edit(*document.xml); !records.empty()) {
+            Save(document, saveProblem, records);
         }
+    } catch (const NoXmlText&) {
+        throw SecurityProblem(saveProblem);
+    }
+}
+
+void SecuritySite::Save(const StoredDocument& document, std::wstring_view problem,
+                        const std::vector<EventRecord>& records) {
+    const auto database = Database();
+    const std::wstring text = document.xml->Serialise();
+    if (!Parse(text) || !database->WriteLookup(mSiteID, document.format->key, StoredForm(text))) {
+        throw SecurityProblem(problem);
+    }
+    try {
+        WriteRecord(*database, records.front());
     } catch (...) {
-        database->WriteLookup(mSiteID, key, document.stored);  // no change without its audit record
-        throw;
+        // No change without its record.
+        const bool isBack = [&]() noexcept {
+            try {
+                return database->WriteLookup(mSiteID, document.format->key, document.stored);
+            } catch (...) {
+                return false;
+            }
+        }();
+        if (isBack) {
+            throw;
+        }
+        ReportFailure();
+        throw SecurityProblem(L"The change is stored without its audit record, and could not be taken back [" +
+                              std::wstring(records.front().tag) + L"]");
+    }
+    for (size_t i = 1; i < records.size(); ++i) {
+        ReportFailures([&] { WriteRecord(*database, records[i]); });
+    }
+}
+
+void SecuritySite::WriteRecord(SiteDatabase& database, const EventRecord& record) {
+    if (!database.WriteEvent(mSiteID, mHost.LocalClock().LocalNow(), record)) {
+        throw SecurityProblem(L"Can't write audit record [" + std::wstring(record.tag) + L"]");
     }
 }
 
 std::unique_ptr<XmlDocument> SecuritySite::Parse(std::wstring_view text) {
+    if (text.size() > kMaxDocumentCharacters) {
+        RaiseProblem(L"A security document has " + std::to_wstring(text.size()) +
+                     L" characters, more than the limit of " + std::to_wstring(kMaxDocumentCharacters));
+    }
     return IsSafeToParse(text) ? mHost.ParseXml(text) : nullptr;
 }
 
 std::unique_ptr<XmlDocument> SecuritySite::Decode(std::wstring_view stored) {
     try {
-        return Parse(FromUtf8(DecodeBase64(stored)));
+        return Parse(TextOfStored(stored));
     } catch (const Base64Error&) {
         return nullptr;
     }
 }
 
-void SecuritySite::ReportCurrentException() noexcept {
+void SecuritySite::ReportFailure() noexcept {
     try {
         try {
             throw;  // cppcheck-suppress rethrowNoCurrentException ; it is called where one is being handled
         } catch (const SecurityProblem& problem) {
             mMessages.RaiseMessage(problem.Type(), problem.Message());
-        } catch (const AutomationError&) {
+        } catch (...) {
             RaiseProblem(CurrentFailureText());
         }
-    } catch (...) {  // also when there is no memory for the text
-        RaiseProblem(L"Unexpected failure in the security library");
+    } catch (...) {  // no memory for the text
+        RaiseProblem(L"7, Out of memory");
     }
 }
 

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "security/SecurityHost.h"
 
@@ -66,18 +69,19 @@ class SecuritySite {
     // Runs `work` and reports whatever it throws as a message: a SecurityProblem as it says, another failure with type
     // 4, its number and its description. Answers whether the work came to its end. Nothing leaves this function.
     template <typename Work>
-    bool Guard(Work&& work) noexcept {
+    bool ReportFailures(Work&& work) noexcept {
         try {
             work();
             return true;
         } catch (...) {
-            ReportCurrentException();
+            ReportFailure();
             return false;
         }
     }
 
     // Connects to the site's databases; throws SecurityProblem. A database object that could be created stays, even
-    // when a later step failed, until the next Connect or Disconnect.
+    // when a later step failed, until the next Connect or Disconnect: also when a client, handling a message, connects
+    // or disconnects before this is through, and then this one has failed.
     void Connect(const SiteConnection& connection, std::wstring_view applicationName);
     void Disconnect();
 
@@ -96,21 +100,23 @@ class SecuritySite {
     // Reads a document. When its text is no Base64 or does not parse, raises `problem` and gives no document.
     StoredDocument Read(const DocumentFormat& format, std::wstring_view problem);
 
-    // The same as the start of a change: gives a new document when none is stored, and throws SecurityProblem when the
-    // stored one does not parse.
-    StoredDocument ReadForChange(const DocumentFormat& format, std::wstring_view problem);
-
-    // Stores a changed document and writes the records of the change, all or nothing: throws SecurityProblem with
-    // `saveProblem` when the document cannot be stored, and when a record cannot be written puts the old value back
-    // and throws SecurityProblem too.
-    void Save(const StoredDocument& document, std::wstring_view saveProblem,
-              std::initializer_list<EventRecord> records);
+    // A change of one document: reads it, or starts a new one when none is stored, has `edit` change it and stores it
+    // with the audit records that `edit` gives; stores nothing when it gives none. The change stands exactly when its
+    // first record does: when that cannot be written, the old value is put back, and when this fails too the client is
+    // told so. A later record that is missing is reported, and the change stays.
+    //
+    // Throws SecurityProblem: `readProblem` when the stored document does not parse, `saveProblem` when a text cannot
+    // be kept in a document or the document cannot be stored, and when the first record is missing.
+    void Change(const DocumentFormat& format, std::wstring_view readProblem, std::wstring_view saveProblem,
+                const std::function<std::vector<EventRecord>(XmlDocument&)>& edit);
 
   private:
-    void ReportCurrentException() noexcept;
+    void ReportFailure() noexcept;  // of the exception that is being handled
     StoredDocument Load(const DocumentFormat& format);
     std::unique_ptr<XmlDocument> Parse(std::wstring_view text);
     std::unique_ptr<XmlDocument> Decode(std::wstring_view stored);
+    void Save(const StoredDocument& document, std::wstring_view problem, const std::vector<EventRecord>& records);
+    void WriteRecord(SiteDatabase& database, const EventRecord& record);
 
     SecurityHost& mHost;
     MessageSink& mMessages;

@@ -20,13 +20,14 @@ bool BooleanOf(std::wstring_view text) {
 
 SecurityStatus SecuritySwitch::Status() {
     SecurityStatus status = SecurityStatus::EnabledOther;
-    mSite.Guard([&] { status = ReadStatus(); });
+    mSite.ReportFailures([&] { status = ReadStatus(); });
     return status;
 }
 
 SecurityStatus SecuritySwitch::ReadStatus() {
     if (!mSite.HasDatabase()) {
-        throw SecurityProblem(L"DB not available [STR-0099]");
+        mSite.RaiseProblem(L"DB not available [STR-0099]");
+        return SecurityStatus::EnabledOther;
     }
     const StoredDocument document = mSite.Read(kSwitchDocument, L"Can't parse XML [STR-0100]");
     if (!document.xml) {
@@ -44,13 +45,13 @@ void SecuritySwitch::Set(bool enabled, PrivilegeLevel held) {
         throw SecurityProblem(L"Insufficient privileges [STR-0102]", kMessageTypeRefused);
     }
     const std::wstring user = mUser.Name();
-    const StoredDocument document = mSite.ReadForChange(kSwitchDocument, L"Can't parse XML [STR-0103]");
-    SelectOrAppend(*document.xml, kEnabledPath, L"Enabled")->SetText(enabled ? L"1" : L"0");
-    AppendHistory(*document.xml,
-                  {{L"action", enabled ? L"Enabled" : L"Disabled"}, {L"tstamp", mSite.Timestamp()}, {L"by", user}});
-    const std::wstring_view action = enabled ? L"Vantor security enabled by '" : L"Vantor security disabled by '";
-    mSite.Save(document, L"Can't save XML [STR-0104]",
-               {{std::wstring(action) + user + L"'", kAuditCategory, 2, L"STR-0105"}});
+    mSite.Change(kSwitchDocument, L"Can't parse XML [STR-0103]", L"Can't save XML [STR-0104]", [&](XmlDocument& xml) {
+        SelectOrAppend(xml, kEnabledPath, L"Enabled")->SetText(enabled ? L"1" : L"0");
+        AppendHistory(xml,
+                      {{L"action", enabled ? L"Enabled" : L"Disabled"}, {L"tstamp", mSite.Timestamp()}, {L"by", user}});
+        const std::wstring_view action = enabled ? L"Vantor security enabled by '" : L"Vantor security disabled by '";
+        return std::vector<EventRecord>{{std::wstring(action) + user + L"'", kAuditCategory, 2, L"STR-0105"}};
+    });
 }
 
 }  // namespace v5

@@ -14,13 +14,14 @@ class SecuritySwitch {
     // Reports its own failures and then answers EnabledOther.
     SecurityStatus Status();
 
+    // The same, but throws what it cannot read: for decisions in which "unknown" must not pass as "switched on".
+    SecurityStatus ReadStatus();
+
     // Switches security on or off for a user of privilege level `held`, with a history element and an audit record.
     // Throws SecurityProblem when the user may not, and when the document cannot be read or stored.
     void Set(bool enabled, PrivilegeLevel held);
 
   private:
-    SecurityStatus ReadStatus();
-
     SecuritySite& mSite;
     UserIdentity& mUser;
 };

@@ -1,10 +1,10 @@
 #include "security/UtilityXMLDOMFunctions.h"
 
+#include <cstdint>
+
 namespace v5 {
 
 namespace {
-
-constexpr size_t kMaxDocumentCharacters = size_t{4} * 1024 * 1024;
 
 constexpr std::wstring_view kXmlWhiteSpace = L" \t\r\n";
 
@@ -26,6 +26,35 @@ void SkipWhiteSpace(std::wstring_view& text) {
 
 }  // namespace
 
+bool IsXmlText(std::wstring_view text) {
+    for (size_t i = 0; i < text.size(); ++i) {
+        // Code units as the numbers that they are: wchar_t has 32 bits on other systems.
+        const auto unit = static_cast<std::uint32_t>(text[i]);
+        const bool isLead = unit >= 0xD800 && unit <= 0xDBFF;
+        if (isLead && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
+            ++i;
+        } else if ((unit < L' ' && unit != L'\t' && unit != L'\n') || (unit >= 0xD800 && unit <= 0xDFFF) ||
+                   unit == 0xFFFE || unit == 0xFFFF) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void XmlElement::SetText(std::wstring_view text) {
+    if (!IsXmlText(text)) {
+        throw NoXmlText();
+    }
+    PutText(text);
+}
+
+void XmlElement::SetAttribute(std::wstring_view name, std::wstring_view value) {
+    if (!IsXmlText(value)) {
+        throw NoXmlText();
+    }
+    PutAttribute(name, value);
+}
+
 std::unique_ptr<XmlElement> SelectFirst(XmlDocument& document, std::wstring_view xpath) {
     auto elements = document.Select(xpath);
     return elements.empty() ? nullptr : std::move(elements.front());
@@ -43,7 +72,7 @@ bool IsSafeToParse(std::wstring_view text) {
     do {
         SkipWhiteSpace(text);
     } while (SkipConstruct(text, L"<!--", L"-->") || SkipConstruct(text, L"<?", L"?>"));
-    return !text.starts_with(L"<!");
+    return text.starts_with(L'<') && !text.starts_with(L"<!");
 }
 
 }  // namespace v5

@@ -62,7 +62,7 @@ TEST(Leaks, DialogsLeaveNothingBehind) {
         {"Date", [] { GetDateFromUser(L"Date", 0.0, false, true, false); }},
         {"Time", [] { GetTimeFromUser(L"Time", 0.5); }},
         {"Choose DAHS", [] { GetDahsIdFromUser(0); }},
-        {"Password", [] { PasswordForm().Ask(); }},
+        {"Password", [] { AskForPassword({}, [](const SecretText&) { return true; }); }},
         {"About Vantor", [] { ShowVantorAboutBox(L"Client"); }},
         {"Vantor Support Information", [] { ShowVantorSupportInfo(); }},
     };

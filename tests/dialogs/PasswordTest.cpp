@@ -14,11 +14,11 @@ constexpr wchar_t kTitle[] = L"Password under test";
 std::wstring Ask(const std::function<void(const Dialog&)>& work) {
     std::wstring answer;
     ModalCall call([&] {
-        PasswordForm form;
-        form.SetWindowTitle(kTitle);
-        form.SetMessage(L"Type the password & press OK.");
-        const auto password = form.Ask();
-        answer = password ? std::wstring(password->View()) : L"(cancelled)";
+        answer = L"(cancelled)";
+        AskForPassword({L"Type the password & press OK.", kTitle}, [&](const SecretText& typed) {
+            answer = typed.View();
+            return true;
+        });
     });
     work(Dialog(kTitle));
     call.Wait();

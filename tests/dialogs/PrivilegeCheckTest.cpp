@@ -6,7 +6,7 @@
 #include "ProductConstants.h"
 #include "V5Strings.h"
 #include "dialogs/ControlIds.h"
-#include "security/MachineSecurityHost.h"
+#include "platform/AnsiCodePage.h"
 #include "security/Scrambler.h"
 
 namespace v5::test {
@@ -15,11 +15,6 @@ namespace {
 
 constexpr wchar_t kPromptTitle[] = L"Confirm alarms";
 constexpr wchar_t kBoxTitle[] = L"Vantor Security";
-
-struct CodePage : MachineSecurityHost {
-    std::unique_ptr<PasswordPrompt> NewPasswordPrompt() override { return nullptr; }
-    void ShowMessageBox(std::wstring_view, std::int32_t, std::wstring_view) override {}
-};
 
 struct Answer {
     VARIANT_BOOL allowed = VARIANT_FALSE;
@@ -34,7 +29,7 @@ Answer Check(const std::function<void()>& work) {
     GetTempFileNameW(folder, L"v5p", 0, file);
     DeleteFileW(file);
     const _bstr_t site(L"S1"), login((std::wstring(L"Data Source=") + file + L";Integrated Security=SSPI").c_str());
-    const std::wstring reset(Scramble(L"reset", product::kScramblerKey, CodePage()).View());
+    const std::wstring reset(Scramble(L"reset", product::kScramblerKey, AnsiCodePage()).View());
     Answer answer;
     ModalCall call([&] {
         Microsoft::WRL::ComPtr<_NimboSecurity> security;
@@ -58,12 +53,18 @@ Answer Check(const std::function<void()>& work) {
     return answer;
 }
 
-void TypeWrongPassword() {
+// The one dialog of the whole loop: moved by the user, it comes again where it was left.
+HWND TypeWrongPassword() {
     const Dialog prompt(kPromptTitle);
+    SetWindowPos(prompt.Window(), nullptr, 33, 44, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     EXPECT_EQ(prompt.Text(ids::kPasswordMessage), L"Alarm-reset password:");
     prompt.Type(L"wrong");
     prompt.Key(VK_RETURN);
-    Dialog(kBoxTitle).Key(VK_RETURN);
+    const Dialog box(kBoxTitle);
+    EXPECT_FALSE(IsWindowVisible(prompt.Window()));
+    EXPECT_EQ(GetWindow(box.Window(), GW_OWNER), nullptr);
+    box.Key(VK_RETURN);
+    return prompt.Window();
 }
 
 }  // namespace
@@ -74,8 +75,11 @@ TEST(PrivilegeCheckDialogs, AfterAWrongPasswordComesTheRightOneOrACancel) {
         GTEST_SKIP() << "the devkit's database is not built";
     }
     const Answer right = Check([] {
-        TypeWrongPassword();
+        const HWND first = TypeWrongPassword();
         const Dialog prompt(kPromptTitle);
+        RECT place{};
+        GetWindowRect(prompt.Window(), &place);
+        EXPECT_TRUE(prompt.Window() == first && place.left == 33 && place.top == 44);
         prompt.Type(L"reset");  // into a box that is empty again
         prompt.Key(VK_RETURN);
     });

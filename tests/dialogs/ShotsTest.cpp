@@ -167,12 +167,11 @@ TEST(Shots, DISABLED_OtherDialogs) {
                                     {4, "WEST", "Standalone", true}}));
     Shoot("dahs", L"Choose DAHS", [] { GetDahsIdFromUser(0); });
     Shoot("password", L"Enter debug mode", [] {
-        PasswordForm form;
-        form.SetWindowTitle(L"Enter debug mode");
-        form.SetMessage(
+        const PasswordDialogTexts texts = {
             L"Your account may not enter the debug mode of the I/O software. Somebody who may can enter the password "
-            L"here.");
-        form.Ask();
+            L"here.",
+            L"Enter debug mode"};
+        AskForPassword(texts, [](const SecretText&) { return true; });
     });
     Shoot("about", L"About Vantor", [] { ShowVantorAboutBox(L"Report Generator"); });
     Shoot("support", L"Vantor Support Information", [] { ShowVantorSupportInfo(); });

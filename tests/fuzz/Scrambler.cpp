@@ -6,8 +6,8 @@
 namespace {
 
 // A double-byte code page, so that codes have every sign.
-struct TwoBytes : v5::AnsiCodes {
-    std::int16_t AnsiCode(wchar_t character) const override { return static_cast<std::int16_t>(character); }
+struct TwoBytes : v5::CodePage {
+    std::int16_t CodeOf(wchar_t character) const override { return static_cast<std::int16_t>(character); }
 };
 
 }  // namespace

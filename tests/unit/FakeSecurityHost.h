@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "Latin1.h"
 #include "security/SecurityHost.h"
 
 namespace v5 {
@@ -41,6 +42,7 @@ struct LoggedEvent {
 // about the message that announces the failure.
 struct FakeMachine {
     std::string failing;
+    bool failsQuietly = false;  // what fails answers false or nothing instead of raising
     std::function<void()> whenItFails;
     std::function<void(const char*)> onCall = [](const char*) {};  // before each operation; may throw
     std::vector<std::string> calls;
@@ -56,8 +58,8 @@ struct FakeMachine {
     std::map<std::wstring, std::wstring> accountNames;
     bool isAdministrator = false;
 
-    std::deque<std::wstring> typed;  // answers of the password prompt; then the user cancels
-    std::wstring promptMessage, promptTitle;
+    std::deque<std::wstring> typed;   // into the password dialog; then the user cancels
+    std::vector<std::wstring> asked;  // "message/title" of each password dialog
     std::vector<std::wstring> boxes;  // "style|title|text"
     std::vector<std::uint32_t> pauses;
 
@@ -73,9 +75,15 @@ struct FakeMachine {
         return false;
     }
     void Require(const char* operation) {
-        if (!Succeeds(operation)) {
+        if (!Succeeds(operation) && !failsQuietly) {
             throw AutomationError(0x80004005, L"it broke");
         }
+    }
+    // What an operation answers.
+    template <typename Value>
+    Value Answer(const char* operation, const Value& value) {
+        Require(operation);
+        return failing == operation ? Value{} : value;
     }
 };
 
@@ -89,8 +97,7 @@ class FakeDatabase : public SiteDatabase {
     void Close() override { m_.Require("Close"); }
     void ForgetLogons(std::wstring_view) override { m_.Require("ForgetLogons"); }
     std::wstring ReadLookup(std::wstring_view, std::wstring_view key) override {
-        m_.Require("ReadLookup");
-        return m_.rows[std::wstring(key)];
+        return m_.Answer("ReadLookup", m_.rows[std::wstring(key)]);
     }
     bool WriteLookup(std::wstring_view, std::wstring_view key, std::wstring_view value) override {
         if (!m_.Succeeds("WriteLookup")) {
@@ -106,22 +113,14 @@ class FakeDatabase : public SiteDatabase {
         m_.log.push_back({record.text, std::wstring(record.category), record.kind, std::wstring(record.tag)});
         return true;
     }
-    std::wstring CurrentUserName(std::wstring_view) override {
-        m_.Require("CurrentUserName");
-        return m_.sqlUser;
-    }
+    std::wstring CurrentUserName(std::wstring_view) override { return m_.Answer("CurrentUserName", m_.sqlUser); }
     std::wstring ConnectionString(std::wstring_view) override {
-        m_.Require("ConnectionString");
-        return m_.sqlUser.empty() ? L"windows" : L"sql";
+        return m_.Answer("ConnectionString", std::wstring(m_.sqlUser.empty() ? L"windows" : L"sql"));
     }
     bool UsesWindowsAuthentication(std::wstring_view connectionString) override {
-        m_.Require("UsesWindowsAuthentication");
-        return connectionString == L"windows";
+        return m_.Answer("UsesWindowsAuthentication", connectionString == L"windows");
     }
-    bool AllowsSqlLogins(std::wstring_view) override {
-        m_.Require("AllowsSqlLogins");
-        return m_.allowsSqlLogins;
-    }
+    bool AllowsSqlLogins(std::wstring_view) override { return m_.Answer("AllowsSqlLogins", m_.allowsSqlLogins); }
 
   private:
     FakeMachine& m_;
@@ -131,45 +130,17 @@ class FakeAccounts : public Accounts {
   public:
     explicit FakeAccounts(FakeMachine& machine) : m_(machine) {}
 
-    std::wstring CurrentUserName() override {
-        m_.Require("Accounts.CurrentUserName");
-        return m_.windowsUser;
-    }
-    std::wstring CurrentUserSid() override {
-        m_.Require("CurrentUserSid");
-        return m_.sid;
-    }
+    std::wstring CurrentUserName() override { return m_.Answer("Accounts.CurrentUserName", m_.windowsUser); }
+    std::wstring CurrentUserSid() override { return m_.Answer("CurrentUserSid", m_.sid); }
     bool IsCurrentUserMemberOfGroup(std::wstring_view sid) override {
-        m_.Require("IsCurrentUserMemberOfGroup");
-        return std::find(m_.groups.begin(), m_.groups.end(), sid) != m_.groups.end();
+        return m_.Answer("IsCurrentUserMemberOfGroup",
+                         std::find(m_.groups.begin(), m_.groups.end(), sid) != m_.groups.end());
     }
     bool IsCurrentUserAnAdministrator() override {
-        m_.Require("IsCurrentUserAnAdministrator");
-        return m_.isAdministrator;
+        return m_.Answer("IsCurrentUserAnAdministrator", m_.isAdministrator);
     }
     std::wstring AccountNameOfSid(std::wstring_view sid) override {
-        m_.Require("AccountNameOfSid");
-        return m_.accountNames[std::wstring(sid)];
-    }
-
-  private:
-    FakeMachine& m_;
-};
-
-class FakePrompt : public PasswordPrompt {
-  public:
-    explicit FakePrompt(FakeMachine& machine) : m_(machine) {}
-
-    void SetMessage(std::wstring_view message) override { m_.promptMessage = message; }
-    void SetWindowTitle(std::wstring_view title) override { m_.promptTitle = title; }
-    std::optional<SecretText> Ask() override {
-        m_.Require("Ask");
-        if (m_.typed.empty()) {
-            return std::nullopt;
-        }
-        SecretText answer(m_.typed.front());
-        m_.typed.pop_front();
-        return answer;
+        return m_.Answer("AccountNameOfSid", m_.accountNames[std::wstring(sid)]);
     }
 
   private:
@@ -179,6 +150,7 @@ class FakePrompt : public PasswordPrompt {
 class FakeSecurityHost : public SecurityHost, public Clock {
   public:
     FakeMachine machine;
+    Latin1 codePage;
     CivilDateTime now = {2014, 3, 5, 14, 7, 9};
 
     std::unique_ptr<SiteDatabase> NewDatabase(MessageSink&) override {
@@ -190,9 +162,14 @@ class FakeSecurityHost : public SecurityHost, public Clock {
         return std::make_unique<FakeAccounts>(machine);
     }
     std::unique_ptr<XmlDocument> ParseXml(std::wstring_view) override { return nullptr; }
-    std::unique_ptr<PasswordPrompt> NewPasswordPrompt() override {
-        machine.Require("NewPasswordPrompt");
-        return std::make_unique<FakePrompt>(machine);
+    void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) override {
+        machine.Require("AskForPassword");
+        machine.asked.push_back(texts.message + L"/" + texts.title);
+        for (bool settled = false; !settled && !machine.typed.empty();) {
+            SecretText typed(machine.typed.front());
+            machine.typed.pop_front();
+            settled = isSettled(std::move(typed));
+        }
     }
     void ShowMessageBox(std::wstring_view text, std::int32_t style, std::wstring_view title) override {
         machine.Require("ShowMessageBox");
@@ -201,7 +178,7 @@ class FakeSecurityHost : public SecurityHost, public Clock {
     void Pause(std::uint32_t milliseconds) override { machine.pauses.push_back(milliseconds); }
     const Clock& LocalClock() const override { return *this; }
 
-    std::int16_t AnsiCode(wchar_t c) const override { return c < 256 ? static_cast<std::int16_t>(c) : L'?'; }
+    const CodePage& SystemCodePage() const override { return codePage; }
     CivilDateTime LocalNow() const override { return now; }
     std::uint32_t TickMilliseconds() const override { return 0; }
 };

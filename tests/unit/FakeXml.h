@@ -25,7 +25,7 @@ class MemoryElement : public XmlElement {
         m_.Require("Text");
         return mNode->text;
     }
-    void SetText(std::wstring_view text) override {
+    void PutText(std::wstring_view text) override {
         m_.Require("SetText");
         mNode->text = text;
     }
@@ -38,7 +38,7 @@ class MemoryElement : public XmlElement {
         }
         return {};
     }
-    void SetAttribute(std::wstring_view name, std::wstring_view value) override {
+    void PutAttribute(std::wstring_view name, std::wstring_view value) override {
         m_.Require("SetAttribute");
         mNode->attributes.emplace_back(name, value);
     }

@@ -6,160 +6,26 @@
 #include <new>
 #include <stdexcept>
 
+#include "FailCall.h"
 #include "FailingAllocations.h"
 #include "FakeInstaller.h"
 #include "FakeRegistry.h"
 #include "FakeSecurityHost.h"
 #include "FakeSiteHost.h"
-#include "FakeXml.h"
+#include "Latin1.h"
 #include "ProductConstants.h"
-#include "base/Utf8.h"
 #include "config/Site.h"
 #include "footnotes/FootnoteBook.h"
 #include "log/LogWriter.h"
 #include "productinfo/HelpLauncher.h"
 #include "productinfo/ReleaseNumber.h"
 #include "productinfo/SupportInfo.h"
-#include "security/Security.h"
-#include "security/UtilityBase64Functions.h"
 
 namespace v5 {
 
 namespace {
 
-struct FaultyHost : FakeSecurityHost {
-    std::unique_ptr<XmlDocument> ParseXml(std::wstring_view text) override {
-        if (!machine.Succeeds("ParseXml")) {
-            return nullptr;
-        }
-        return std::make_unique<MemoryDocument>(text, machine);
-    }
-    CivilDateTime LocalNow() const override {
-        const_cast<FaultyHost*>(this)->machine.Require("LocalNow");
-        return now;
-    }
-};
-
-struct CountingMessages : MessageSink {
-    int count = 0;
-    void RaiseMessage(long, std::wstring_view) override { ++count; }
-};
-
-// A site with security switched on, minimums and lists; the user is in the list of `level`, and no administrator.
-struct SecuredSite {
-    FaultyHost host;
-    CountingMessages messages;
-    Security security{host, messages};
-    std::map<std::wstring, std::wstring> before;
-
-    explicit SecuredSite(PrivilegeLevel level) {
-        security.Setup(kTestConnection, L"Test");
-        Put(kSwitchDocument, L"<root><Enabled>1</Enabled></root>");
-        Put(kMinimumsDocument, L"<root><MinPrivLevel|rid=301>52</MinPrivLevel></root>");
-        Put(kAlarmResetDocument, L"<root><ManualAlarmResetPwd>123</ManualAlarmResetPwd></root>");
-        Put(kAccountsDocument,
-            level == level::k3High ? L"<root><L1>S-1-9-9</L1><L3>S-1-5-21-7</L3></root>" : L"<root></root>");
-        before = host.machine.rows;
-        host.machine.calls.clear();
-    }
-    void Put(const DocumentFormat& format, std::wstring_view text) {
-        host.machine.rows[std::wstring(format.key)] = EncodeBase64(ToUtf8(text));
-    }
-};
-
-constexpr AccountListTexts kNoLists = {};
-
-// A member, and whether it answers rightly, be it with a failure inside or without: what it may answer then is less
-// than usual, never more, and the client is told.
-struct Operation {
-    const char* name;
-    PrivilegeLevel user;
-    std::function<bool(SecuredSite&)> answersRightly;
-    bool changesRows = false;
-};
-
-bool AllOrNothing(const SecuredSite& site, bool answer) {
-    return (site.host.machine.rows != site.before) == answer && site.host.machine.log.empty() != answer;
-}
-
-const Operation kOperations[] = {
-    {"Setup", 55,
-     [](SecuredSite& s) {
-         const bool done = s.security.Setup(kTestConnection, L"Test");
-         return done || s.messages.count > 0;
-     }},
-    {"Teardown", 55,
-     [](SecuredSite& s) {
-         s.security.Teardown();
-         return true;
-     }},
-    {"ClearLogonMemory", 55,
-     [](SecuredSite& s) {
-         s.security.ClearLogonMemory();
-         return true;
-     }},
-    {"Status", 55,
-     [](SecuredSite& s) {
-         const SecurityStatus status = s.security.Status();
-         return status == SecurityStatus::EnabledConfigured ||
-                (status == SecurityStatus::EnabledOther && s.messages.count > 0);
-     }},
-    {"UserLevel", 55,
-     [](SecuredSite& s) {
-         const PrivilegeLevel level = s.security.UserLevel();
-         return level == 55 || (level == 50 && s.messages.count > 0);
-     }},
-    {"UserLevel of nobody", 50, [](SecuredSite& s) { return s.security.UserLevel() == 50; }},
-    {"MinimumLevel", 55,
-     [](SecuredSite& s) {
-         const PrivilegeLevel minimum = s.security.MinimumLevel(301);
-         return minimum == 52 || (minimum == 54 && s.messages.count > 0);
-     }},
-    {"Check", 55, [](SecuredSite& s) { return s.security.Check(301, {}).isAllowed || s.messages.count > 0; }},
-    {"Check of nobody", 50, [](SecuredSite& s) { return !s.security.Check(301, {}).isAllowed; }},
-    {"Check with a wrong password", 50,
-     [](SecuredSite& s) {
-         s.host.machine.typed = {L"wrong"};
-         return !s.security.Check(301, {.allowed = true, .message = L"m", .title = L"t"}).isAllowed;
-     }},
-    {"SetEnabled", 55,
-     [](SecuredSite& s) {
-         s.security.SetEnabled(false);
-         return AllOrNothing(s, s.host.machine.rows != s.before);
-     },
-     true},
-    {"SetEnabled by nobody", 50,
-     [](SecuredSite& s) {
-         s.security.SetEnabled(false);
-         return AllOrNothing(s, false);
-     }},
-    {"SetMinimumLevel", 55, [](SecuredSite& s) { return AllOrNothing(s, s.security.SetMinimumLevel(301, 51)); }, true},
-    {"SetMinimumLevel by nobody", 50,
-     [](SecuredSite& s) { return !s.security.SetMinimumLevel(301, 51) && AllOrNothing(s, false); }},
-    {"SetAlarmResetPassword", 55,
-     [](SecuredSite& s) { return AllOrNothing(s, s.security.SetAlarmResetPassword(L"456")); }, true},
-    {"GetAccountLists", 55,
-     [](SecuredSite& s) {
-         AccountListTexts lists = {L"old", L"old", L"old"};
-         const bool done = s.security.GetAccountLists(lists);
-         const bool empty = lists.level1.empty() && lists.level2.empty() && lists.level3.empty();
-         return lists.level3 == L"[S-1-5-21-7]" ? done : empty && s.messages.count > 0;
-     }},
-    {"SetAccountLists by nobody", 50,
-     [](SecuredSite& s) { return !s.security.SetAccountLists(kNoLists, false) && AllOrNothing(s, false); }},
-    {"Name", 55, [](SecuredSite& s) { return s.security.User().Name() == L"Operator7" || s.messages.count > 0; }},
-    {"WindowsName", 55,
-     [](SecuredSite& s) { return s.security.User().WindowsName() == L"Operator7" || s.messages.count > 0; }},
-    {"IsSqlAuthenticationUsed", 55, [](SecuredSite& s) { return !s.security.User().IsSqlAuthenticationUsed(); }},
-    {"IsSqlAuthenticationEnabled", 55, [](SecuredSite& s) { return !s.security.User().IsSqlAuthenticationEnabled(); }},
-};
-
 // The ways in which a call on a neighbour fails, the first as the port says; and how messages describe them.
-struct Failure {
-    const char* name;
-    std::function<void(FakeMachine&, const char* operation)> fail;
-    const wchar_t* description;
-};
 const Failure kFailures[] = {
     {"status", [](FakeMachine& machine, const char* operation) { machine.failing = operation; },
      L"-2147467259, it broke"},
@@ -171,96 +37,7 @@ const Failure kFailures[] = {
     {"an exception of no class", [](FakeMachine&, const char*) { throw 7; }, L"5, Invalid procedure call or argument"},
 };
 
-// Makes the n-th call on the machine (from 0) fail while `work` runs. Gives the name of that call, if it came so far.
-std::string FailCall(FakeMachine& machine, const Failure& failure, int n, const std::function<void()>& work) {
-    std::string failed;
-    machine.onCall = [&](const char* name) {
-        machine.failing.clear();
-        if (n-- == 0) {
-            failed = name;
-            failure.fail(machine, name);
-        }
-    };
-    work();
-    machine.onCall = [](const char*) {};
-    machine.failing.clear();
-    return failed;
-}
-
 }  // namespace
-
-TEST(Faults, EachCallOfSecurityOnItsNeighbours) {
-    size_t faults = 0;
-    for (const Operation& operation : kOperations) {
-        for (const Failure& failure : kFailures) {
-            bool reached = true;
-            for (int n = 0; reached; ++n) {
-                SecuredSite site(operation.user);
-                FakeMachine& machine = site.host.machine;
-                bool right = false;
-                const std::string failed =
-                    FailCall(machine, failure, n, [&] { right = operation.answersRightly(site); });
-                EXPECT_TRUE(right) << operation.name << ": " << failure.name << " in call " << n << ", " << failed;
-                reached = !failed.empty();
-                faults += reached ? 1 : 0;
-                if (!reached && operation.changesRows) {
-                    EXPECT_NE(machine.rows, site.before) << operation.name << " does nothing even without a fault";
-                }
-                EXPECT_TRUE(site.security.Setup(kTestConnection, L"Test")) << operation.name << " leaves a wreck";
-            }
-        }
-    }
-    RecordProperty("faults", static_cast<int>(faults));
-    EXPECT_GT(faults, 400u);
-}
-
-TEST(Faults, EachAllocationOfSecurity) {
-    size_t faults = 0;
-    for (const Operation& operation : kOperations) {
-        faults += FailEachAllocation([&](size_t n) {
-            SecuredSite site(operation.user);
-            bool right = false, reached = false;
-            {
-                const FailingAllocation failing(n);
-                try {
-                    right = operation.answersRightly(site);
-                } catch (const std::bad_alloc&) {
-                    right = true;  // the test's own texts, or an answer that found no room
-                }
-                reached = failing.HasFailed();
-            }
-            EXPECT_TRUE(right) << operation.name << ": allocation " << n;
-            return reached;
-        });
-    }
-    RecordProperty("faults", static_cast<int>(faults));
-    EXPECT_GT(faults, 500u);
-}
-
-// Whoever listens to a message may tear down or set up again in the middle of any operation.
-TEST(Faults, AListenerMayTearDownOrSetUpAtAnyCall) {
-    const std::function<void(Security&)> deeds[] = {
-        [](Security& security) { security.Teardown(); },
-        [](Security& security) { security.Setup(kTestConnection, L"Again"); },
-    };
-    for (const Operation& operation : kOperations) {
-        for (const auto& deed : deeds) {
-            bool reached = true;
-            for (int n = 0; reached; ++n) {
-                SecuredSite site(operation.user);
-                int left = n;
-                reached = false;
-                site.host.machine.onCall = [&](const char*) {
-                    if (left-- == 0) {
-                        reached = true;
-                        deed(site.security);
-                    }
-                };
-                operation.answersRightly(site);  // whatever it answers: it must come back
-            }
-        }
-    }
-}
 
 namespace {
 
@@ -431,10 +208,6 @@ struct QuietFile : LogFile {
     void Close() override { open = false; }
 };
 
-struct QuietEncoder : AnsiEncoder {
-    void Encode(std::wstring_view text, char* bytes) const override { std::fill_n(bytes, text.size(), 'x'); }
-};
-
 // Every function may throw: the one whose number is set does.
 struct FaultyLogHost : LogHost {
     int failing = -1;
@@ -460,9 +233,9 @@ struct Tick : Clock {
 struct LogBench {
     QuietFile file;
     Tick clock;
-    QuietEncoder encoder;
+    Latin1 codePage;
     FaultyLogHost host;
-    LogWriter log{file, clock, encoder, host};
+    LogWriter log{file, clock, codePage, host};
 };
 
 }  // namespace

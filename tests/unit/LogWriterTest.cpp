@@ -5,6 +5,8 @@
 #include <new>
 #include <stdexcept>
 
+#include "Latin1.h"
+
 namespace v5 {
 namespace {
 
@@ -50,14 +52,6 @@ struct FixedClock : Clock {
     std::uint32_t TickMilliseconds() const override { return tick; }
 };
 
-struct Latin1 : AnsiEncoder {
-    void Encode(std::wstring_view text, char* bytes) const override {
-        for (const wchar_t c : text) {
-            *bytes++ = static_cast<std::uint32_t>(c) < 0x100 ? static_cast<char>(c) : '?';
-        }
-    }
-};
-
 struct Host : LogHost {
     bool releasesFail = false;
     std::wstring LibraryFolder() const override { return L"D:\\Lib"; }
@@ -76,9 +70,9 @@ struct Host : LogHost {
 struct LogWriterTest : testing::Test {
     MemoryFile file;
     FixedClock clock;
-    Latin1 encoder;
+    Latin1 codePage;
     Host host;
-    LogWriter log{file, clock, encoder, host};
+    LogWriter log{file, clock, codePage, host};
 
     // What was written since the last call.
     std::string Written() { return std::exchange(file.content, {}); }
@@ -297,12 +291,12 @@ TEST_F(LogWriterTest, LastTickSurvivesARestartAndUnwatchedRuns) {
 TEST(LogWriter, ReleaseOfAnActiveLogSaysSo) {
     MemoryFile file;
     FixedClock clock;
-    Latin1 encoder;
+    Latin1 codePage;
     Host host;
-    { LogWriter idle(file, clock, encoder, host); }
+    { LogWriter idle(file, clock, codePage, host); }
     EXPECT_EQ(file.content, "");
     {
-        LogWriter log(file, clock, encoder, host);
+        LogWriter log(file, clock, codePage, host);
         log.Start(L"app.log", L"", {.showMilliseconds = true});
     }
     EXPECT_EQ(file.content, std::string(kStart) +

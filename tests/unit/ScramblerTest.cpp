@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "Latin1.h"
 #include "security/RandomNumbers.h"
 
 namespace v5 {
@@ -11,10 +12,6 @@ namespace v5 {
 namespace {
 
 constexpr std::wstring_view kKey = L"7Q%-k#";
-
-struct Latin1 : AnsiCodes {
-    std::int16_t AnsiCode(wchar_t c) const override { return static_cast<std::int16_t>(c); }
-};
 
 std::wstring Digits(std::wstring_view typed) {
     return std::wstring(Scramble(typed, kKey, Latin1()).View());
@@ -45,8 +42,8 @@ TEST(Scrambler, WhichCharactersCount) {
 }
 
 TEST(Scrambler, ADoubleByteCodeKeepsTheLow16BitsOfItsProduct) {
-    struct DoubleByte : AnsiCodes {
-        std::int16_t AnsiCode(wchar_t) const override { return -32000; }
+    struct DoubleByte : CodePage {
+        std::int16_t CodeOf(wchar_t) const override { return -32000; }
     };
     // -32000 squared = 1024000000 = &H3D090000; -3296000 keeps its low bits &HB500, which as a 16-bit integer
     // are -19200 (&HFFFFB500): the XOR is &HC2F6B500, octal 30275532400, and so 0027553240 for each of the five pairs.

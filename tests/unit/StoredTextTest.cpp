@@ -69,14 +69,32 @@ TEST(StoredDocument, WhatMayBeParsed) {
         {L"<?xml version=\"1.0\"?>\r\n <!-- <!DOCTYPE x> --><root><!--<!DOCTYPE--></root>", true},
         {L"<!DOCTYPE x SYSTEM 'http://example.com/x.dtd'><x/>", false},
         {L"<?xml version='1.0'?><!--a--><?b?>\t<!DOCTYPE lol [<!ENTITY a 'b'>]><lol>&a;</lol>", false},
-        {L"<!-- never closed <!DOCTYPE x>", true},  // the parser refuses it
-        {L"", true},
-        {L"<root>" + std::wstring(5 * 1024 * 1024, L' ') + L"</root>", false}};
+        {L"<!-- never closed <!DOCTYPE x>", false},
+        {L"\xFEFF<!DOCTYPE x><x/>", false},  // behind a byte-order mark, or anything else that the parser may skip
+        {L"\xFEFF\xFEFF<x/>", false},
+        {std::wstring(L"\0<!DOCTYPE x><x/>", 17), false},
+        {L"x<!DOCTYPE x><x/>", false},
+        {L"", false},
+        {L"<root>" + std::wstring(5 * 1024 * 1024, L' ') + L"</root>", true},
+        {L"<root>" + std::wstring(kMaxDocumentCharacters, L' ') + L"</root>", false}};
     for (const auto& [text, safe] : cases) {
         EXPECT_EQ(IsSafeToParse(text), safe) << text.substr(0, 60);
     }
     EXPECT_EQ(TrimXml(L" \r\n\ta b\n "), L"a b");
     EXPECT_EQ(TrimXml(L" \n"), L"");
+}
+
+TEST(StoredDocument, WhatXmlCanHold) {
+    for (std::uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
+        const bool isControl = unit < 0x20 && unit != 9 && unit != 10;
+        const bool isHalf = unit >= 0xD800 && unit <= 0xDFFF;
+        const std::wstring text = {L'a', static_cast<wchar_t>(unit), L'b'};
+        EXPECT_EQ(IsXmlText(text), !isControl && !isHalf && unit != 0xFFFE && unit != 0xFFFF) << unit;
+        EXPECT_EQ(IsXmlText(text.substr(0, 2)), IsXmlText(text)) << unit;
+    }
+    const wchar_t pair[] = {0xD83D, 0xDD12, 0xDD12, 0};
+    EXPECT_TRUE(IsXmlText({pair, 2}));
+    EXPECT_FALSE(IsXmlText({pair, 3}));
 }
 
 TEST(StoredDocument, NewDocumentsKeepTheirBlanks) {

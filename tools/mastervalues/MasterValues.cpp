@@ -12,8 +12,8 @@
 namespace {
 
 // Printable ASCII has the same codes in every ANSI code page.
-struct Ascii : v5::AnsiCodes {
-    std::int16_t AnsiCode(wchar_t character) const override { return static_cast<std::int16_t>(character); }
+struct Ascii : v5::CodePage {
+    std::int16_t CodeOf(wchar_t character) const override { return static_cast<std::int16_t>(character); }
 };
 
 std::wstring RandomPassword(size_t length, std::random_device& device) {

@@ -6,18 +6,13 @@
 #include <cstdio>
 #include <sstream>
 
-#include "security/MachineSecurityHost.h"
+#include "platform/AnsiCodePage.h"
 #include "security/RandomNumbers.h"
 #include "security/Scrambler.h"
 
 namespace v5 {
 
 namespace {
-
-struct Host : MachineSecurityHost {
-    std::unique_ptr<PasswordPrompt> NewPasswordPrompt() override { return nullptr; }
-    void ShowMessageBox(std::wstring_view, std::int32_t, std::wstring_view) override {}
-};
 
 std::int32_t Bits(float number) {
     return static_cast<std::int32_t>(number * 16777216);
@@ -44,7 +39,7 @@ TEST(ScramblerOracle, AgreesWithTheScriptEngine) {
     const std::string command = "cscript //nologo " + drive + V5_SOURCE_DIR "/tests/unit/windows/ScramblerOracle.vbs";
     FILE* const script = _popen(command.c_str(), "rt");
     ASSERT_NE(script, nullptr);
-    const Host host;
+    const AnsiCodePage codePage;
     RandomNumbers random;
     int numbers = 0, fractions = 0, texts = 0;
     for (char buffer[256]; std::fgets(buffer, sizeof buffer, script) != nullptr;) {
@@ -67,7 +62,7 @@ TEST(ScramblerOracle, AgreesWithTheScriptEngine) {
         } else if (kind == "S") {
             const std::wstring text = TextOfCodes(line);
             line >> expected;
-            ASSERT_EQ(std::wstring(Scramble(text, L"7Q%-k#", host).View()),
+            ASSERT_EQ(std::wstring(Scramble(text, L"7Q%-k#", codePage).View()),
                       std::wstring(expected.begin(), expected.end()))
                 << buffer;
             ++texts;

@@ -10,6 +10,7 @@
 #include "ProductConstants.h"
 #include "base/Utf8.h"
 #include "security/MsxmlDocument.h"
+#include "security/Scrambler.h"
 #include "security/Security.h"
 #include "security/UtilityBase64Functions.h"
 #include "unit/FakeSecurityHost.h"
@@ -49,7 +50,7 @@ struct SecurityDocuments : testing::Test {
     Log TakeLog() { return std::exchange(host.machine.log, {}); }
     CheckResult CheckWith(RestrictionID restriction, const std::wstring& password) {
         host.machine.typed = {password};
-        return security.Check(restriction, {.allowed = true, .message = {}, .title = {}});
+        return security.Check(restriction, {.allowed = true});
     }
 };
 
@@ -237,7 +238,7 @@ TEST_F(SecurityDocuments, TheFirstAccountListsStartANewDocument) {
 }
 
 TEST_F(SecurityDocuments, TheAlarmResetPasswordOpensTheManualConfirmationsOnly) {
-    const std::wstring scrambled(Scramble(L"reset", product::kScramblerKey, host).View());
+    const std::wstring scrambled(Scramble(L"reset", product::kScramblerKey, host.codePage).View());
     host.machine.isAdministrator = true;
     EXPECT_FALSE(CheckWith(231, L"reset").isAllowed) << "none is set";
     ASSERT_TRUE(security.SetAlarmResetPassword(scrambled));
