@@ -51,24 +51,28 @@ void DateDialogModel::Show(int year, int month, int day) {
     }
 }
 
+void DateDialogModel::Choose(int year, int month, int day) {
+    Show(year, month, day);
+    mChosenDay = mShown.day;
+    mCorrected = false;  // what is shown now is the user's own choice
+}
+
 void DateDialogModel::ChooseCell(int cell) {
     if (mGrid.DayAt(cell) != 0) {
-        mShown.day = mChosenDay = mGrid.DayAt(cell);
+        Choose(mShown.year, mShown.month, mGrid.DayAt(cell));
     }
 }
 
 void DateDialogModel::ChooseMonth(int month) {
     LeaveYear();
-    Show(mShown.year, month, mShown.day);
-    mChosenDay = mShown.day;
+    Choose(mShown.year, month, mShown.day);
 }
 
 void DateDialogModel::Move(std::wstring_view unit, int count) {
     LeaveYear();
     try {
         const CivilDateTime moved = AddInterval(unit, count, mShown);
-        Show(moved.year, moved.month, moved.day);
-        mChosenDay = mShown.day;
+        Choose(moved.year, moved.month, moved.day);
     } catch (const std::out_of_range&) {
         // The calendar ends here.
     }
@@ -89,7 +93,7 @@ void DateDialogModel::LeaveYear() {
 
 void DateDialogModel::StepYear(bool up) {
     LeaveYear();
-    Show(std::clamp(mShown.year + (up ? 1 : -1), kYears.lowest, kYears.highest), mShown.month, mShown.day);
+    Choose(std::clamp(mShown.year + (up ? 1 : -1), kYears.lowest, kYears.highest), mShown.month, mShown.day);
 }
 
 double DateDialogModel::Answer() const {

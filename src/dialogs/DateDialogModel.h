@@ -62,7 +62,8 @@ class DateDialogModel {
     void SetYearText(std::wstring_view text);
     void LeaveYear();
 
-    // Whether a typed year was replaced since the last call: the user must see what is answered.
+    // Whether a typed year was replaced, and neither this was asked nor anything chosen since: the user must see what
+    // is answered.
     bool TakeCorrection() { return std::exchange(mCorrected, false); }
 
     void StepYear(bool up);
@@ -78,6 +79,7 @@ class DateDialogModel {
 
   private:
     void Show(int year, int month, int day);
+    void Choose(int year, int month, int day);
     void Move(std::wstring_view unit, int count);
 
     bool mShowsTime;

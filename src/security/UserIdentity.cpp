@@ -17,7 +17,7 @@ std::wstring UserIdentity::Name() {
 
 std::wstring UserIdentity::SqlLogin() {
     Name();
-    return mIsCachedLogin ? mCachedName : L"";
+    return mIsCachedLogin ? mCachedName : DatabaseUser();
 }
 
 std::wstring UserIdentity::NameNoncached() {

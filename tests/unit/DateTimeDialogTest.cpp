@@ -268,7 +268,17 @@ TEST(DateDialog, TypedYears) {
         EXPECT_EQ(AnswerOf(typed), (CivilDateTime{each.answers, 2, 29, 10}));
         typed.LeaveYear();
         EXPECT_EQ(typed.YearText(), each.left);
+        EXPECT_EQ(typed.TakeCorrection(), each.left != std::wstring_view(each.text));
     }
+    for (int year = 0; year < 20'000; ++year) {  // what is answered is what is shown
+        dialog.SetYearText(std::to_wstring(year));
+        dialog.LeaveYear();
+        EXPECT_EQ(dialog.TakeCorrection(), year < 100 || year > 9999) << year;
+        const CivilDateTime answer = AnswerOf(dialog);
+        EXPECT_EQ(std::to_wstring(answer.year), dialog.YearText());
+        EXPECT_EQ(answer.day, dialog.Grid().DayAt(dialog.SelectedCell()));
+    }
+    dialog = DateDialog({2024, 2, 29, 10});
     for (const wchar_t* text : {L"202", L"20", L"2", L"", L"2", L"20", L"202", L"2028"}) {
         dialog.SetYearText(text);  // the way to 2028 leaves the leap day alone
     }

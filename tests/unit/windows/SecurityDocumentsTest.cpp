@@ -362,8 +362,22 @@ TEST_F(SecurityDocuments, AFailedChangeLeavesTheDocumentAsItWas) {
         }
     }
     host.machine.failing.clear();
-    EXPECT_FALSE(security.SetAlarmResetPassword(std::wstring(5 * 1024 * 1024, L'1'))) << "could not be read again";
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"Can't save XML [STR-0143]"}}));
+    const auto rows = host.machine.rows;
+    for (const wchar_t* bad : {L"bo\x1b", L"bo\xFFFE", L"bo\xD800", L"b\ro"}) {
+        EXPECT_FALSE(security.SetAlarmResetPassword(bad));
+        EXPECT_FALSE(security.SetAccountLists({bad, L"", L""}, false));
+        EXPECT_FALSE(security.SetAccountLists({L"anna", L"", bad}, false));
+        EXPECT_EQ(messages.Take(),
+                  (Messages{{4, changes[2].saveProblem}, {4, changes[3].saveProblem}, {4, changes[3].saveProblem}}));
+        host.machine.windowsUser = bad;
+        for (const auto& c : {changes[0], changes[2], changes[3]}) {  // whose documents name the user
+            Security other(host, messages);
+            other.Setup(kTestConnection, L"Test");
+            EXPECT_FALSE(c.run(other));
+            EXPECT_EQ(messages.Take(), (Messages{{4, c.saveProblem}})) << c.change;
+        }
+    }
+    EXPECT_EQ(host.machine.rows, rows);
     EXPECT_TRUE(TakeLog().empty());
 }
 
