@@ -30,7 +30,8 @@ struct DispatchParameter {
     DispatchType type;
     bool byReference = false;
     bool optional = false;
-    long defaultValue = 0;  // of an optional number or Boolean; a text's is the empty text, an object's none
+    long defaultValue = 0;  // of an optional number or Boolean; a text's is the empty text, an object's none, and a
+                            // VARIANT is marked as omitted
 };
 
 // A name's number for quick comparison, the same for capitals and small letters. Names are ASCII.
@@ -104,6 +105,8 @@ Parameter FromVariant(VARIANT& value) {
     using Target = std::remove_pointer_t<Parameter>;
     if constexpr (std::is_same_v<Parameter, VARIANT*>) {
         return &value;
+    } else if constexpr (std::is_same_v<Parameter, VARIANT>) {
+        return value;  // lent
     } else if constexpr (std::is_pointer_v<Parameter> && !std::is_same_v<Parameter, BSTR> &&
                          !std::derived_from<Target, IUnknown>) {
         return static_cast<Parameter>(static_cast<void*>(&V_BYREF(&value)));

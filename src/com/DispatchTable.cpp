@@ -113,6 +113,9 @@ class Values {
             return S_OK;
         }
         slot.isOwned = true;
+        if (type == VT_VARIANT) {
+            return VariantCopyInd(&value, given);
+        }
         return IsObject(type) ? TakeObject(parameter.type, *given, value)
                               : VariantChangeTypeEx(&value, given, LOCALE_USER_DEFAULT, 0, type);
     }
@@ -151,6 +154,10 @@ class Values {
     static HRESULT TakeDefault(VARTYPE type, long number, VARIANT& value) {
         V_BYREF(&value) = nullptr;
         V_VT(&value) = type;
+        if (type == VT_VARIANT) {
+            V_VT(&value) = VT_ERROR;
+            V_ERROR(&value) = DISP_E_PARAMNOTFOUND;
+        }
         if (type == VT_BOOL) {
             V_BOOL(&value) = static_cast<VARIANT_BOOL>(number);
         } else if (type == VT_I4) {
