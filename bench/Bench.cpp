@@ -22,8 +22,13 @@ std::vector<Registered>& Benchmarks() {
     return benchmarks;
 }
 
-// A time with three digits and a unit.
-std::string Readable(double seconds) {
+// A time with three digits and a unit, or a count in the unit that is given.
+std::string Readable(double seconds, const std::string& countsUnit) {
+    if (!countsUnit.empty()) {
+        char count[48];
+        std::snprintf(count, sizeof count, "%.4g %s", seconds, countsUnit.c_str());
+        return count;
+    }
     const struct {
         double seconds;
         const char* unit;
@@ -57,12 +62,12 @@ void Table::Compare(const Comparison& comparison, const std::function<void()>& o
     Add(comparison, bestOfOurs, bestOfPeer);
 }
 
-void Table::Add(const Comparison& comparison, double ourSeconds, double peerSeconds) {
-    const double ratio = ourSeconds / peerSeconds;
+void Table::Add(const Comparison& comparison, double ours, double peers) {
+    const double ratio = ours == peers ? 1 : ours / peers;
     const bool ok = ratio <= comparison.goal;
     std::printf("%-72s  %10s  %10s  %7.3f  <=%-5.4g  %s\n", comparison.name.c_str(),
-                Readable(ourSeconds / comparison.operations).c_str(),
-                Readable(peerSeconds / comparison.operations).c_str(), ratio, comparison.goal, ok ? "ok" : "MISSED");
+                Readable(ours / comparison.operations, comparison.unit).c_str(),
+                Readable(peers / comparison.operations, comparison.unit).c_str(), ratio, comparison.goal, ok ? "ok" : "MISSED");
     std::fflush(stdout);
     mAllOk = mAllOk && ok;
 }

@@ -19,6 +19,7 @@ struct Comparison {
     double goal = 1.0;      // the ratio that is not to be exceeded
     int runs = 5;           // of each; the best one counts, since everything else on the machine only adds time
     double operations = 1;  // in one run, for the times in the table
+    std::string unit = {};  // of counts and sizes that are compared instead of times
 };
 
 // Prints one row for each comparison: name, ours, peer, ratio, goal, ok.
@@ -27,8 +28,8 @@ class Table {
     // Runs both ways in turn and adds their row. Each way is run once beforehand, to warm up.
     void Compare(const Comparison& comparison, const std::function<void()>& ours, const std::function<void()>& peer);
 
-    // Adds a row for times measured elsewhere, in seconds.
-    void Add(const Comparison& comparison, double ourSeconds, double peerSeconds);
+    // Adds a row for what was measured elsewhere: times in seconds, or counts in the comparison's unit.
+    void Add(const Comparison& comparison, double ours, double peers);
 
     // Whether every row is within its goal.
     bool AllOk() const { return mAllOk; }

@@ -19,11 +19,11 @@ endfunction()
 
 # What every in-process server of this project has in common: it lies at the top of the build folder under its plain
 # name, has the entry points over its own class table (ThisComponent), exports what its .def file names and nothing
-# else, has the leaner run-time of src/com/RunTimeSupport.cpp, and is stripped. Its sections lie in the file as in
-# memory, so that the loader can map them and need not copy.
+# else, chooses its stack guard, and is stripped. Its sections lie in the file as in memory, so that the loader can map
+# them and need not copy.
 function(v5_server name)
   target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src/com/ClassFactory.cpp"
-                                 "${CMAKE_SOURCE_DIR}/src/com/RunTimeSupport.cpp")
+                                 "${CMAKE_SOURCE_DIR}/src/platform/StackGuard.cpp")
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
                         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
   target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--file-alignment=4096 -Wl,--enable-stdcall-fixup

@@ -3,7 +3,8 @@
 #   v5_interfaces(TARGET IDL [TYPE_LIBRARY] [ENUMERATIONS namespace] [USES target...] [EMPTY_TEXT_DEFAULTS Interface.Method.parameter...])
 #
 # makes the static library TARGET, which carries the identifiers (IID_…, CLSID_…, LIBID_…) and the folder of the
-# generated header `<name of IDL>.h`. Link to it and include the header, in automation classes and clients only.
+# generated header `<name of IDL>.h`. Link to it and include the header, in automation classes and clients only; the
+# classes themselves include `<name of IDL>Members.h` too, which describes the members for late-bound calls.
 #   TYPE_LIBRARY         the IDL holds a library: also make `<build folder>/<name of IDL>.tlb` (also the target's
 #                        property V5_TYPE_LIBRARY)
 #   ENUMERATIONS         the namespace that the enumerations stand in; without it their enumerators are global names
@@ -40,12 +41,16 @@ file(MAKE_DIRECTORY "${V5_IDL_OUTPUT}")
 file(GLOB V5_IDL_FILES CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/src/surface/*.idl" "${CMAKE_SOURCE_DIR}/src/surface/Identifiers.h"
      "${CMAKE_SOURCE_DIR}/neighbours/*.idl")
 
-set(V5_GIVE_TEXT_DEFAULT "${V5_IDL_OUTPUT}/give-text-default")
-add_custom_command(OUTPUT "${V5_GIVE_TEXT_DEFAULT}"
-  COMMAND "${V5_HOST_CXX}" -std=c++20 -O1 -Wall -Wextra -Werror -o "${V5_GIVE_TEXT_DEFAULT}"
-          "${CMAKE_SOURCE_DIR}/tools/build/GiveTextDefault.cpp"
-  DEPENDS "${CMAKE_SOURCE_DIR}/tools/build/GiveTextDefault.cpp" VERBATIM
-  COMMENT "Building give-text-default for this machine")
+# Two tools that the build itself uses, made for this machine.
+function(v5_build_tool variable name source)
+  set(tool "${V5_IDL_OUTPUT}/${name}")
+  add_custom_command(OUTPUT "${tool}"
+    COMMAND "${V5_HOST_CXX}" -std=c++20 -O1 -Wall -Wextra -Werror -o "${tool}" "${CMAKE_SOURCE_DIR}/tools/build/${source}"
+    DEPENDS "${CMAKE_SOURCE_DIR}/tools/build/${source}" VERBATIM COMMENT "Building ${name} for this machine")
+  set(${variable} "${tool}" PARENT_SCOPE)
+endfunction()
+v5_build_tool(V5_GIVE_TEXT_DEFAULT give-text-default GiveTextDefault.cpp)
+v5_build_tool(V5_WRITE_DISPATCH_MEMBERS write-dispatch-members WriteDispatchMembers.cpp)
 
 function(v5_interfaces target idl)
   cmake_parse_arguments(arg "TYPE_LIBRARY" "ENUMERATIONS" "USES;EMPTY_TEXT_DEFAULTS" ${ARGN})
@@ -53,6 +58,7 @@ function(v5_interfaces target idl)
   get_filename_component(name "${idl}" NAME_WE)
   set(widl "${V5_WIDL}" ${V5_WIDL_WIDTH} "-I${CMAKE_SOURCE_DIR}/src/surface" "-I${CMAKE_SOURCE_DIR}/neighbours" "-I${V5_IDL_INCLUDE}" "-L${V5_STDOLE_FOLDER}")
   set(header "${V5_IDL_OUTPUT}/${name}.h")
+  set(members "${V5_IDL_OUTPUT}/${name}Members.h")
   set(identifiers "${V5_IDL_OUTPUT}/${name}_i.cpp")
   set(library "${CMAKE_BINARY_DIR}/${name}.tlb")
 
@@ -61,13 +67,16 @@ function(v5_interfaces target idl)
     set(wrap COMMAND "${CMAKE_COMMAND}" "-DHEADER=${header}" "-DNAMESPACE=${arg_ENUMERATIONS}"
                      -P "${CMAKE_SOURCE_DIR}/cmake/WrapEnumerations.cmake")
   endif()
+  add_custom_command(OUTPUT "${members}"
+    COMMAND "${V5_WRITE_DISPATCH_MEMBERS}" "${idl}" "${members}"
+    DEPENDS "${idl}" "${V5_WRITE_DISPATCH_MEMBERS}" VERBATIM COMMENT "Generating ${name}Members.h")
   add_custom_command(OUTPUT "${header}" "${identifiers}"
     COMMAND ${widl} -h -o "${header}" "${idl}"
     ${wrap}
     COMMAND ${widl} -u -o "${identifiers}" "${idl}"
     DEPENDS ${V5_IDL_FILES} "${CMAKE_SOURCE_DIR}/cmake/WrapEnumerations.cmake" VERBATIM COMMENT "Generating ${name}.h")
   set_source_files_properties("${identifiers}" PROPERTIES COMPILE_OPTIONS -w)
-  add_library(${target} STATIC "${identifiers}" "${header}")
+  add_library(${target} STATIC "${identifiers}" "${header}" "${members}")
   target_include_directories(${target} SYSTEM PUBLIC "${V5_IDL_OUTPUT}")
   target_link_libraries(${target} PUBLIC ${arg_USES})
 

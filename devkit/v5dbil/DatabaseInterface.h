@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "V5DBIL.h"
+#include "V5DBILMembers.h"
 #include "com/EventSource.h"
 #include "v5dbil/Site.h"
 

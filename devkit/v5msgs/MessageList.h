@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "V5MessageList.h"
+#include "V5MessageListMembers.h"
+#include "V5MsgsMembers.h"
 #include "com/AutomationObject.h"
 
 namespace v5::devkit {

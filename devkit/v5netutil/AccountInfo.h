@@ -2,6 +2,7 @@
 #pragma once
 
 #include "V5NetUtil.h"
+#include "V5NetUtilMembers.h"
 #include "com/AutomationObject.h"
 
 namespace v5::devkit {

@@ -37,9 +37,13 @@ class AutomationError : public std::exception {
     std::wstring mDescription;
 };
 
-// The exception that is being handled as "<number>, <description>", as messages to people quote it. An exception that
-// is no AutomationError counts as the run-time's own: 7 out of memory, 5 for any other. Call it from a catch block
-// only.
+// The exception that is being handled, as clients are told of it. One that is no AutomationError counts as the
+// run-time's own, by its kind and never by its text, which is for programmers: 7 out of memory (also for a size that
+// nothing can have), 6 overflow, 5 invalid procedure call for any other. Call it from a catch block only. Throws
+// std::bad_alloc.
+AutomationError CurrentError();
+
+// The same as "<number>, <description>", as messages to people quote it.
 std::wstring CurrentFailureText();
 
 }  // namespace v5

@@ -7,35 +7,31 @@
 #include <comutil.h>
 #include <oaidl.h>
 
-#include <atomic>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "com/DispatchTable.h"
+#include "com/SimpleObject.h"
+
 namespace v5 {
 
-class AutomationCollection final : public IDispatch {
+class AutomationCollection final : public SimpleObject<IDispatch> {
   public:
-    AutomationCollection();
-    AutomationCollection(const AutomationCollection&) = delete;
-    AutomationCollection& operator=(const AutomationCollection&) = delete;
-
     // Adds an item without a key at the end. Throws std::bad_alloc.
     void Append(const _variant_t& item) { mEntries.push_back({item, {}}); }
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
+    // It has no type information.
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
-
-    // Item(Index), Add(Item, Key, Before, After), Count, Remove(Index), _NewEnum. An index is a position or the text
-    // of a key; keys are compared without case. Fails with the run-time errors 5 (no such key, or Before and After
-    // together), 9 (no such position), 13 (a key that is not text) and 457 (a key that is taken).
-    STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT* result,
-                        EXCEPINFO* exception, UINT* badArgument) override;
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        return DispatchIdsOfNames(kMembers, names, count, ids);
+    }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
+                        EXCEPINFO* exception, UINT* badArgument) override {
+        return DispatchInvoke(kMembers, this, id, flags, arguments, result, exception, badArgument);
+    }
 
   private:
     struct Entry {
@@ -43,15 +39,20 @@ class AutomationCollection final : public IDispatch {
         std::optional<std::wstring> key;
     };
 
-    ~AutomationCollection();
-    _variant_t Call(DISPID id, const DISPPARAMS& arguments);
-    void Add(const DISPPARAMS& arguments);
-    _variant_t NewEnum() const;
-    size_t PositionAt(const VARIANT* index) const;
-    std::optional<size_t> FindKey(std::wstring_view key) const;
+    // The members. An index is a position or the text of a key; keys are compared without case. They fail with the
+    // run-time errors 5 (no such key, or Before and After together), 9 (no such position), 13 (a key that is not text)
+    // and 457 (a key that is taken).
+    STDMETHODIMP Item(VARIANT Index, VARIANT* Result);
+    STDMETHODIMP Add(VARIANT Item, VARIANT Key, VARIANT Before, VARIANT After);
+    STDMETHODIMP Count(long* Result);
+    STDMETHODIMP Remove(VARIANT Index);
+    STDMETHODIMP NewEnum(IUnknown** Result);
+    static const DispatchMember kMembers[5];
+
+    std::vector<Entry>::iterator At(const VARIANT& index);
+    std::vector<Entry>::iterator FindKey(std::wstring_view key);
 
     std::vector<Entry> mEntries;
-    std::atomic<ULONG> mReferences = 1;
 };
 
 }  // namespace v5

@@ -2,6 +2,12 @@
 
 namespace v5 {
 
+ComPtr<ITypeInfo> TypeInfoOf(REFIID iid) {
+    ComPtr<ITypeInfo> info;
+    Check(ComponentTypeLibrary()->GetTypeInfoOfGuid(iid, &info));
+    return info;
+}
+
 HRESULT ClassInfoOf(REFCLSID clsid, ITypeInfo** info) noexcept {
     if (info == nullptr) {
         return E_POINTER;

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <new>
+#include <span>
 #include <type_traits>
 #include <utility>
 
@@ -20,11 +21,15 @@
 
 namespace v5 {
 
+// The type library's description of an interface, as script engines ask for it. Throws AutomationError.
+ComPtr<ITypeInfo> TypeInfoOf(REFIID iid);
+
 // The coclass's type information (IProvideClassInfo) and the identifier of its default source interface.
 HRESULT ClassInfoOf(REFCLSID clsid, ITypeInfo** info) noexcept;
 HRESULT DefaultSourceOf(REFCLSID clsid, GUID* iid) noexcept;
 
-// The four members of IDispatch over the type library's description of `Interface`, a dual interface.
+// The four members of IDispatch over the contract's description of `Interface`, a dual interface; its generated header
+// (see com/DispatchMember.h) is to be included too.
 template <class Interface>
 class DualInterface : public Interface {
   public:
@@ -44,31 +49,24 @@ class DualInterface : public Interface {
             return DISP_E_BADINDEX;
         }
         return Guarded(IID_NULL, L"", [&] {
-            *info = DispatchTableOf<Interface>().TypeInfo();
-            (*info)->AddRef();
+            static const ComPtr<ITypeInfo> description = TypeInfoOf(__uuidof(Interface));
+            Check(description.CopyTo(info));
         });
     }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-        if (names == nullptr || ids == nullptr) {
-            return E_POINTER;
-        }
-        HRESULT status = S_OK;
-        const HRESULT guarded =
-            Guarded(IID_NULL, L"", [&] { status = DispatchTableOf<Interface>().GetIDsOfNames(names, count, ids); });
-        return FAILED(guarded) ? guarded : status;
+        return DispatchIdsOfNames(kMembers, names, count, ids);
     }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                         EXCEPINFO* exception, UINT* badArgument) override {
-        HRESULT status = S_OK;
-        const HRESULT guarded = Guarded(IID_NULL, L"", [&] {
-            status = DispatchTableOf<Interface>().Invoke(static_cast<Interface*>(this), id, flags, arguments, result,
-                                                         exception, badArgument);
-        });
-        return FAILED(guarded) ? guarded : status;
+        return DispatchInvoke(kMembers, static_cast<Interface*>(this), id, flags, arguments, result, exception,
+                              badArgument);
     }
 
   protected:
     virtual ~DualInterface() = default;
+
+  private:
+    static constexpr std::span<const DispatchMember> kMembers = DispatchMembers<Interface>::kAll;
 };
 
 // A new object of an automation class, its only reference held by the result. Throws std::bad_alloc and what the

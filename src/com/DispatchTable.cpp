@@ -4,209 +4,199 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
+#include <utility>
 
-#include "com/Component.h"
 #include "com/Guard.h"
-#include "com/Values.h"
 
 namespace v5 {
 
 namespace {
 
-// The interface (vtable) view of a dual interface's type information.
-ComPtr<ITypeInfo> VtableView(ITypeInfo& dispatchInfo) {
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> vtableInfo;
-    Check(dispatchInfo.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference));
-    Check(dispatchInfo.GetRefTypeInfo(reference, &vtableInfo));
-    return vtableInfo;
-}
-
-// Follows aliases and names to the type that a VARIANT would hold; `iid` gets the interface of an object.
-VARTYPE Resolve(ITypeInfo& info, const TYPEDESC& description, IID& iid) {
-    if (description.vt == VT_PTR) {
-        return Resolve(info, *description.lptdesc, iid);
-    }
-    if (description.vt != VT_USERDEFINED) {
-        return description.vt;
-    }
-    ComPtr<ITypeInfo> named;
-    TYPEATTR* attributes = nullptr;
-    Check(info.GetRefTypeInfo(description.hreftype, &named));
-    Check(named->GetTypeAttr(&attributes));
-    const TYPEKIND kind = attributes->typekind;
-    const TYPEDESC alias = attributes->tdescAlias;
-    iid = attributes->guid;
-    named->ReleaseTypeAttr(attributes);
-    switch (kind) {
-        case TKIND_ENUM:
-            return VT_I4;
-        case TKIND_ALIAS:
-            return Resolve(*named.Get(), alias, iid);
-        case TKIND_DISPATCH:
-            return VT_DISPATCH;
-        default:
-            return VT_UNKNOWN;
-    }
+// Whether a name of ours is the one that a client wants, whatever the case.
+bool IsNamed(const char* name, const wchar_t* wanted) {
+    const auto fold = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 0x20) : c; };
+    return wanted != nullptr && std::equal(name, name + std::strlen(name) + 1, wanted, [&](char ours, wchar_t theirs) {
+               return fold(static_cast<wchar_t>(ours)) == fold(theirs);
+           });
 }
 
 bool IsObject(VARTYPE type) {
     return type == VT_DISPATCH || type == VT_UNKNOWN;
 }
 
-// How many pointers stand before the type: an object by value has one, an object by reference two.
-int PointerDepth(const TYPEDESC& description) {
-    return description.vt == VT_PTR ? 1 + PointerDepth(*description.lptdesc) : 0;
-}
-
-DispatchMember ReadMember(ITypeInfo& info, const FUNCDESC& function) {
-    DispatchMember member;
-    member.id = function.memid;
-    member.kind = function.invkind;
-    member.vtableOffset = static_cast<ULONG_PTR>(function.oVft);
-    for (int i = 0; i < function.cParams; ++i) {
-        const ELEMDESC& element = function.lprgelemdescParam[i];
-        const PARAMDESC& attributes = element.paramdesc;
-        DispatchParameter parameter;
-        parameter.type = Resolve(info, element.tdesc, parameter.iid);
-        if ((attributes.wParamFlags & PARAMFLAG_FRETVAL) != 0) {
-            member.result = parameter.type;
-            continue;
-        }
-        const bool namedObject = element.tdesc.vt == VT_PTR && IsObject(parameter.type);
-        parameter.byReference = PointerDepth(element.tdesc) > (namedObject ? 1 : 0);
-        parameter.optional = (attributes.wParamFlags & PARAMFLAG_FOPT) != 0;
-        if ((attributes.wParamFlags & PARAMFLAG_FHASDEFAULT) != 0) {
-            parameter.optional = true;
-            parameter.defaultValue = attributes.pparamdescex->varDefaultValue;
-        }
-        member.parameters.push_back(std::move(parameter));
+// The bytes of a variable of a simple type; 0 for all other types.
+size_t SizeOf(VARTYPE type) {
+    switch (type) {
+        case VT_I1:
+        case VT_UI1:
+            return 1;
+        case VT_I2:
+        case VT_UI2:
+        case VT_BOOL:
+            return 2;
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT:
+        case VT_R4:
+            return 4;
+        case VT_R8:
+        case VT_DATE:
+        case VT_CY:
+        case VT_I8:
+        case VT_UI8:
+            return 8;
+        default:
+            return 0;
     }
-    return member;
 }
 
-// One argument on its way into the method: the value that the method sees, and the caller's variable behind it.
-class Argument {
+// Whether a client's variable can take what a parameter of type `type` gives back.
+bool CanHold(const VARIANT& variable, VARTYPE type) {
+    const auto own = static_cast<VARTYPE>(V_VT(&variable) & ~VT_BYREF);
+    const bool isVariant = (V_VT(&variable) & VT_BYREF) == 0 || own == VT_VARIANT;
+    return isVariant || own == type || own == VT_BSTR || (type != VT_BSTR && (SizeOf(own) != 0 || own == VT_DECIMAL));
+}
+
+// The values of one call on their way into the method and back.
+class Values {
   public:
-    // Converts `given`, the caller's argument, or takes the default when it is null or marked as omitted.
-    HRESULT Take(const DispatchParameter& parameter, VARIANT* given, LCID locale) {
-        mParameter = &parameter;
+    Values() = default;
+    ~Values() {
+        for (size_t i = 0; i < mCount; ++i) {
+            if (mSlots[i].isOwned) {
+                VariantClear(&mValues[i]);
+            }
+        }
+    }
+    Values(const Values&) = delete;
+    Values& operator=(const Values&) = delete;
+
+    VARIANT* All() { return mValues; }
+
+    // Converts `given`, the caller's argument for the next parameter, or takes the default when it is null or marked as
+    // omitted.
+    HRESULT Take(const DispatchParameter& parameter, VARIANT* given) {
+        VARIANT& value = mValues[mCount];
+        Slot& slot = mSlots[mCount];
+        ++mCount;
+        slot = {nullptr, parameter.byReference};
+        V_VT(&value) = VT_EMPTY;
+        bool isVariable = false;
+        if (given != nullptr && V_VT(given) == (VT_BYREF | VT_VARIANT)) {
+            isVariable = true;
+            given = V_VARIANTREF(given);
+            if (given == nullptr) {
+                return E_POINTER;
+            }
+        }
+        const VARTYPE type = parameter.type.type;
         if (given == nullptr || (V_VT(given) == VT_ERROR && V_ERROR(given) == DISP_E_PARAMNOTFOUND)) {
-            return parameter.optional ? TakeDefault() : DISP_E_PARAMNOTOPTIONAL;
+            return parameter.optional ? TakeDefault(type, parameter.defaultValue, value) : DISP_E_PARAMNOTOPTIONAL;
         }
-        const bool isReference = (V_VT(given) & VT_BYREF) != 0;
-        if (isReference && V_BYREF(given) == nullptr) {
-            return E_POINTER;
+        if ((V_VT(given) & VT_BYREF) != 0) {
+            isVariable = true;
+            if (V_BYREF(given) == nullptr) {
+                return E_POINTER;
+            }
         }
-        if (isReference && parameter.byReference) {
-            mCallers = given;
+        if (parameter.byReference && isVariable) {
+            if (!CanHold(*given, type)) {
+                return DISP_E_TYPEMISMATCH;
+            }
+            slot.variable = given;
         }
-        VARIANT plain;
-        VariantInit(&plain);
-        HRESULT status = VariantCopyInd(&plain, given);
+        // A text that only travels in is borrowed, unless its variable can change while the member is under way.
+        const bool isBorrowed = type == VT_BSTR ? !isVariable && !parameter.byReference : SizeOf(type) != 0;
+        if (V_VT(given) == type && isBorrowed) {
+            value = *given;
+            return S_OK;
+        }
+        slot.isOwned = true;
+        if (type == VT_VARIANT) {
+            return VariantCopyInd(&value, given);
+        }
+        return IsObject(type) ? TakeObject(parameter.type, *given, value)
+                              : VariantChangeTypeEx(&value, given, LOCALE_USER_DEFAULT, 0, type);
+    }
+
+    // After the call: the caller's variable gets what the method has left.
+    HRESULT GiveBack(size_t at) {
+        VARIANT* variable = mSlots[at].variable;
+        VARIANT& value = mValues[at];
+        if (variable == nullptr) {
+            return S_OK;
+        }
+        if (V_VT(variable) == (VT_BYREF | VT_VARIANT)) {
+            variable = V_VARIANTREF(variable);
+        } else if ((V_VT(variable) & VT_BYREF) != 0) {
+            const auto type = static_cast<VARTYPE>(V_VT(variable) & ~VT_BYREF);
+            const HRESULT status = VariantChangeTypeEx(&value, &value, LOCALE_USER_DEFAULT, 0, type);
+            if (SUCCEEDED(status)) {
+                MoveInto(V_BYREF(variable), type, value);
+            }
+            return status;
+        }
+        const HRESULT status = VariantClear(variable);
         if (SUCCEEDED(status)) {
-            status = Convert(plain, locale);
+            *variable = value;
+            mSlots[at].isOwned = false;
         }
-        VariantClear(&plain);
         return status;
     }
 
-    // The argument as DispCallFunc wants it.
-    VARIANTARG Pass() {
-        VARIANTARG passed;
-        VariantInit(&passed);
-        if (mParameter->byReference) {
-            V_VT(&passed) = static_cast<VARTYPE>(mParameter->type | VT_BYREF);
-            V_BYREF(&passed) = mParameter->type == VT_VARIANT ? static_cast<void*>(&mValue) : &V_BYREF(&mValue);
-        } else {
-            passed = static_cast<const VARIANT&>(mValue);  // a shallow copy: the argument stays the owner
-        }
-        return passed;
-    }
-
-    // After the call: the caller's variable gets what the method has left in the temporary.
-    HRESULT GiveBack(LCID locale) {
-        if (mCallers == nullptr) {
-            return S_OK;
-        }
-        if (V_VT(mCallers) == (VT_BYREF | VT_VARIANT)) {
-            return VariantCopy(V_VARIANTREF(mCallers), &mValue);
-        }
-        const auto type = static_cast<VARTYPE>(V_VT(mCallers) & ~VT_BYREF);
-        const HRESULT status = VariantChangeTypeEx(&mValue, &mValue, locale, 0, type);
-        return SUCCEEDED(status) ? MoveInto(type) : status;
-    }
-
   private:
-    HRESULT TakeDefault() {
-        if (V_VT(&mParameter->defaultValue) == VT_EMPTY) {  // optional without a default: zero, false, no object
-            V_VT(&mValue) = mParameter->type;
-            return S_OK;
-        }
-        return VariantChangeType(&mValue, const_cast<_variant_t*>(&mParameter->defaultValue), 0, mParameter->type);
-    }
+    struct Slot {
+        VARIANT* variable;  // the client's, that gets the value back
+        bool isOwned;
+    };
 
-    HRESULT Convert(VARIANT& plain, LCID locale) {
-        if (mParameter->type == VT_VARIANT) {
-            return VariantCopy(&mValue, &plain);
+    static HRESULT TakeDefault(VARTYPE type, long number, VARIANT& value) {
+        V_BYREF(&value) = nullptr;
+        V_VT(&value) = type;
+        if (type == VT_VARIANT) {
+            V_VT(&value) = VT_ERROR;
+            V_ERROR(&value) = DISP_E_PARAMNOTFOUND;
         }
-        return IsObject(mParameter->type) ? ConvertObject(plain)
-                                          : VariantChangeTypeEx(&mValue, &plain, locale, 0, mParameter->type);
+        if (type == VT_BOOL) {
+            V_BOOL(&value) = static_cast<VARIANT_BOOL>(number);
+        } else if (type == VT_I4) {
+            V_I4(&value) = number;
+        }
+        return S_OK;
     }
 
     // Nothing, Empty and Null are no object; any other object must have the interface.
-    HRESULT ConvertObject(const VARIANT& plain) {
-        V_VT(&mValue) = mParameter->type;
-        if (V_VT(&plain) == VT_EMPTY || V_VT(&plain) == VT_NULL) {
-            return S_OK;
-        }
-        if (!IsObject(V_VT(&plain))) {
+    static HRESULT TakeObject(const DispatchType& type, const VARIANT& given, VARIANT& value) {
+        const bool isReference = (V_VT(&given) & VT_BYREF) != 0;
+        const auto kind = static_cast<VARTYPE>(V_VT(&given) & ~VT_BYREF);
+        const bool isNone = kind == VT_EMPTY || kind == VT_NULL;
+        if (!isNone && !IsObject(kind)) {
             return DISP_E_TYPEMISMATCH;
         }
-        IUnknown* object = V_UNKNOWN(&plain);
-        if (object == nullptr) {
-            return S_OK;
-        }
-        const IID wanted = mParameter->iid == IID_NULL
-                               ? (mParameter->type == VT_DISPATCH ? IID_IDispatch : IID_IUnknown)
-                               : mParameter->iid;
-        return SUCCEEDED(object->QueryInterface(wanted, &V_BYREF(&mValue))) ? S_OK : DISP_E_TYPEMISMATCH;
+        IUnknown* const object = isNone ? nullptr : isReference ? *V_UNKNOWNREF(&given) : V_UNKNOWN(&given);
+        V_UNKNOWN(&value) = nullptr;
+        V_VT(&value) = type.type;
+        return object == nullptr || SUCCEEDED(object->QueryInterface(type.iid(), &V_BYREF(&value)))
+                   ? S_OK
+                   : DISP_E_TYPEMISMATCH;
     }
 
-    // Moves the value into the typed variable that the caller's VT_BYREF argument points to.
-    HRESULT MoveInto(VARTYPE type) {
-        void* target = V_BYREF(mCallers);
-        switch (type) {
-            case VT_BSTR:
-                std::swap(*static_cast<BSTR*>(target), V_BSTR(&mValue));
-                return S_OK;
-            case VT_I2:
-            case VT_UI2:
-            case VT_BOOL:
-                std::memcpy(target, &V_I2(&mValue), sizeof(short));
-                return S_OK;
-            case VT_I4:
-            case VT_UI4:
-            case VT_INT:
-            case VT_UINT:
-            case VT_R4:
-                std::memcpy(target, &V_I4(&mValue), sizeof(long));
-                return S_OK;
-            case VT_R8:
-            case VT_DATE:
-            case VT_CY:
-            case VT_I8:
-                std::memcpy(target, &V_R8(&mValue), sizeof(double));
-                return S_OK;
-            default:
-                return DISP_E_TYPEMISMATCH;
+    static void MoveInto(void* target, VARTYPE type, VARIANT& value) {
+        if (type == VT_BSTR) {
+            std::swap(*static_cast<BSTR*>(target), V_BSTR(&value));
+        } else if (type == VT_DECIMAL) {
+            V_DECIMAL(&value).wReserved = 0;  // where a VARIANT has its type
+            std::memcpy(target, &V_DECIMAL(&value), sizeof(DECIMAL));
+            V_VT(&value) = VT_EMPTY;
+        } else {
+            std::memcpy(target, &V_BYREF(&value), SizeOf(type));
         }
     }
 
-    const DispatchParameter* mParameter = nullptr;
-    VARIANT* mCallers = nullptr;
-    _variant_t mValue;
+    size_t mCount = 0;
+    Slot mSlots[kMostParameters];
+    VARIANT mValues[kMostParameters + 1];  // the last one used is the result, which is not ours
 };
 
 // Finds the caller's argument for the parameter at `position`: by position first, then by name.
@@ -244,7 +234,17 @@ class CallersArguments {
         return index == kNone ? nullptr : &mArguments.rgvarg[index];
     }
 
-    // The index in the caller's array, as the error report names it.
+    // Tells the caller which argument was refused, by the index in the caller's array.
+    void Report(UINT position, UINT* badArgument) const {
+        const UINT index = IndexOf(position);
+        if (badArgument != nullptr && index != kNone) {
+            *badArgument = index;
+        }
+    }
+
+  private:
+    static constexpr UINT kNone = static_cast<UINT>(-1);
+
     UINT IndexOf(UINT position) const {
         if (position < mPositional) {
             return mArguments.cArgs - 1 - position;
@@ -257,66 +257,52 @@ class CallersArguments {
         return kNone;
     }
 
-    static constexpr UINT kNone = static_cast<UINT>(-1);
-
-  private:
     const DISPPARAMS& mArguments;
     UINT mNamed;
     UINT mPositional;
 };
 
-HRESULT DescribeFailure(HRESULT status, EXCEPINFO* exception) {
-    if (exception != nullptr) {
-        std::memset(exception, 0, sizeof(*exception));
-        ComPtr<IErrorInfo> info;
-        if (GetErrorInfo(0, &info) == S_OK) {
-            info->GetSource(&exception->bstrSource);
-            info->GetDescription(&exception->bstrDescription);
-            info->GetHelpFile(&exception->bstrHelpFile);
-            info->GetHelpContext(&exception->dwHelpContext);
-        }
-        exception->scode = status;
-    }
-    return DISP_E_EXCEPTION;
-}
-
 }  // namespace
 
-DispatchTable::DispatchTable(REFIID iid) {
-    Check(ComponentTypeLibrary()->GetTypeInfoOfGuid(iid, &mDispatchInfo));
-    const ComPtr<ITypeInfo> vtableInfo = VtableView(*mDispatchInfo.Get());
-    TYPEATTR* attributes = nullptr;
-    Check(vtableInfo->GetTypeAttr(&attributes));
-    const UINT count = attributes->cFuncs;
-    vtableInfo->ReleaseTypeAttr(attributes);
-    mMembers.reserve(count);
-    const auto release = [&](FUNCDESC* function) { vtableInfo->ReleaseFuncDesc(function); };
-    for (UINT i = 0; i < count; ++i) {
-        FUNCDESC* function = nullptr;
-        Check(vtableInfo->GetFuncDesc(i, &function));
-        const std::unique_ptr<FUNCDESC, decltype(release)> owner(function, release);
-        mMembers.push_back(ReadMember(*vtableInfo.Get(), *function));
+HRESULT DispatchIdsOfNames(std::span<const DispatchMember> members, LPOLESTR* names, UINT count, DISPID* ids) noexcept {
+    if (names == nullptr || ids == nullptr) {
+        return E_POINTER;
     }
-}
-
-HRESULT DispatchTable::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const {
-    return mDispatchInfo->GetIDsOfNames(names, count, ids);
-}
-
-const DispatchMember* DispatchTable::Find(DISPID id, WORD flags) const {
-    const auto found = std::find_if(mMembers.begin(), mMembers.end(), [&](const DispatchMember& member) {
-        return member.id == id && (member.kind & flags) != 0;
+    std::fill(ids, ids + count, DISPID_UNKNOWN);
+    if (count == 0 || names[0] == nullptr) {
+        return count == 0 ? E_INVALIDARG : DISP_E_UNKNOWNNAME;
+    }
+    const std::uint32_t hash = DispatchNameHash(names[0]);
+    const auto member = std::find_if(members.begin(), members.end(), [&](const DispatchMember& candidate) {
+        return candidate.nameHash == hash && IsNamed(candidate.name, names[0]);
     });
-    return found == mMembers.end() ? nullptr : &*found;
+    if (member == members.end()) {
+        return DISP_E_UNKNOWNNAME;
+    }
+    ids[0] = member->id;
+    bool areKnown = true;
+    for (UINT i = 1; i < count; ++i) {
+        const auto parameter =
+            std::find_if(member->parameters.begin(), member->parameters.end(),
+                         [&](const DispatchParameter& candidate) { return IsNamed(candidate.name, names[i]); });
+        if (parameter == member->parameters.end()) {
+            areKnown = false;
+        } else {
+            ids[i] = static_cast<DISPID>(parameter - member->parameters.begin());
+        }
+    }
+    return areKnown ? S_OK : DISP_E_UNKNOWNNAME;
 }
 
-HRESULT DispatchTable::Invoke(void* object, DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result,
-                              EXCEPINFO* exception, UINT* badArgument) const {
+HRESULT DispatchInvoke(std::span<const DispatchMember> members, void* object, DISPID id, WORD flags,
+                       DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
     if (arguments == nullptr) {
         return E_POINTER;
     }
-    const DispatchMember* member = Find(id, flags);
-    if (member == nullptr) {
+    const auto member = std::find_if(members.begin(), members.end(), [&](const DispatchMember& candidate) {
+        return candidate.id == id && (candidate.kind & flags) != 0;
+    });
+    if (member == members.end()) {
         return DISP_E_MEMBERNOTFOUND;
     }
     const CallersArguments given(*arguments, member->kind == INVOKE_PROPERTYPUT);
@@ -324,61 +310,41 @@ HRESULT DispatchTable::Invoke(void* object, DISPID id, WORD flags, DISPPARAMS* a
     if (FAILED(status)) {
         return status;
     }
-    const size_t count = member->parameters.size();
-    std::vector<Argument> taken(count);
+    const auto count = static_cast<UINT>(member->parameters.size());
+    Values values;
     for (UINT i = 0; i < count; ++i) {
-        status = taken[i].Take(member->parameters[i], given.At(i), LOCALE_USER_DEFAULT);
+        status = values.Take(member->parameters[i], given.At(i));
         if (FAILED(status)) {
-            if (badArgument != nullptr && given.IndexOf(i) != CallersArguments::kNone) {
-                *badArgument = given.IndexOf(i);
-            }
+            given.Report(i, badArgument);
             return status;
         }
-    }
-
-    _variant_t answer;
-    std::vector<VARIANTARG> passed;
-    passed.reserve(count + 1);
-    for (Argument& argument : taken) {
-        passed.push_back(argument.Pass());
-    }
-    if (member->result != VT_EMPTY) {
-        VARIANTARG out;
-        V_VT(&out) = static_cast<VARTYPE>(member->result | VT_BYREF);
-        V_BYREF(&out) = member->result == VT_VARIANT ? static_cast<void*>(&answer) : &V_BYREF(&answer);
-        passed.push_back(out);
-    }
-    std::vector<VARTYPE> types;
-    std::vector<VARIANTARG*> pointers;
-    for (VARIANTARG& argument : passed) {
-        types.push_back(V_VT(&argument));
-        pointers.push_back(&argument);
     }
 
     SetErrorInfo(0, nullptr);
-    VARIANT returned;
-    VariantInit(&returned);
-    status = DispCallFunc(object, member->vtableOffset, CC_STDCALL, VT_ERROR, static_cast<UINT>(passed.size()),
-                          types.data(), pointers.data(), &returned);
-    if (FAILED(status)) {
-        return status;
-    }
-    if (member->result != VT_EMPTY && member->result != VT_VARIANT) {
+    VARIANT& answer = values.All()[count];
+    answer = {};
+    status = member->call(object, values.All());
+    if (member->result != VT_VARIANT) {
         V_VT(&answer) = member->result;
     }
-    if (FAILED(V_ERROR(&returned))) {
-        return DescribeFailure(V_ERROR(&returned), exception);
+    if (FAILED(status)) {
+        VariantClear(&answer);
+        return DescribeFailure(status, exception);
     }
-    for (Argument& argument : taken) {
-        status = argument.GiveBack(LOCALE_USER_DEFAULT);
-        if (FAILED(status)) {
-            return status;
+    status = S_OK;
+    for (UINT i = 0; i < count; ++i) {  // one that does not fit keeps none of the others
+        const HRESULT givenBack = values.GiveBack(i);
+        if (FAILED(givenBack)) {
+            status = givenBack;
+            given.Report(i, badArgument);
         }
     }
-    if (result != nullptr) {
-        *result = answer.Detach();
+    if (result != nullptr && SUCCEEDED(status)) {
+        *result = answer;
+    } else {
+        VariantClear(&answer);
     }
-    return S_OK;
+    return status;
 }
 
 }  // namespace v5

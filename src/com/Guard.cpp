@@ -7,31 +7,32 @@
 #include <new>
 
 #include "com/Values.h"
+#include "platform/SystemText.h"
 
 namespace v5 {
 
-AutomationError CurrentError() {
+namespace {
+
+// As CurrentError, which does not know what _variant_t and _bstr_t throw.
+AutomationError ErrorToReport() {
     try {
-        throw;
-    } catch (const AutomationError& error) {
-        return error;
-    } catch (const std::bad_alloc&) {
-        return SystemError(E_OUTOFMEMORY);
-    } catch (const _com_error& error) {  // of _variant_t and _bstr_t
-        return SystemError(error.Error());
-    } catch (const std::exception& error) {
-        const std::string_view what = error.what();
-        return {static_cast<std::uint32_t>(E_FAIL), std::wstring(what.begin(), what.end())};
+        try {
+            throw;
+        } catch (const _com_error& error) {
+            SetErrorInfo(0, nullptr);  // it belongs to an earlier call
+            Check(error.Error());
+            throw;
+        }
     } catch (...) {
-        return SystemError(E_UNEXPECTED);
+        return CurrentError();
     }
 }
 
+}  // namespace
+
 HRESULT ReportCurrentException(REFIID iid, const wchar_t* source) noexcept {
-    HRESULT status = E_OUTOFMEMORY;
     try {
-        const AutomationError error = CurrentError();
-        status = static_cast<HRESULT>(error.Status());
+        const AutomationError error = ErrorToReport();
         ComPtr<ICreateErrorInfo> create;
         ComPtr<IErrorInfo> info;
         if (SUCCEEDED(CreateErrorInfo(&create)) && SUCCEEDED(create.As(&info))) {
@@ -40,10 +41,26 @@ HRESULT ReportCurrentException(REFIID iid, const wchar_t* source) noexcept {
             create->SetDescription(const_cast<wchar_t*>(error.Description().c_str()));
             SetErrorInfo(0, info.Get());
         }
+        return static_cast<HRESULT>(error.Status());
     } catch (...) {  // out of memory while reporting: the bare status has to do
         SetErrorInfo(0, nullptr);
+        return kOutOfMemory;
     }
-    return status;
+}
+
+HRESULT DescribeFailure(HRESULT status, EXCEPINFO* exception) noexcept {
+    if (exception != nullptr) {
+        *exception = {};
+        ComPtr<IErrorInfo> info;
+        if (GetErrorInfo(0, &info) == S_OK) {
+            info->GetSource(&exception->bstrSource);
+            info->GetDescription(&exception->bstrDescription);
+            info->GetHelpFile(&exception->bstrHelpFile);
+            info->GetHelpContext(&exception->dwHelpContext);
+        }
+        exception->scode = status;
+    }
+    return DISP_E_EXCEPTION;
 }
 
 void Check(HRESULT status) {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <oaidl.h>
 #include <wrl/client.h>
 
 #include <string>
@@ -13,12 +14,16 @@
 
 namespace v5 {
 
+// What a member answers when memory is out: run-time error 7.
+constexpr auto kOutOfMemory = static_cast<HRESULT>(0x800A0007);
+
 // Turns the exception that is being handled into a status and leaves number, description and `source` (the class's
 // programmatic identifier) as the thread's error information. Call it from a catch block only.
 HRESULT ReportCurrentException(REFIID iid, const wchar_t* source) noexcept;
 
-// The exception that is being handled, as an automation error: what a member that never raises may want to report.
-AutomationError CurrentError();
+// What a late-bound call answers when its member has failed: DISP_E_EXCEPTION, with `status` and the thread's error
+// information in `exception`, which may be null.
+HRESULT DescribeFailure(HRESULT status, EXCEPINFO* exception) noexcept;
 
 // Throws AutomationError when a neighbour's call has failed, with the neighbour's own description where it left
 // one and the system's text for the status otherwise.

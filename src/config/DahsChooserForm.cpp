@@ -15,6 +15,7 @@
 #include "dialogs/Dialogs.h"
 #include "dialogs/ModalForm.h"
 #include "platform/Module.h"
+#include "platform/SystemFunction.h"
 
 namespace v5 {
 
@@ -40,17 +41,21 @@ void Report(const std::wstring& message) {
 }
 
 struct ImageListDeleter {
-    void operator()(HIMAGELIST images) const { ImageList_Destroy(images); }
+    void operator()(HIMAGELIST images) const {
+        SystemFunction<decltype(ImageList_Destroy)>(L"comctl32.dll", "ImageList_Destroy")(images);
+    }
 };
 using ImageListHandle = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDeleter>;
 
 // The list's one image, "DAHS", in the size of the display's small icons.
 ImageListHandle CreateImages(int size) {
-    ImageListHandle images(ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 1, 0));
+    const auto create = SystemFunction<decltype(ImageList_Create)>(L"comctl32.dll", "ImageList_Create");
+    ImageListHandle images(create(size, size, ILC_COLOR32 | ILC_MASK, 1, 0));
     const auto icon =
         static_cast<HICON>(LoadImageW(ThisModule(), MAKEINTRESOURCEW(kDahsIcon), IMAGE_ICON, size, size, 0));
     if (icon != nullptr) {
-        ImageList_AddIcon(images.get(), icon);
+        SystemFunction<decltype(ImageList_ReplaceIcon)>(L"comctl32.dll", "ImageList_ReplaceIcon")(images.get(), -1,
+                                                                                                  icon);
         DestroyIcon(icon);
     }
     return images;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 #include "config/DahsEntryList.h"
 #include "config/WindowsSiteHost.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 #include "config/DahsIniEntries.h"
 #include "config/Site.h"

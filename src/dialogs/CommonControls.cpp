@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include "platform/Module.h"
+#include "platform/SystemFunction.h"
 
 namespace v5 {
 
@@ -27,7 +28,7 @@ CommonControlsScope::CommonControlsScope() : mContext(CreateModuleContext()) {
     mActive = mContext != INVALID_HANDLE_VALUE && ActivateActCtx(mContext, &mCookie) != FALSE;
     const INITCOMMONCONTROLSEX classes{sizeof classes,
                                        ICC_STANDARD_CLASSES | ICC_UPDOWN_CLASS | ICC_LISTVIEW_CLASSES | ICC_LINK_CLASS};
-    InitCommonControlsEx(&classes);
+    SystemFunction<decltype(InitCommonControlsEx)>(L"comctl32.dll", "InitCommonControlsEx")(&classes);
 }
 
 CommonControlsScope::~CommonControlsScope() {

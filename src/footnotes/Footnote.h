@@ -4,6 +4,7 @@
 #include <string>
 
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 
 namespace v5 {

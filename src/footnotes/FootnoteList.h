@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 #include "footnotes/Footnote.h"
 #include "footnotes/FootnoteBook.h"

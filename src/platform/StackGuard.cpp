@@ -1,43 +1,26 @@
-// What the compiler's stack protector and its checked copies (_FORTIFY_SOURCE) call. The compiler's own run-time asks a
-// cryptographic provider for the random value, which takes longer than all the rest of loading the DLL and leaves
-// handles behind each time.
-#include <windows.h>
-
+// The stack protector's random value, which lies between a function's arrays and its return address. The compiler's
+// run-time asks a cryptographic provider for it, which takes longer than all the rest of loading the DLL, unless there
+// is a value already: here it gets one first.
+#define _CRT_RAND_S  // makes <cstdlib> declare rand_s, the system's random numbers that nobody can foretell
 #include <cstdint>
+#include <cstdlib>
 
-extern "C" {
-
-BOOLEAN NTAPI SystemFunction036(void* buffer, ULONG size);  // RtlGenRandom, under the name that advapi32 exports
-
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl*): the names that the compiler calls
-
-// Lies between a function's arrays and its return address; a value that an attacker cannot know. This one, of no
-// meaning, holds only until there is a random one.
-std::uintptr_t __stack_chk_guard = static_cast<std::uintptr_t>(0x595E9FBD94FDA700);
-
-// Ends the program at once, without running handlers that a damaged stack could direct.
-[[noreturn]] void __stack_chk_fail() {
-    asm volatile("int $0x29" : : "c"(FAST_FAIL_STACK_COOKIE_CHECK_FAILURE));  // __fastfail, which these headers lack
-    __builtin_unreachable();
-}
-
-// A copy that would have run over its target.
-__attribute__((noreturn)) void __chk_fail() {
-    __stack_chk_fail();
-}
-
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl*)
-
-}  // extern "C"
+extern "C" std::uintptr_t __stack_chk_guard;  // NOLINT(bugprone-reserved-identifier,cert-dcl*): the run-time's own name
 
 namespace {
 
-// Before every other constructor, and not guarded itself: the value changes while it runs.
+// Before every other constructor, and not guarded itself: the value changes while it runs. A text that runs over ends
+// at the value's zero byte. Without random numbers the value stays 0 and the run-time chooses it.
 __attribute__((constructor(101), no_stack_protector)) void ChooseStackGuard() {
-    std::uintptr_t random = 0;
-    if (SystemFunction036(&random, sizeof(random)) != FALSE) {
-        __stack_chk_guard = random & ~std::uintptr_t{0xFF};  // a text that runs over ends at the zero byte
+    std::uintptr_t guard = 0;
+    for (size_t bits = 0; bits < sizeof(guard) * 8; bits += 32) {
+        unsigned int random = 0;
+        if (rand_s(&random) != 0) {
+            return;
+        }
+        guard |= std::uintptr_t{random} << bits;
     }
+    __stack_chk_guard = guard & ~std::uintptr_t{0xFF};
 }
 
 }  // namespace

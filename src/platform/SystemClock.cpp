@@ -4,6 +4,8 @@
 
 #include <mmsystem.h>
 
+#include "platform/SystemFunction.h"
+
 namespace v5 {
 
 CivilDateTime SystemClock::LocalNow() const {
@@ -13,7 +15,8 @@ CivilDateTime SystemClock::LocalNow() const {
 }
 
 std::uint32_t SystemClock::TickMilliseconds() const {
-    return timeGetTime();
+    static const auto tick = SystemFunction<decltype(timeGetTime)>(L"winmm.dll", "timeGetTime");
+    return tick();
 }
 
 }  // namespace v5

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 
 namespace v5 {

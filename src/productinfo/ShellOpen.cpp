@@ -2,10 +2,13 @@
 
 #include <shellapi.h>
 
+#include "platform/SystemFunction.h"
+
 namespace v5 {
 
 void ShellOpen(HWND owner, const std::wstring& address) {
-    ShellExecuteW(owner, L"open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    SystemFunction<decltype(ShellExecuteW)>(L"shell32.dll", "ShellExecuteW")(owner, L"open", address.c_str(), nullptr,
+                                                                             nullptr, SW_SHOWNORMAL);
 }
 
 }  // namespace v5

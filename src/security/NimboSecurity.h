@@ -4,7 +4,9 @@
 #pragma once
 
 #include "V5Msgs.h"
+#include "V5MsgsMembers.h"
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/BstrText.h"
 #include "com/EventSource.h"
 #include "security/MachineSecurityHost.h"

@@ -2,6 +2,7 @@
 // themselves. It answers FootnoteList's interface.
 #include "bench/windows/nothing/Nothing.h"
 #include "V5Strings.h"
+#include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 #include "com/Component.h"
 
