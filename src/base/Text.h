@@ -7,8 +7,9 @@
 
 namespace v5 {
 
-// Upper-cases or lower-cases one character by the simple one-to-one mappings of Unicode for the Latin, Greek and
-// Cyrillic alphabets. Every other character, also one whose mapping would change the length ("ß"), stays as it is.
+// Upper-cases or lower-cases one UTF-16 unit as the platform's LCMapString does for the invariant locale: letters whose
+// simple mappings in Unicode lead there and back, whatever the alphabet. Every other unit stays as it is: one whose
+// mapping would change the length ("ß"), one that shares its capital with another ("ς", "µ"), and surrogates.
 wchar_t ToUpper(wchar_t c);
 wchar_t ToLower(wchar_t c);
 std::wstring ToUpper(std::wstring_view text);

@@ -3,47 +3,54 @@
 #include <vector>
 
 #include "com/Enumerator.h"
-#include "config/DahsIniEntry.h"
 
 namespace v5 {
 
 namespace {
 
 // The entry at a 0-based position; raises what the run-time's collections raise for an index that is out of range.
-ComPtr<DahsIniEntry> AtPosition(const DahsEntryList& list, std::int64_t position) {
-    const DahsEntryPtr entry = list.At(position);
+DahsEntryPtr AtPosition(const DahsEntryList& list, std::int64_t position) {
+    DahsEntryPtr entry = list.At(position);
     if (!entry) {
         throw AutomationError::RunTime(9, L"Subscript out of range");
     }
-    return MakeObject<DahsIniEntry>(entry);
+    return entry;
 }
 
 // The entry with an identifier; raises what the run-time's collections raise for an unknown key.
-ComPtr<DahsIniEntry> WithDahsId(const DahsEntryList& list, std::int32_t dahsID) {
-    const DahsEntryPtr entry = list.Find(dahsID);
+DahsEntryPtr WithDahsId(const DahsEntryList& list, std::int32_t dahsID) {
+    DahsEntryPtr entry = list.Find(dahsID);
     if (!entry) {
         throw AutomationError::RunTime(5, L"Invalid procedure call or argument");
     }
-    return MakeObject<DahsIniEntry>(entry);
+    return entry;
 }
 
 }  // namespace
 
 STDMETHODIMP DahsIniEntries::Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) {
     return Return(result, [&] {
-        return ToBool(isDahsId) ? WithDahsId(*mList, index1) : AtPosition(*mList, std::int64_t{index1} - 1);
+        return ObjectOf(ToBool(isDahsId) ? WithDahsId(*mList, index1) : AtPosition(*mList, std::int64_t{index1} - 1));
     });
 }
 
 STDMETHODIMP DahsIniEntries::Item0(long index0, _DahsIniEntry** result) {
-    return Return(result, [&] { return AtPosition(*mList, index0); });
+    return Return(result, [&] { return ObjectOf(AtPosition(*mList, index0)); });
+}
+
+ComPtr<DahsIniEntry> DahsIniEntries::ObjectOf(const DahsEntryPtr& entry) {
+    ComPtr<DahsIniEntry>& object = mObjects[entry.get()];
+    if (!object) {
+        object = MakeObject<DahsIniEntry>(entry);
+    }
+    return object;
 }
 
 STDMETHODIMP DahsIniEntries::NewEnum(IUnknown** result) {
     return Return(result, [&] {
         std::vector<ComPtr<IDispatch>> objects;
         for (const DahsEntryPtr& entry : *mList) {
-            objects.emplace_back(MakeObject<DahsIniEntry>(entry));
+            objects.emplace_back(ObjectOf(entry));
         }
         return NewEnumerator(objects);
     });

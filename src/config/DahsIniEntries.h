@@ -1,6 +1,7 @@
 // DahsIniEntries: the DAHS entries of a site for automation clients. A created one is empty.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "V5StringsMembers.h"
 #include "com/AutomationObject.h"
 #include "config/DahsEntryList.h"
+#include "config/DahsIniEntry.h"
 
 namespace v5 {
 
@@ -29,7 +31,11 @@ class DahsIniEntries final : public AutomationObject<DahsIniEntries, _DahsIniEnt
     STDMETHODIMP NewEnum(IUnknown** result) override;
 
   private:
+    // The one object of an entry, however and how often clients ask for it.
+    ComPtr<DahsIniEntry> ObjectOf(const DahsEntryPtr& entry);
+
     const std::shared_ptr<const DahsEntryList> mList;
+    std::map<const DahsEntry*, ComPtr<DahsIniEntry>> mObjects;
 };
 
 }  // namespace v5

@@ -11,8 +11,12 @@ bool IsSeparator(wchar_t c) {
     return kSeparators.find(c) != std::wstring_view::npos;
 }
 
-// How much of a path its root takes: "C:" and "C:\", or a leading separator.
+// How much of a path its root takes: "C:" and "C:\", also behind "\\?\", or a leading separator.
 size_t RootLength(std::wstring_view path) {
+    constexpr std::wstring_view kVerbatim = L"\\\\?\\";
+    if (path.starts_with(kVerbatim) && path.substr(kVerbatim.size()).find(L':') == 1) {
+        return kVerbatim.size() + RootLength(path.substr(kVerbatim.size()));
+    }
     if (path.size() >= 2 && path[1] == L':') {
         return path.size() >= 3 && IsSeparator(path[2]) ? 3 : 2;
     }
@@ -21,11 +25,14 @@ size_t RootLength(std::wstring_view path) {
 
 std::wstring StartFolder(const std::wstring& start, const SiteHost& host) {
     if (host.FolderExists(start)) {
-        return start;
+        return host.FullPath(start);
     }
-    std::wstring parent = ParentFolder(start);
-    if (host.FileExists(start) || (!parent.empty() && host.FolderExists(parent))) {
-        return parent;
+    if (host.FileExists(start)) {
+        return ParentFolder(host.FullPath(start));
+    }
+    const std::wstring parent = ParentFolder(start);
+    if (!parent.empty() && host.FolderExists(parent)) {
+        return host.FullPath(parent);
     }
     return host.LibraryFolder();
 }

@@ -16,6 +16,10 @@ class SiteHost {
     // `text` with every %NAME% of a defined environment variable replaced; references to undefined ones stay.
     virtual std::wstring ExpandEnvironment(const std::wstring& text) const = 0;
 
+    // The full path of a path that exists, which may be relative to the current directory. The path itself when the
+    // system does not tell.
+    virtual std::wstring FullPath(const std::wstring& path) const = 0;
+
     // Whether the path names an existing folder, or an existing file that is no folder. Never fail.
     virtual bool FolderExists(const std::wstring& path) const = 0;
     virtual bool FileExists(const std::wstring& path) const = 0;

@@ -97,6 +97,16 @@ std::wstring WindowsSiteHost::ExpandEnvironment(const std::wstring& text) const 
     return expanded;
 }
 
+std::wstring WindowsSiteHost::FullPath(const std::wstring& path) const {
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    const DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    if (length == 0 || length >= full.size()) {
+        return path;
+    }
+    full.resize(length);
+    return full;
+}
+
 bool WindowsSiteHost::FolderExists(const std::wstring& path) const {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;

@@ -8,6 +8,7 @@ namespace v5 {
 class WindowsSiteHost : public SiteHost {
   public:
     std::wstring ExpandEnvironment(const std::wstring& text) const override;
+    std::wstring FullPath(const std::wstring& path) const override;
     bool FolderExists(const std::wstring& path) const override;
     bool FileExists(const std::wstring& path) const override;
     std::wstring ReadFile(const std::wstring& path, std::string& bytes) const override;

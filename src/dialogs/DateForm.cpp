@@ -200,34 +200,45 @@ class DateForm final : public ModalForm {
         Close();
     }
 
+    // The list and the year field share one height, and the arrow buttons beside them, too.
     int LayOutMonthRow(int top) {
         using namespace units;
         const int fields = top + kLabelHeight + 2;
-        int left = kMargin;
-        Place(kPreviousMonth, UnitRect{left, fields, kArrowWidth, kFieldHeight});
-        left += kArrowWidth + kGap;
-        Place(kMonthLabel, UnitRect{left, top, kMonthWidth, kLabelHeight});
-        PlaceMonthList(left, fields);
-        left += kMonthWidth + kGap;
-        Place(kYearLabel, UnitRect{left, top, kYearWidth, kLabelHeight});
-        Place(kYear, UnitRect{left, fields, kYearWidth, kFieldHeight});
+        const int list = kMargin + kArrowWidth + kGap;
+        const int year = list + kMonthWidth + kGap;
+        Place(kMonthLabel, UnitRect{list, top, kMonthWidth, kLabelHeight});
+        Place(kYearLabel, UnitRect{year, top, kYearWidth, kLabelHeight});
+        const RECT row = PlaceMonthList(list, fields);
+        PlaceInRow(kPreviousMonth, kMargin, kArrowWidth, row);
+        PlaceInRow(kYear, year, kYearWidth, row);
         SendMessageW(Control(kYearUpDown), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(kYear)), 0);
-        left += kYearWidth + kGap;
-        Place(kNextMonth, UnitRect{left, fields, kArrowWidth, kFieldHeight});
+        PlaceInRow(kNextMonth, year + kYearWidth + kGap, kArrowWidth, row);
         return fields + kFieldHeight;
     }
 
-    void PlaceMonthList(int left, int top) {
-        // A combo box is given the height of its opened list; that of its closed field follows from its font alone and
-        // is made that of its neighbours here.
+    void PlaceInRow(int id, int left, int width, const RECT& row) const {
+        Place(id, RECT{UnitsX(left), row.top, UnitsX(left + width), row.bottom});
+    }
+
+    // Gives the place of the closed list. A combo box is given the height of its opened list; that of its closed field
+    // follows from that of its items.
+    RECT PlaceMonthList(int left, int top) const {
         constexpr int kListHeight = units::kFieldHeight + 12 * (units::kLabelHeight + 2);
         const HWND list = Control(kMonth);
-        Place(kMonth, UnitRect{left, top, kMonthWidth, kListHeight});
-        RECT closed{};
-        GetWindowRect(list, &closed);
-        const LONG missing = UnitsY(top + units::kFieldHeight) - UnitsY(top) - (closed.bottom - closed.top);
+        PlaceField(kMonth, UnitRect{left, top, kMonthWidth, units::kFieldHeight});
+        RECT place = PlaceOf(list);
+        Place(kMonth, RECT{place.left, place.top, place.right, place.top + UnitsY(kListHeight)});
         const LRESULT height = SendMessageW(list, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
+        const LONG missing = FieldHeight() - (PlaceOf(list).bottom - place.top);
         SendMessageW(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height + missing);
+        return PlaceOf(list);  // in which the system may have had a word
+    }
+
+    RECT PlaceOf(HWND control) const {
+        RECT place{};
+        GetWindowRect(control, &place);
+        MapWindowPoints(nullptr, Window(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
     }
 
     int LayOutGrid(int top) {

@@ -413,6 +413,17 @@ void ModalForm::Place(int id, const UnitRect& place) const {
                    UnitsY(place.top + place.height)});
 }
 
+void ModalForm::PlaceField(int id, const UnitRect& place) const {
+    const int middle = (UnitsY(place.top) + UnitsY(place.top + place.height)) / 2;
+    const int top = middle - FieldHeight() / 2;
+    Place(id, RECT{UnitsX(place.left), top, UnitsX(place.left + place.width), top + FieldHeight()});
+}
+
+int ModalForm::FieldHeight() const {
+    constexpr int kAboveAndBelow = 2;  // that a text field leaves free inside its edges
+    return Measure(L"X").cy + 2 * GetSystemMetrics(SM_CYEDGE) + kAboveAndBelow;
+}
+
 int ModalForm::UnitsX(int units) const {
     return MulDiv(units, mBaseUnits.cx, kUnitsPerCharWidth);
 }

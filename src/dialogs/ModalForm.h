@@ -80,6 +80,13 @@ class ModalForm {
     void Place(int id, const RECT& pixels) const;
     void Place(int id, const UnitRect& place) const;
 
+    // Places a one-line text field in the middle of its place, no higher than FieldHeight(): such a field draws its
+    // text at the top.
+    void PlaceField(int id, const UnitRect& place) const;
+
+    // The height in pixels at which a one-line text field has its text in the middle.
+    int FieldHeight() const;
+
     // Pixels of dialog units, and of twips (1/1440 inch), on the form's display; and back.
     int UnitsX(int units) const;
     int UnitsY(int units) const;

@@ -60,8 +60,8 @@ void TimeFieldControls::Create() {
 void TimeFieldControls::LayOut(int left, int top) {
     for (const TimePart part : kParts) {
         mForm.Place(ids::TimeLabel(part), UnitRect{left, top, kFieldWidth, units::kLabelHeight});
-        mForm.Place(ids::TimeText(part),
-                    UnitRect{left, top + units::kLabelHeight + 2, kFieldWidth, units::kFieldHeight});
+        mForm.PlaceField(ids::TimeText(part),
+                         UnitRect{left, top + units::kLabelHeight + 2, kFieldWidth, units::kFieldHeight});
         // A new buddy makes room for the up-down control at its right end.
         SendMessageW(mForm.Control(ids::TimeUpDown(part)), UDM_SETBUDDY,
                      reinterpret_cast<WPARAM>(mForm.Control(ids::TimeText(part))), 0);

@@ -16,13 +16,9 @@ const LateBound& WindowsInstaller::Installer() {
     return *mInstaller;
 }
 
-std::vector<std::wstring> WindowsInstaller::RelatedProducts(std::wstring_view upgradeCode) {
+std::wstring WindowsInstaller::RelatedProduct(std::wstring_view upgradeCode) {
     const LateBound list(Installer().Call(L"RelatedProducts", {Text(upgradeCode)}));
-    std::vector<std::wstring> products;
-    for (long i = 0, count = list.CallLong(L"Count"); i < count; ++i) {
-        products.push_back(list.CallText(L"Item", {i}));
-    }
-    return products;
+    return list.CallLong(L"Count") > 0 ? list.CallText(L"Item", {0L}) : std::wstring();
 }
 
 std::wstring WindowsInstaller::ProductInfo(std::wstring_view productCode, std::wstring_view attribute) {

@@ -10,7 +10,7 @@ namespace v5 {
 
 class WindowsInstaller final : public InstallerQueries {
   public:
-    std::vector<std::wstring> RelatedProducts(std::wstring_view upgradeCode) override;
+    std::wstring RelatedProduct(std::wstring_view upgradeCode) override;
     std::wstring ProductInfo(std::wstring_view productCode, std::wstring_view attribute) override;
     std::wstring ComponentPath(std::wstring_view productCode, std::wstring_view componentCode) override;
 

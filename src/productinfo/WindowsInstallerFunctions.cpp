@@ -13,16 +13,13 @@ std::wstring FirstProductInfo(InstallerQueries& installer, MessageSink* sink, st
 
 std::wstring FirstRelatedProduct(InstallerQueries& installer, MessageSink* sink, std::wstring_view tag,
                                  std::wstring_view upgradeCode) {
-    const std::vector<std::wstring> products = installer.RelatedProducts(upgradeCode);
-    if (!products.empty()) {
-        return products.front();
-    }
-    if (sink) {
+    std::wstring product = installer.RelatedProduct(upgradeCode);
+    if (product.empty() && sink) {
         sink->RaiseMessage(kMessageTypeProblem, std::wstring(tag) +
                                                     L": Cannot find installed product code for upgrade code '" +
                                                     std::wstring(upgradeCode) + L"'");
     }
-    return {};
+    return product;
 }
 
 std::wstring InstalledProductName(InstallerQueries& installer, MessageSink* sink, std::wstring_view upgradeCode) {

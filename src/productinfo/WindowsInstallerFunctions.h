@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/AutomationError.h"
 #include "base/MessageSink.h"
@@ -16,9 +15,9 @@ class InstallerQueries {
   public:
     virtual ~InstallerQueries() = default;
 
-    // The codes of the installed products that belong to an upgrade code, in the installer's order; empty when there
-    // are none. All codes are GUIDs in braces, upper case.
-    virtual std::vector<std::wstring> RelatedProducts(std::wstring_view upgradeCode) = 0;
+    // The code of the first installed product, in the installer's order, that belongs to an upgrade code; empty when
+    // there is none. All codes are GUIDs in braces, upper case.
+    virtual std::wstring RelatedProduct(std::wstring_view upgradeCode) = 0;
 
     // An attribute of an installed product, such as "InstalledProductName".
     virtual std::wstring ProductInfo(std::wstring_view productCode, std::wstring_view attribute) = 0;

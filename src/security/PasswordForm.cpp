@@ -41,8 +41,8 @@ class PasswordForm final : public ModalForm {
         int top = UnitsY(kMargin);
         Place(ids::kPasswordMessage, RECT{left, top, right, top + Measure(wrapped).cy});
         top += Measure(wrapped).cy + UnitsY(kGap);
-        Place(ids::kPassword, RECT{left, top, right, top + UnitsY(kFieldHeight)});
-        top += UnitsY(kFieldHeight + kGroupGap);
+        Place(ids::kPassword, RECT{left, top, right, top + FieldHeight()});
+        top += FieldHeight() + UnitsY(kGroupGap);
         const int button = UnitsX(kButtonWidth);
         const int bottom = top + UnitsY(kButtonHeight);
         const int cancel = right - button;

@@ -231,10 +231,13 @@ TEST(DahsIni, EntriesAreACollection) {
         {L"Item0", {-1L}, kOutOfRange},
         {L"Item0", {2L}, kOutOfRange},
     };
+    std::map<long, ComPtr<IDispatch>> objects;  // one for each entry, however it is asked for
     for (const auto& c : cases) {
         const CallResult result = Call(entries.Get(), c.member, c.arguments);
         if (c.dahsID > 0) {
             Expect(Object(result.value).Get(), {{L"DahsID", c.dahsID}});
+            ComPtr<IDispatch>& object = objects.emplace(c.dahsID, Object(result.value)).first->second;
+            EXPECT_EQ(Object(result.value).Get(), object.Get()) << c.member;
             continue;
         }
         EXPECT_EQ(result.status, DISP_E_EXCEPTION) << c.member;
@@ -243,6 +246,11 @@ TEST(DahsIni, EntriesAreACollection) {
                   c.dahsID == kNoSuchKey ? L"Invalid procedure call or argument" : L"Subscript out of range");
         EXPECT_EQ(result.errorSource, L"V5Strings.DahsIniEntries");
     }
+    _variant_t next;
+    ComPtr<IEnumVARIANT> walk;
+    ASSERT_EQ(Call(entries.Get(), L"NewEnum").value.punkVal->QueryInterface(IID_PPV_ARGS(&walk)), S_OK);
+    ASSERT_EQ(walk->Next(1, &next, nullptr), S_OK);
+    EXPECT_EQ(Object(next).Get(), objects.at(2).Get());
 }
 
 // Entries outlive the object that read them, and so does what they know about the machine.

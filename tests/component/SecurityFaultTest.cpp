@@ -221,7 +221,7 @@ TEST_F(SecurityFault, WithoutAnXmlParserTheDefaultsHoldAndNothingIsStored) {
     EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
     const std::pair<HRESULT, std::wstring> reasons[] = {
         {E_FAIL, std::to_wstring(E_FAIL) + L", " + _com_error(E_FAIL).ErrorMessage()},
-        {E_OUTOFMEMORY, L"Unexpected failure in the security library"},
+        {E_OUTOFMEMORY, L"7, Out of memory"},
     };
     for (const auto& [status, reason] : reasons) {
         const NoParser none(status);

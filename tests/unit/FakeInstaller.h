@@ -26,12 +26,9 @@ class FakeInstaller : public InstallerQueries {
     bool broken = false;           // every query fails
     bool hasComponentPath = true;  // false: that query fails
 
-    std::vector<std::wstring> RelatedProducts(std::wstring_view upgradeCode) override {
+    std::wstring RelatedProduct(std::wstring_view upgradeCode) override {
         FailIf(broken);
-        if (!mProducts.contains(upgradeCode)) {
-            return {};
-        }
-        return {L"product of " + std::wstring(upgradeCode), L"another product"};
+        return mProducts.contains(upgradeCode) ? L"product of " + std::wstring(upgradeCode) : L"";
     }
 
     std::wstring ProductInfo(std::wstring_view productCode, std::wstring_view attribute) override {

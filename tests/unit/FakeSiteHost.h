@@ -28,6 +28,10 @@ class FakeSiteHost : public SiteHost {
     std::wstring ExpandEnvironment(const std::wstring& text) const override {
         return systemFolder.empty() ? text : ReplaceAll(text, L"%VANTOR5_SYSTEM_FOLDER%", systemFolder);
     }
+    // The current directory is C:\Site.
+    std::wstring FullPath(const std::wstring& path) const override {
+        return path.find(L':') == 1 || path.starts_with(L"\\") ? path : L"C:\\Site\\" + path;
+    }
     bool FolderExists(const std::wstring& path) const override { return folders.count(path) != 0; }
     bool FileExists(const std::wstring& path) const override { return files.count(path) != 0; }
     std::wstring ReadFile(const std::wstring& path, std::string& bytes) const override {

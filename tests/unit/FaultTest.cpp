@@ -48,9 +48,9 @@ struct FaultyProduct : InstallerQueries, RegistryReader, HelpViewer {
     mutable FakeMachine machine;
     bool opened = false;
 
-    std::vector<std::wstring> RelatedProducts(std::wstring_view) override {
-        machine.Require("RelatedProducts");
-        return {L"{1}"};
+    std::wstring RelatedProduct(std::wstring_view) override {
+        machine.Require("RelatedProduct");
+        return L"{1}";
     }
     std::wstring ProductInfo(std::wstring_view, std::wstring_view attribute) override {
         machine.Require("ProductInfo");

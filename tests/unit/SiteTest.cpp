@@ -33,10 +33,30 @@ struct SiteFixture {
 
 }  // namespace
 
+// Whatever form the start has: the file that is found has a full path.
+TEST(SiteFileSearch, FindsAFullPathFromEveryStart) {
+    const struct {
+        const wchar_t* start;
+        const wchar_t* file;
+    } cases[] = {{L"C:\\Site\\a\\b", L"C:\\Site\\Vantor5.INI"}, {L"\\\\?\\C:\\a", L"\\\\?\\C:\\Vantor5.INI"},
+                 {L"\\\\?\\C:\\", L"\\\\?\\C:\\Vantor5.INI"},   {L"a", L"C:\\Site\\a\\Vantor5.INI"},
+                 {L"a\\missing", L"C:\\Site\\Vantor5.INI"},     {L"readme.txt", L"C:\\Site\\Vantor5.INI"},
+                 {L"missing", L"C:\\Program\\Bin\\Vantor5.INI"}};
+    for (const auto& each : cases) {
+        FakeSiteHost host;
+        host.folders.insert({L"a", L"C:\\Site\\a\\b", L"\\\\?\\C:\\a", L"\\\\?\\C:\\"});
+        host.files = {{each.file, ""}, {L"readme.txt", ""}};
+        EXPECT_EQ(FindSiteFile(each.start, host), each.file);
+    }
+}
+
 TEST(SiteFileSearch, ParentFolders) {
     const std::pair<const wchar_t*, const wchar_t*> cases[] = {
         {L"C:\\a\\b", L"C:\\a"},
         {L"C:\\a\\", L"C:\\"},
+        {L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\a"},
+        {L"\\\\?\\C:\\a", L"\\\\?\\C:\\"},
+        {L"\\\\?\\C:\\", L""},
         {L"C:\\a", L"C:\\"},
         {L"C:\\", L""},
         {L"C:", L""},
