@@ -86,6 +86,13 @@ def check_every_member_is_documented():
                 yield f"docs/using.md does not explain {name}.{member}"
 
 
+def check_every_enumerator_is_documented():
+    documents = read("docs/using.md") + read("docs/security.md")
+    for name, value in re.findall(r"^\s+(\w+) = (-?\d+)", read("src/surface/V5Strings.idl"), re.M):
+        if not re.search(rf"`{name}` {value}\b|\| {value} \| `{name}` \|", documents):
+            yield f"docs/using.md does not give {name} as {value}"
+
+
 def check_every_key_is_documented():
     keys = re.search(r"kKeyNames = \{(.*?)\};", read("src/config/DahsSection.cpp"), re.S)[1]
     for key in re.findall(r'"([^"]+)"', keys):
