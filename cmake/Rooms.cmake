@@ -19,13 +19,16 @@ endfunction()
 
 # What every in-process server of this project has in common: it lies at the top of the build folder under its plain
 # name, has the entry points over its own class table (ThisComponent), exports what its .def file names and nothing
-# else, chooses its stack guard, and is stripped. Its sections lie in the file as in memory, so that the loader can map
-# them and need not copy.
+# else, chooses its stack guard, and is stripped. In 64 bit its sections lie in the file as in memory, so that the
+# loader can map them and need not copy.
 function(v5_server name)
   target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src/com/ClassFactory.cpp"
                                  "${CMAKE_SOURCE_DIR}/src/platform/StackGuard.cpp")
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
                         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
-  target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--file-alignment=4096 -Wl,--enable-stdcall-fixup
+  target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--enable-stdcall-fixup
                       -Wl,--exclude-all-symbols)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    target_link_options(${name} PRIVATE -Wl,--file-alignment=4096)
+  endif()
 endfunction()

@@ -3,8 +3,11 @@
 #include <windows.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "V5Strings.h"
 #include "component/Client.h"
+#include "component/Members.h"
 
 namespace v5::test {
 
@@ -40,11 +43,12 @@ TEST_F(LateBindingTest, TakesArgumentsInEveryForm) {
         UINT badArgument = kNoArgument;
     };
     short small = 888;
-    _variant_t script(888L);
+    _variant_t script(888L), omitted = Omitted();
     const Case cases[] = {
         {"the default looks up by number", {888L}, {}, S_OK},
         {"position", {1L, False()}, {}, S_OK},
         {"left out by a comma", {888L, Omitted()}, {}, S_OK},
+        {"left out by a variable", {888L, ByReference(omitted)}, {}, S_OK},
         {"named", {1L}, {{L"blnDahsID", False()}}, S_OK},
         {"all named, in another order", {}, {{L"blnDahsID", False()}, {L"lngIndex1", 1L}}, S_OK},
         {"names without regard to case", {}, {{L"LNGINDEX1", 888L}}, S_OK},
@@ -70,40 +74,66 @@ TEST_F(LateBindingTest, TakesArgumentsInEveryForm) {
     }
 }
 
-TEST_F(LateBindingTest, GivesInOutArgumentsBackInTheCallersType) {
-    _variant_t empty, text(L"12"), number(5.5);
-    long typed = 7;
-    short small = 7;
-    BSTR words = SysAllocString(L"3");
-    struct Case {
-        const char* name;
-        _variant_t argument;
-    };
-    const Case cases[] = {
-        {"an empty variable", ByReference(empty)},         {"a variable with text", ByReference(text)},
-        {"a variable with a number", ByReference(number)}, {"a Long", ByReference(VT_I4, &typed)},
-        {"an Integer", ByReference(VT_I2, &small)},        {"a String", ByReference(VT_BSTR, &words)}};
-    for (const Case& c : cases) {
-        _variant_t secondary(99L);
-        EXPECT_EQ(Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, c.argument, ByReference(secondary)}).status,
-                  S_OK)
-            << c.name;
-        EXPECT_EQ(secondary, _variant_t(0L)) << c.name;
+// A client's variable of any type, with the number 7 in it, as the platform converts it there and back.
+struct Variable {
+    explicit Variable(VARTYPE type) {
+        V_VT(&holder) = VT_BSTR;
+        V_BSTR(&holder) = SysAllocString(L"7");
+        if (FAILED(VariantChangeType(&holder, &holder, 0, type))) {
+            holder.Clear();
+            V_VT(&holder) = type;  // a type that takes no numbers: with nothing in it
+        }
     }
-    for (const _variant_t& variable : {empty, text, number}) {
+    ~Variable() { V_VT(&holder) = V_VT(&holder) == VT_BSTR ? VT_BSTR : VT_EMPTY; }
+    _variant_t Reference() {
+        const bool isDecimal = V_VT(&holder) == VT_DECIMAL;  // which takes the whole of the VARIANT
+        return ByReference(V_VT(&holder), isDecimal ? static_cast<void*>(&holder) : &V_BYREF(&holder));
+    }
+    long Number() const {
+        VARIANT held = holder;  // borrowed; a decimal has overwritten its own type
+        _variant_t number;
+        V_VT(&held) = V_VT(&held) == VT_EMPTY ? static_cast<VARTYPE>(VT_DECIMAL) : V_VT(&held);
+        EXPECT_EQ(VariantChangeType(&number, &held, 0, VT_I4), S_OK) << V_VT(&held);
+        return V_I4(&number);
+    }
+    _variant_t holder;
+};
+
+TEST_F(LateBindingTest, GivesInOutArgumentsBackInTheCallersType) {
+    constexpr VARTYPE kNumbers[] = {VT_I1, VT_UI1, VT_I2, VT_UI2, VT_I4, VT_UI4,  VT_INT,  VT_UINT,
+                                    VT_I8, VT_UI8, VT_R4, VT_R8,  VT_CY, VT_DATE, VT_BSTR, VT_DECIMAL};
+    constexpr VARTYPE kOthers[] = {VT_DISPATCH, VT_UNKNOWN, VT_ERROR, VT_ARRAY | VT_I4, VT_RECORD};
+    const auto find = [&](const _variant_t& primary, const _variant_t& secondary) {
+        return Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, primary, secondary}).status;
+    };
+    for (const VARTYPE type : kNumbers) {  // the answers are 888, too much for a byte, and 0
+        Variable primary(type), secondary(type);
+        const bool isByte = type == VT_I1 || type == VT_UI1;
+        EXPECT_EQ(find(primary.Reference(), secondary.Reference()), isByte ? DISP_E_OVERFLOW : S_OK) << type;
+        EXPECT_EQ(primary.Number(), isByte ? 7 : 888) << type;
+        EXPECT_EQ(secondary.Number(), 0) << type;
+    }
+    for (const VARTYPE type : kOthers) {  // what cannot go in or come back is refused before the call
+        Variable primary(VT_I4), unfit(type);
+        EXPECT_EQ(find(primary.Reference(), unfit.Reference()), DISP_E_TYPEMISMATCH) << type;
+        EXPECT_EQ(primary.Number(), 7) << type;
+    }
+    for (_variant_t variable : {_variant_t(), _variant_t(L"12"), _variant_t(5.5)}) {  // a script's takes any type
+        EXPECT_EQ(find(ByReference(variable), 2L), S_OK) << "an expression is taken as it is";
         EXPECT_EQ(variable, _variant_t(888L));
     }
-    EXPECT_EQ(typed, 888);
-    EXPECT_EQ(small, 888);
-    EXPECT_EQ(Taken(words), L"888");
-
-    // An expression is taken as it is; what would be given back is dropped.
-    EXPECT_EQ(Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, 1L, 2L}).status, S_OK);
-    // What cannot go in is refused before the call.
-    _variant_t unfit(L"none");
-    EXPECT_EQ(Call(mMain.Get(), L"FindRedundantDasIDs", {L"ab", 0L, ByReference(unfit), 2L}).status,
-              DISP_E_TYPEMISMATCH);
+    _variant_t unfit(L"none"), omitted = Omitted();
+    EXPECT_EQ(find(ByReference(unfit), 2L), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(Text(unfit), L"none");
+    EXPECT_EQ(find(ByReference(omitted), 2L), DISP_E_PARAMNOTOPTIONAL) << "a variable may be marked as omitted";
+
+    const ComPtr<IDispatch> security = CreateByName(L"V5Strings.NimboSecurity");
+    Variable text(VT_BSTR), number(VT_I4);
+    const auto lists = [&](Variable& variable) {
+        return Call(security.Get(), L"GetSidsForPrivilegeLevels", {L"", L"", variable.Reference()}).status;
+    };
+    EXPECT_EQ(lists(text), S_OK);
+    EXPECT_EQ(lists(number), DISP_E_TYPEMISMATCH) << "a list of accounts is no number";
 }
 
 TEST_F(LateBindingTest, TellsWhatWentWrongAndWhere) {
@@ -181,6 +211,39 @@ TEST(LateBinding, TakesAnyObjectOrNoneAsMessageSink) {
     EXPECT_EQ(refused.status, DISP_E_TYPEMISMATCH) << "it is not a message sink";
     EXPECT_EQ(refused.badArgument, 1U);
     EXPECT_EQ(Get(list.Get(), L"Count"), _variant_t(2L));
+}
+
+// Every name of every member and parameter, in any case, is found as the platform finds it in the type library.
+TEST(LateBinding, FindsNamesAsThePlatformDoes) {
+    ComPtr<ITypeLib> library;
+    ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
+    size_t names = 0;
+    for (const PublishedClass& published : PublishedClasses(*library.Get())) {
+        const ComPtr<IDispatch> object = CreateByName((L"V5Strings." + published.name).c_str());
+        ComPtr<ITypeInfo> info;
+        ASSERT_EQ(library->GetTypeInfoOfGuid(published.iid, &info), S_OK);
+        FUNCDESC* function = nullptr;
+        for (UINT i = 0; info->GetFuncDesc(i, &function) == S_OK; ++i) {
+            BSTR texts[16] = {};
+            DISPID ours[16] = {}, platforms[16] = {};
+            UINT count = 0;
+            info->GetNames(function->memid, texts, 16, &count);
+            for (UINT k = 0; k < count; ++k) {
+                i % 2 != 0 ? _wcsupr(texts[k]) : _wcslwr(texts[k]);
+            }
+            if ((function->wFuncFlags & FUNCFLAG_FRESTRICTED) == 0) {  // IDispatch's own
+                EXPECT_EQ(object->GetIDsOfNames(IID_NULL, texts, count, 0, ours),
+                          info->GetIDsOfNames(texts, count, platforms));
+                EXPECT_TRUE(std::equal(ours, ours + count, platforms)) << published.name << " " << texts[0];
+                names += count;
+            }
+            for (UINT k = 0; k < count; ++k) {
+                SysFreeString(texts[k]);
+            }
+            info->ReleaseFuncDesc(function);
+        }
+    }
+    EXPECT_GT(names, 200u);
 }
 
 // Script engines and object browsers ask an object for its own description.

@@ -150,11 +150,12 @@ inline std::vector<PublishedClass> PublishedClasses(ITypeLib& library) {
     return classes;
 }
 
-enum class Outputs { kNull, kReal };
+enum class Outputs { Null, Real };
 
-// Calls a member of `object`, a pointer to the default interface itself, as a compiled client would: zeros, null texts
-// and null objects go in; what comes out is dropped. Gives the member's status.
-inline HRESULT CallWithZeros(void* object, const PublishedMember& member, Outputs outputs) {
+// Calls a member of `object`, a pointer to the default interface itself, as a compiled client would: `number` or
+// `date`, null texts and null objects go in; what comes out is dropped. Gives the member's status.
+inline HRESULT CallByTable(void* object, const PublishedMember& member, Outputs outputs, long number = 0,
+                           DATE date = 0) {
     std::array<VARIANT, 20> slots{}, arguments{};
     std::array<VARTYPE, 20> types{};
     std::array<VARIANTARG*, 20> pointers{};
@@ -162,10 +163,15 @@ inline HRESULT CallWithZeros(void* object, const PublishedMember& member, Output
     for (size_t i = 0; i < count; ++i) {
         const MemberParameter& parameter = member.parameters[i];
         V_VT(&arguments[i]) = parameter.type;
+        if (parameter.type == VT_DATE) {
+            V_DATE(&arguments[i]) = date;
+        } else if (parameter.type == VT_I4) {
+            V_I4(&arguments[i]) = number;
+        }
         if (parameter.isReference) {
             V_VT(&arguments[i]) = VT_BYREF | VT_I4;  // a pointer is a pointer
             void* slot = parameter.type == VT_VARIANT ? static_cast<void*>(&slots[i]) : &V_BYREF(&slots[i]);
-            V_BYREF(&arguments[i]) = outputs == Outputs::kReal ? slot : nullptr;
+            V_BYREF(&arguments[i]) = outputs == Outputs::Real ? slot : nullptr;
         }
         types[i] = V_VT(&arguments[i]);
         pointers[i] = &arguments[i];

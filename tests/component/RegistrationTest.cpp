@@ -286,7 +286,7 @@ TEST(RegistryUse, ObjectsWriteNothing) {
         }
         for (const PublishedMember& member : published.members) {
             if (!member.ShowsWindow() && member.name != L"Setup" && member.name != L"Teardown") {
-                CallWithZeros(members.Get(), member, Outputs::kReal);
+                CallByTable(members.Get(), member, Outputs::Real);
             }
         }
     }
