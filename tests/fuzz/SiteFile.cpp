@@ -14,6 +14,7 @@ class OneFileHost final : public SiteHost {
     explicit OneFileHost(std::string bytes) : mBytes(std::move(bytes)) {}
 
     std::wstring ExpandEnvironment(const std::wstring&) const override { return L"C:\\Vantor"; }
+    std::wstring FullPath(const std::wstring& path) const override { return path; }
     bool FolderExists(const std::wstring&) const override { return true; }
     bool FileExists(const std::wstring&) const override { return true; }
     std::wstring ReadFile(const std::wstring&, std::string& bytes) const override {
