@@ -140,7 +140,117 @@ void AskForAccounts() {
     }
 }
 
+// V5DBIL as the security object sees it, each call counted: a round trip to the database, or what may be one.
+class CountedDatabase final : public IDatabaseInterface, public IClassFactory {
+  public:
+    CountedDatabase() {
+        mInner = Create<IDatabaseInterface>(L"V5DBIL.DatabaseInterface");
+        Check(CoRegisterClassObject(CLSID_DatabaseInterface, static_cast<IClassFactory*>(this), CLSCTX_INPROC_SERVER,
+                                    REGCLS_MULTIPLEUSE, &mCookie),
+              "CoRegisterClassObject");
+    }
+    virtual ~CountedDatabase() { CoRevokeClassObject(mCookie); }
+    CountedDatabase(const CountedDatabase&) = delete;
+    CountedDatabase& operator=(const CountedDatabase&) = delete;
+
+    int calls = 0;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        if (iid == IID_IClassFactory) {
+            *object = static_cast<IClassFactory*>(this);
+            return S_OK;
+        }
+        if (iid == IID_IDatabaseInterface || iid == IID_IUnknown) {
+            *object = static_cast<IDatabaseInterface*>(this);
+            return S_OK;
+        }
+        return mInner->QueryInterface(iid, object);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override { return QueryInterface(iid, object); }
+    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP SetApplicationName(BSTR name, VARIANT_BOOL* done) override {
+        return Counted().SetApplicationName(name, done);
+    }
+    STDMETHODIMP Initialise(BSTR site, BSTR language, BSTR config, BSTR alarms, BSTR data, BSTR shortTerm,
+                            BSTR realtime, VARIANT_BOOL noninteractive, long options, VARIANT_BOOL* done) override {
+        return Counted().Initialise(site, language, config, alarms, data, shortTerm, realtime, noninteractive, options,
+                                    done);
+    }
+    STDMETHODIMP OpenSite(BSTR site, long source, long channel, long average, long open, long cache, long reserved,
+                          VARIANT_BOOL* done) override {
+        return Counted().OpenSite(site, source, channel, average, open, cache, reserved, done);
+    }
+    STDMETHODIMP Close() override { return Counted().Close(); }
+    STDMETHODIMP ForgetLogons(BSTR site) override { return Counted().ForgetLogons(site); }
+    STDMETHODIMP ReadLookup(BSTR site, long level, BSTR table, BSTR key, BSTR* value) override {
+        return Counted().ReadLookup(site, level, table, key, value);
+    }
+    STDMETHODIMP WriteLookup(BSTR site, long level, BSTR table, BSTR key, BSTR value, VARIANT_BOOL* done) override {
+        return Counted().WriteLookup(site, level, table, key, value, done);
+    }
+    STDMETHODIMP WriteEventLog(BSTR site, DATE time, BSTR text, BSTR category, long kind, BSTR source, BSTR tag,
+                               VARIANT_BOOL* done) override {
+        return Counted().WriteEventLog(site, time, text, category, kind, source, tag, done);
+    }
+    STDMETHODIMP ReadEventLog(BSTR site, long most, VARIANT* records) override {
+        return Counted().ReadEventLog(site, most, records);
+    }
+    STDMETHODIMP get_SiteInfo(BSTR site, ISiteInfo** info) override { return Counted().get_SiteInfo(site, info); }
+    STDMETHODIMP UsesWindowsAuthentication(BSTR connection, VARIANT_BOOL* windows) override {
+        return Counted().UsesWindowsAuthentication(connection, windows);
+    }
+
+  private:
+    IDatabaseInterface& Counted() {
+        ++calls;
+        return *mInner.Get();
+    }
+
+    ComPtr<IDatabaseInterface> mInner;
+    DWORD mCookie = 0;
+};
+
+// The calls of one check of each kind of restriction, beside the least: the rows that decide it, and which user on
+// which kind of site (the site's object, and what its connection string means).
+void RoundTrips(Table& table) {
+    struct Kind {
+        const char* name;
+        long restriction;
+        double rows;
+    };
+    constexpr Kind kKinds[] = {{"a stored minimum", RID_DBE_BackupOrRestoreDataDB, 3},
+                               {"a default minimum", RID_RG_SetupAutoReports, 3},
+                               {"a fixed minimum", RID_DBE_OpenSecurityForm, 1},
+                               {"the maker's menu", RID_DBE_UseNimboMenu, 2}};
+    for (const wchar_t* login : {L";User ID=jsmith", L";Integrated Security=SSPI"}) {
+        CountedDatabase counted;
+        const Site site(login);
+        const bool isSql = std::wstring(login).find(L"User") != std::wstring::npos;
+        for (const Kind& kind : kKinds) {
+            counted.calls = 0;
+            VARIANT_BOOL allowed = VARIANT_FALSE;
+            Check(site.security->CheckUserPrivilegeLevel(static_cast<RestrictionIDEnum>(kind.restriction),
+                                                         VARIANT_FALSE, &allowed),
+                  "CheckUserPrivilegeLevel");
+            table.Add({.name = std::string("round trips: ") + kind.name + ", " + (isSql ? "SQL login" : "Windows") +
+                               " / the least",
+                       .goal = 1.2,  // one call more
+                       .unit = "calls"},
+                      counted.calls, kind.rows + 2);
+        }
+    }
+}
+
 void Security(Table& table) {
+    RoundTrips(table);
     const Site sql(L";User ID=jsmith");
     const Site windows(L";Integrated Security=SSPI");
     table.Compare(

@@ -1,5 +1,9 @@
-// From CoCreateInstance to the first answered call, the DLL loaded anew each time, against a class that does nothing in
-// a DLL that is built the same way and registered in the same place.
+// From CoCreateInstance to the first answered call, the DLL loaded anew each time, and what loading it takes of the
+// process's memory, against a class that does nothing in a DLL that is built the same way and registered in the same
+// place.
+#include <string>
+#include <vector>
+
 #include "V5Strings.h"
 #include "bench/Bench.h"
 #include "bench/windows/Com.h"
@@ -50,13 +54,25 @@ std::wstring DllOf(REFCLSID clsid) {
 }
 
 // `dll` has the whole path: for a mere name, the loader would search the folders of the system.
-void StartAndCall(REFCLSID clsid, const std::wstring& dll) {
+void StartAndCall(REFCLSID clsid, const std::wstring& dll, bool isLateBound) {
     for (int i = 0; i < kStarts; ++i) {
         {
             ComPtr<_FootnoteList> object;
             Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "CoCreateInstance");
             long count = -1;
-            Check(object->get_Count(&count), "get_Count");
+            if (isLateBound) {
+                wchar_t text[] = L"Count", *name = text;
+                DISPID id = 0;
+                VARIANT answer;
+                DISPPARAMS none = {};
+                Check(object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
+                Check(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &answer, nullptr,
+                                     nullptr),
+                      "Invoke");
+                count = V_I4(&answer);
+            } else {
+                Check(object->get_Count(&count), "get_Count");
+            }
             Check(count == 0 && GetModuleHandleW(dll.c_str()) != nullptr ? S_OK : E_FAIL, "the answer");
         }
         CoFreeUnusedLibrariesEx(0, 0);
@@ -64,16 +80,58 @@ void StartAndCall(REFCLSID clsid, const std::wstring& dll) {
     }
 }
 
+// The bytes that the process alone has: writable memory of its own, heaps and the data of its modules included.
+double PrivateBytes() {
+    MEMORY_BASIC_INFORMATION region;
+    size_t bytes = 0;
+    const char* at = nullptr;
+    while (VirtualQuery(at, &region, sizeof region) == sizeof region) {
+        constexpr DWORD kWritable = PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
+        const bool isOwn = region.State == MEM_COMMIT && (region.Type == MEM_PRIVATE || region.Type == MEM_IMAGE);
+        bytes += isOwn && (region.Protect & kWritable) != 0 ? region.RegionSize : 0;
+        at = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+    }
+    return static_cast<double>(bytes);
+}
+
+// What the process has more while it holds an object of each class.
+double BytesFor(const std::vector<CLSID>& classes) {
+    const double before = PrivateBytes();
+    std::vector<ComPtr<IDispatch>> objects;
+    for (const CLSID& clsid : classes) {
+        objects.emplace_back();
+        Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&objects.back())),
+              "CoCreateInstance");
+    }
+    const double bytes = PrivateBytes() - before;
+    objects.clear();
+    CoFreeUnusedLibrariesEx(0, 0);
+    return bytes;
+}
+
 void Start(Table& table) {
     Check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
     const NothingRegistered registered;
     const std::wstring dll = DllOf(__uuidof(FootnoteList));
-    table.Compare(
-        {.name = "start: CoCreateInstance to the first answer / a class that does nothing",
-         .goal = 1.2,
-         .runs = 15,
-         .operations = kStarts},
-        [&] { StartAndCall(__uuidof(FootnoteList), dll); }, [&] { StartAndCall(kNothing, registered.Dll()); });
+    for (const bool isLateBound : {false, true}) {
+        table.Compare(
+            {.name = std::string("start: CoCreateInstance to the first answer") + (isLateBound ? ", late-bound" : "") +
+                     " / a class that does nothing",
+             .goal = 1.2,
+             .runs = 15,
+             .operations = kStarts},
+            [&] { StartAndCall(__uuidof(FootnoteList), dll, isLateBound); },
+            [&] { StartAndCall(kNothing, registered.Dll(), isLateBound); });
+    }
+    const double peers = BytesFor({kNothing});
+    table.Add({.name = "memory: the DLL and an object of each class / a class that does nothing",
+               .goal = 4,
+               .operations = 1024,
+               .unit = "KB"},
+              BytesFor({__uuidof(NimboStringsMain), __uuidof(LogFileClass), __uuidof(NimboErrorNumbers),
+                        __uuidof(DahsIniMain), __uuidof(DahsIniEntries), __uuidof(DahsIniEntry),
+                        __uuidof(NimboSecurity), __uuidof(NimboHelp), __uuidof(FootnoteList), __uuidof(Footnote)}),
+              peers);
     CoUninitialize();
 }
 
