@@ -1,7 +1,7 @@
 #include "security/NimboSecurity.h"
 
 #include "dialogs/Dialogs.h"
-#include "security/PasswordForm.h"
+#include "security/frmGetPasswordFromUser.h"
 
 namespace v5 {
 
