@@ -34,9 +34,9 @@ constexpr std::uint32_t kExclamation = 0x30;
 
 void Report(const std::wstring& message) {
     TimedMessageBoxSettings settings;
-    settings.title = kTitle;
-    settings.prompt = message;
-    settings.style = kExclamation;
+    settings.Title = kTitle;
+    settings.Prompt = message;
+    settings.Buttons = kExclamation;
     ShowTimedMessageBox(settings);
 }
 

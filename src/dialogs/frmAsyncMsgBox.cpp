@@ -39,7 +39,7 @@ using IconHandle = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
 class frmAsyncMsgBox final : public ModalForm {
   public:
     explicit frmAsyncMsgBox(const TimedMessageBoxSettings& settings)
-        : ModalForm(settings.title), mPrompt(settings.prompt), mModel(settings.style, settings.timeout) {}
+        : ModalForm(settings.Title), mPrompt(settings.Prompt), mModel(settings.Buttons, settings.Timeout) {}
 
     MessageBoxResult Result() const { return mResult; }
 
@@ -168,7 +168,7 @@ MessageBoxResult ShowTimedMessageBox(const TimedMessageBoxSettings& settings) {
     frmAsyncMsgBox form(settings);
     constexpr UINT kIconBits = 0x70;
     constexpr UINT kPlainBeep = 0xFFFFFFFF;
-    if (settings.beep && !MessageBeep(settings.style & kIconBits)) {
+    if (settings.beep && !MessageBeep(settings.Buttons & kIconBits)) {
         MessageBeep(kPlainBeep);
     }
     form.ShowModal(settings.hasOwner ? ModalForm::Ownership::Owned : ModalForm::Ownership::Unowned);

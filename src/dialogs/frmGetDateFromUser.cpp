@@ -39,11 +39,11 @@ constexpr struct {
 class frmGetDateFromUser final : public ModalForm {
   public:
     frmGetDateFromUser(const DateDialogSettings& settings, const CivilDateTime& now)
-        : ModalForm(settings.title), mModel(settings, now) {
+        : ModalForm(settings.Title), mModel(settings, now) {
         mTime.SetVisible(mModel.ShowsTime(), mModel.ShowsMinutes());
     }
 
-    double Result() const { return mAccepted ? mModel.Answer() : kDateCancelled; }
+    double Result() const { return mAccepted ? mModel.DateTimeValue() : kDateCancelled; }
 
   protected:
     void CreateControls() override {

@@ -15,9 +15,9 @@ namespace {
 class frmGetTimeFromUser final : public ModalForm {
   public:
     explicit frmGetTimeFromUser(const TimeDialogSettings& settings)
-        : ModalForm(settings.title), mModel(settings), mAllowsCancel(settings.allowUserToCancel) {}
+        : ModalForm(settings.Title), mModel(settings), mAllowsCancel(settings.AllowUserToCancel) {}
 
-    TimeDialogResult Result() const { return {mModel.Answer(), mCancelled}; }
+    TimeDialogResult Result() const { return {mModel.DateTimeValue(), mCancelled}; }
 
   protected:
     void CreateControls() override {

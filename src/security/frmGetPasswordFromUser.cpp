@@ -20,8 +20,8 @@ constexpr int kMessageWidth = 190;  // dialog units
 class frmGetPasswordFromUser final : public ModalForm {
   public:
     frmGetPasswordFromUser(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled)
-        : ModalForm(texts.title.empty() ? L"Password" : texts.title),
-          mMessage(texts.message.empty() ? L"Enter the password:" : texts.message),
+        : ModalForm(texts.WindowTitle.empty() ? L"Password" : texts.WindowTitle),
+          mMessage(texts.Message.empty() ? L"Enter the password:" : texts.Message),
           mIsSettled(isSettled) {}
 
   protected:
@@ -69,7 +69,7 @@ class frmGetPasswordFromUser final : public ModalForm {
         {ids::cmdCancel, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
-    // Keeps the text in the box: nobody but Read() gets it out, by the clipboard, by asking or by unmasking.
+    // Keeps the text in the box: nobody but PasswordText() gets it out, by the clipboard, by asking or by unmasking.
     std::optional<LRESULT> Protect(UINT message, WPARAM wParam) const {
         switch (message) {
             case WM_COPY:
@@ -88,7 +88,9 @@ class frmGetPasswordFromUser final : public ModalForm {
 
     void Judge() {
         ShowWindow(Window(), SW_HIDE);
-        if (mIsSettled(Read())) {
+        SecretText typed = PasswordText();
+        ClearPasswordText();
+        if (mIsSettled(std::move(typed))) {
             Close();
             return;
         }
@@ -97,14 +99,15 @@ class frmGetPasswordFromUser final : public ModalForm {
         FocusOn(Control(ids::txtPassword));
     }
 
-    SecretText Read() {
+    void ClearPasswordText() const { SetTextOf(ids::txtPassword, L""); }
+
+    SecretText PasswordText() {
         wchar_t typed[kLongestPassword + 1];
         mReading = true;
         const int length = GetWindowTextW(Control(ids::txtPassword), typed, static_cast<int>(std::size(typed)));
         mReading = false;
         SecretText password(std::wstring_view(typed, static_cast<size_t>(length)));
         Wipe(typed, std::size(typed));
-        SetTextOf(ids::txtPassword, L"");
         return password;
     }
 
