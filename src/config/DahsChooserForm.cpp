@@ -34,9 +34,9 @@ constexpr std::uint32_t kExclamation = 0x30;
 
 void Report(const std::wstring& message) {
     TimedMessageBoxSettings settings;
-    settings.title = kTitle;
-    settings.prompt = message;
-    settings.style = kExclamation;
+    settings.Title = kTitle;
+    settings.Prompt = message;
+    settings.Buttons = kExclamation;
     ShowTimedMessageBox(settings);
 }
 
@@ -94,16 +94,16 @@ class DahsChooserForm final : public ModalForm {
         using namespace units;
         mImages = CreateImages(FromTwips(kSmallIcon));
         SendMessageW(List(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(mImages.get()));
-        Place(ids::kDahsList, UnitRect{kMargin, kMargin, kNarrowest, kNarrowest});  // its heading gets its height
+        Place(ids::lsvDahsList, UnitRect{kMargin, kMargin, kNarrowest, kNarrowest});  // its heading gets its height
         const RECT list = ListPlace();
-        Place(ids::kDahsList, list);
+        Place(ids::lsvDahsList, list);
         FitColumn();
         const int top = list.bottom + UnitsY(kGroupGap);
         const int width = UnitsX(kButtonWidth);
         const int bottom = top + UnitsY(kButtonHeight);
         const int ok = list.right - 2 * width - UnitsX(kGap);
-        Place(IDOK, RECT{ok, top, ok + width, bottom});
-        Place(IDCANCEL, RECT{list.right - width, top, list.right, bottom});
+        Place(ids::cmdOK, RECT{ok, top, ok + width, bottom});
+        Place(ids::cmdCancel, RECT{list.right - width, top, list.right, bottom});
         return {list.right + UnitsX(kMargin), bottom + UnitsY(kMargin)};
     }
 
@@ -115,15 +115,15 @@ class DahsChooserForm final : public ModalForm {
     }
 
     void OnCommand(int id, int) override {
-        if (id == IDOK) {
+        if (id == ids::cmdOK) {
             Accept();
-        } else if (id == IDCANCEL) {
+        } else if (id == ids::cmdCancel) {
             Close();
         }
     }
 
     std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override {
-        if (message != WM_NOTIFY || reinterpret_cast<const NMHDR*>(lParam)->idFrom != ids::kDahsList) {
+        if (message != WM_NOTIFY || reinterpret_cast<const NMHDR*>(lParam)->idFrom != ids::lsvDahsList) {
             return std::nullopt;
         }
         switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
@@ -145,14 +145,14 @@ class DahsChooserForm final : public ModalForm {
   private:
     static constexpr int kSmallIcon = 240;  // twips: 16 pixels at 96 dots per inch
     static constexpr ControlSpec kControls[] = {
-        {ids::kDahsList, WC_LISTVIEWW, L"DAHS",
+        {ids::lsvDahsList, WC_LISTVIEWW, L"DAHS",
          WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | LVS_SHAREIMAGELISTS,
          WS_EX_CLIENTEDGE},
-        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
-        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+        {ids::cmdOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {ids::cmdCancel, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
-    HWND List() const { return Control(ids::kDahsList); }
+    HWND List() const { return Control(ids::lsvDahsList); }
 
     // The column that shows every row whole: each row's end tells its role.
     LONG WidestRow() const {

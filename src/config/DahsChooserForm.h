@@ -16,8 +16,8 @@ struct DahsChooserSettings {
 };
 
 struct DahsChoice {
-    bool cancelled = true;
-    std::int32_t dahsID = 0;  // of the selected row; 0 when none is
+    bool Cancelled = true;
+    std::int32_t DahsID = 0;  // of the selected row; 0 when none is
 };
 
 // Reads the site file through `host` as it is now and shows the dialog modally. A site that cannot be read, or has

@@ -10,11 +10,12 @@ namespace {
 constexpr NumberRange kYears{kMinYear, kMaxYear};
 
 bool StartsWithoutDate(const DateDialogSettings& settings) {
-    return settings.initial == kNoDate && !settings.dateCannotBeNull;
+    return settings.DateTimeValue == kNoDate && !settings.DateCannotBeNull;
 }
 
 CivilDateTime InitialTime(const DateDialogSettings& settings, const CivilDateTime& now) {
-    return settings.initial == 0.0 || StartsWithoutDate(settings) ? now : FromAutomationDate(settings.initial);
+    return settings.DateTimeValue == 0.0 || StartsWithoutDate(settings) ? now
+                                                                        : FromAutomationDate(settings.DateTimeValue);
 }
 
 CivilDateTime Midnight(const CivilDateTime& time) {
@@ -22,15 +23,15 @@ CivilDateTime Midnight(const CivilDateTime& time) {
 }
 
 TimeFields InitialFields(const DateDialogSettings& settings, const CivilDateTime& time) {
-    return {time.hour, settings.getMinutesAlso ? time.minute : 0, settings.use24HourFormat};
+    return {time.hour, settings.GetMinutesAlso ? time.minute : 0, settings.Use24HourFormat};
 }
 
 }  // namespace
 
 DateDialogModel::DateDialogModel(const DateDialogSettings& settings, const CivilDateTime& now)
-    : mShowsTime(!settings.useDateOnly),
-      mShowsMinutes(!settings.useDateOnly && settings.getMinutesAlso),
-      mShowsNoDate(!settings.dateCannotBeNull),
+    : mShowsTime(!settings.UseDateOnly),
+      mShowsMinutes(!settings.UseDateOnly && settings.GetMinutesAlso),
+      mShowsNoDate(!settings.DateCannotBeNull),
       mNoDate(StartsWithoutDate(settings)),
       mToday(Midnight(now)),
       mShown(Midnight(InitialTime(settings, now))),
@@ -96,7 +97,7 @@ void DateDialogModel::StepYear(bool up) {
     Choose(std::clamp(mShown.year + (up ? 1 : -1), kYears.lowest, kYears.highest), mShown.month, mShown.day);
 }
 
-double DateDialogModel::Answer() const {
+double DateDialogModel::DateTimeValue() const {
     if (mNoDate) {
         return kNoDate;
     }

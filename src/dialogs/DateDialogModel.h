@@ -21,12 +21,12 @@ inline constexpr std::wstring_view kMonthNames[] = {L"January",   L"February", L
 inline constexpr std::wstring_view kWeekdayNames[] = {L"Sun", L"Mon", L"Tue", L"Wed", L"Thu", L"Fri", L"Sat"};
 
 struct DateDialogSettings {
-    std::wstring title;            // the window's caption
-    double initial = 0.0;          // automation date shown at first; exactly 0 shows the present date and time
-    bool use24HourFormat = false;  // hours 0 to 23 without AM/PM field
-    bool useDateOnly = false;      // no time fields, the answer is a date at midnight
-    bool getMinutesAlso = true;    // show the minute field; else minutes are 0
-    bool dateCannotBeNull = true;  // the user cannot answer "no date"
+    std::wstring Title;            // the window's caption
+    double DateTimeValue = 0.0;    // automation date shown at first; exactly 0 shows the present date and time
+    bool Use24HourFormat = false;  // hours 0 to 23 without AM/PM field
+    bool UseDateOnly = false;      // no time fields, the answer is a date at midnight
+    bool GetMinutesAlso = true;    // show the minute field; else minutes are 0
+    bool DateCannotBeNull = true;  // the user cannot answer "no date"
 };
 
 class DateDialogModel {
@@ -75,7 +75,7 @@ class DateDialogModel {
     void SetNoDate(bool noDate) { mNoDate = noDate && mShowsNoDate; }
 
     // The answer of a dialog closed by OK: kNoDate, or the automation date and time that the fields stand for.
-    double Answer() const;
+    double DateTimeValue() const;
 
   private:
     void Show(int year, int month, int day);

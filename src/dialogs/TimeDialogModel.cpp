@@ -7,8 +7,8 @@ namespace v5 {
 namespace {
 
 TimeFields InitialFields(const TimeDialogSettings& settings) {
-    const CivilDateTime time = FromAutomationDate(settings.initial);
-    return {time.hour, time.minute, settings.use24HourFormat, FilterCaption(L"AM"), FilterCaption(L"PM")};
+    const CivilDateTime time = FromAutomationDate(settings.DateTimeValue);
+    return {time.hour, time.minute, settings.Use24HourFormat, FilterCaption(L"AM"), FilterCaption(L"PM")};
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ void TimeDialogModel::SetUse24Hour(bool use24Hour) {
     }
 }
 
-double TimeDialogModel::Answer() const {
+double TimeDialogModel::DateTimeValue() const {
     CivilDateTime answer;
     answer.hour = mTime.Hour();
     answer.minute = mTime.Minute();

@@ -12,10 +12,10 @@ namespace v5 {
 std::wstring FilterCaption(std::wstring_view caption);
 
 struct TimeDialogSettings {
-    std::wstring title;            // the window's caption
-    double initial = 0.0;          // automation date; its time of day is shown at first
-    bool use24HourFormat = false;  // hours 0 to 23 without AM/PM field; the user can change it
-    bool allowUserToCancel = true;
+    std::wstring Title;            // the window's caption
+    double DateTimeValue = 0.0;    // automation date; its time of day is shown at first
+    bool Use24HourFormat = false;  // hours 0 to 23 without AM/PM field; the user can change it
+    bool AllowUserToCancel = true;
 };
 
 class TimeDialogModel {
@@ -33,7 +33,7 @@ class TimeDialogModel {
     const TimeFields& Time() const { return mTime; }
 
     // The automation date of the entered time of day, on 30 December 1899.
-    double Answer() const;
+    double DateTimeValue() const;
 
   private:
     TimeFields mTime;

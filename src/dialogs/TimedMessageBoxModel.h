@@ -16,12 +16,12 @@ enum class MessageBoxResult : std::int16_t { None = 0, Ok = 1, Cancel, Abort, Re
 enum class MessageBoxIcon { None, Critical, Question, Exclamation, Information };
 
 struct TimedMessageBoxSettings {
-    std::wstring prompt;
-    std::wstring title;        // the window's caption
-    std::uint32_t style = 0;   // button set (mask 7), icon (mask 0x70) and default button (mask 0x300)
-    std::int32_t timeout = 0;  // seconds after which the default button is pressed; below 1: never
-    bool beep = false;         // play the icon's system sound first
-    bool hasOwner = true;      // belong to the caller's window; else stand alone
+    std::wstring Prompt;
+    std::wstring Title;         // the window's caption
+    std::uint32_t Buttons = 0;  // button set (mask 7), icon (mask 0x70) and default button (mask 0x300)
+    std::int32_t Timeout = 0;   // seconds after which the default button is pressed; below 1: never
+    bool beep = false;          // play the icon's system sound first
+    bool hasOwner = true;       // belong to the caller's window; else stand alone
 };
 
 struct MessageBoxButton {

@@ -12,29 +12,29 @@ class AboutForm final : public BannerForm {
   protected:
     void CreateControls() override {
         AddBanner();
-        AddText(kProductName, mTexts.productName);
-        AddText(kRelease, mTexts.release);
-        AddText(kCopyright, mTexts.copyright);
-        AddText(kCompany, mTexts.company);
-        AddText(kTrademarkNotice, mTexts.trademarkNotice);
+        AddText(lblProductName, mTexts.productName);
+        AddText(lblVantorRelease, mTexts.release);
+        AddText(lblCopyright, mTexts.copyright);
+        AddText(lblCompany, mTexts.company);
+        AddText(lblTrademarkNotice, mTexts.trademarkNotice);
         AddClose();
     }
 
     SIZE LayOut() override {
         PlaceBanner();
-        Embolden(kProductName);
+        Embolden(lblProductName);
         int top = BannerHeight() + UnitsY(units::kMargin);
-        top = PlaceText(kProductName, LeftMargin(), RightMargin(), top);
-        top = PlaceText(kRelease, LeftMargin(), RightMargin(), top);
+        top = PlaceText(lblProductName, LeftMargin(), RightMargin(), top);
+        top = PlaceText(lblVantorRelease, LeftMargin(), RightMargin(), top);
         top += UnitsY(units::kGroupGap);
-        for (const int id : {kCompany, kCopyright, kTrademarkNotice}) {
+        for (const int id : {lblCompany, lblCopyright, lblTrademarkNotice}) {
             top = PlaceText(id, LeftMargin(), RightMargin(), top) + UnitsY(units::kGap) / 2;
         }
         return PlaceClose(top + UnitsY(units::kGroupGap));
     }
 
   private:
-    enum TextId { kProductName = 401, kRelease, kCopyright, kCompany, kTrademarkNotice };
+    enum TextId { lblProductName = 401, lblVantorRelease, lblCopyright, lblCompany, lblTrademarkNotice };
 
     const AboutTexts& mTexts;
 };

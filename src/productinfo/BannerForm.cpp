@@ -7,7 +7,7 @@
 namespace v5 {
 namespace {
 
-constexpr int kBannerId = 400;
+constexpr int imgLogo = 400;
 constexpr int kFullBitmap = 102;  // VantorBitmap_Full_256Color_310x140
 
 // The picture's size at 96 DPI, by which the form is laid out.
@@ -33,7 +33,7 @@ BannerForm::BannerForm(std::wstring title) : ModalForm(std::move(title)) {
 }
 
 void BannerForm::AddBanner() {
-    AddControl({kBannerId, WC_STATICW, L"Vantor", SS_OWNERDRAW});
+    AddControl({imgLogo, WC_STATICW, L"Vantor", SS_OWNERDRAW});
 }
 
 void BannerForm::AddText(int id, const std::wstring& text) {
@@ -41,12 +41,12 @@ void BannerForm::AddText(int id, const std::wstring& text) {
 }
 
 void BannerForm::AddClose() {
-    AddControl({kCloseId, WC_BUTTONW, L"Close", WS_TABSTOP | BS_DEFPUSHBUTTON});
-    SendMessageW(Window(), DM_SETDEFID, kCloseId, 0);
+    AddControl({cmdClose, WC_BUTTONW, L"Close", WS_TABSTOP | BS_DEFPUSHBUTTON});
+    SendMessageW(Window(), DM_SETDEFID, cmdClose, 0);
 }
 
 void BannerForm::PlaceBanner() {
-    Place(kBannerId, RECT{0, 0, Width(), BannerHeight()});
+    Place(imgLogo, RECT{0, 0, Width(), BannerHeight()});
 }
 
 int BannerForm::TextHeight(int id, int width) const {
@@ -72,7 +72,7 @@ int BannerForm::PlaceText(int id, int left, int right, int top) const {
 
 SIZE BannerForm::PlaceClose(int top) const {
     const int height = UnitsY(units::kButtonHeight);
-    Place(kCloseId, RECT{RightMargin() - UnitsX(units::kButtonWidth), top, RightMargin(), top + height});
+    Place(cmdClose, RECT{RightMargin() - UnitsX(units::kButtonWidth), top, RightMargin(), top + height});
     return {Width(), top + height + UnitsY(units::kMargin)};
 }
 
@@ -93,17 +93,17 @@ void BannerForm::Embolden(int id) {
 }
 
 void BannerForm::OnOpening() {
-    SetFocus(Control(kCloseId));
+    SetFocus(Control(cmdClose));
 }
 
 void BannerForm::OnCommand(int id, int) {
-    if (id == kCloseId) {
+    if (id == cmdClose) {
         Close();
     }
 }
 
 std::optional<LRESULT> BannerForm::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_DRAWITEM && wParam == kBannerId) {
+    if (message == WM_DRAWITEM && wParam == imgLogo) {
         Paint(*mPicture.Get(), *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
         return TRUE;
     }

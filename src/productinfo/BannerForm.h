@@ -17,7 +17,7 @@ class BannerForm : public ModalForm {
     // Loads the picture; throws AutomationError.
     explicit BannerForm(std::wstring title);
 
-    static constexpr int kCloseId = IDCANCEL;  // so that Esc and the window's close box press it, too
+    static constexpr int cmdClose = IDCANCEL;  // so that Esc and the window's close box press it, too
 
     // Create the picture, a text that shows "&" as it is, and the Close button (the last control of the tab order).
     void AddBanner();

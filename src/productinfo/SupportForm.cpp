@@ -41,28 +41,28 @@ class SupportForm final : public BannerForm {
             AddText(row.dateId, row.package.installed);
         }
         AddControl({kLine, WC_STATICW, L"", SS_ETCHEDHORZ});
-        AddText(kCompany, mInfo.company);
-        AddText(kPhoneCaption, L"Phone:");
-        AddText(kPhone, mInfo.phone);
-        AddText(kEmailCaption, L"E-mail:");
+        AddText(lblCompany, mInfo.company);
+        AddText(lblPhoneCaption, L"Phone:");
+        AddText(lblPhone, mInfo.phone);
+        AddText(lblEmailCaption, L"E-mail:");
         if (mInfo.emailIsLink) {
             // A button in a link's clothes: Tab reaches it, Space and Enter press it, screen readers read it.
-            AddControl({kEmail, WC_BUTTONW, mInfo.email.c_str(), WS_TABSTOP | BS_OWNERDRAW});
-            HookControl(kEmail, &SupportForm::ShowHandCursor);
+            AddControl({lblEmail, WC_BUTTONW, mInfo.email.c_str(), WS_TABSTOP | BS_OWNERDRAW});
+            HookControl(lblEmail, &SupportForm::ShowHandCursor);
         } else {
-            AddText(kEmail, mInfo.email);
+            AddText(lblEmail, mInfo.email);
         }
         AddClose();
     }
 
     SIZE LayOut() override {
         PlaceBanner();
-        Embolden(kCompany);
+        Embolden(lblCompany);
         int top = PlacePackages(BannerHeight() + UnitsY(units::kMargin)) + UnitsY(units::kGap);
         Place(kLine, RECT{LeftMargin(), top, RightMargin(), top + 2});
-        top = PlaceText(kCompany, LeftMargin(), RightMargin(), top + UnitsY(units::kGroupGap)) + UnitsY(units::kGap);
-        top = PlaceCaptioned(kPhoneCaption, kPhone, top) + UnitsY(units::kGap) / 2;
-        top = PlaceCaptioned(kEmailCaption, kEmail, top);
+        top = PlaceText(lblCompany, LeftMargin(), RightMargin(), top + UnitsY(units::kGroupGap)) + UnitsY(units::kGap);
+        top = PlaceCaptioned(lblPhoneCaption, lblPhone, top) + UnitsY(units::kGap) / 2;
+        top = PlaceCaptioned(lblEmailCaption, lblEmail, top);
         if (mInfo.emailIsLink) {
             FitLink();
         }
@@ -70,8 +70,8 @@ class SupportForm final : public BannerForm {
     }
 
     void OnCommand(int id, int notification) override {
-        if (id == kEmail && notification == BN_CLICKED && mInfo.emailIsLink) {
-            ShellOpen(Window(), SupportMailAddress(mInfo.email, TextOf(kVantorRelease)));
+        if (id == lblEmail && notification == BN_CLICKED && mInfo.emailIsLink) {
+            ShellOpen(Window(), SupportMailAddress(mInfo.email, TextOf(lblVantorRelease)));
             return;
         }
         BannerForm::OnCommand(id, notification);
@@ -80,7 +80,7 @@ class SupportForm final : public BannerForm {
     // Enter presses the link while it has the focus: as it draws itself, the dialog manager takes it for no button.
     bool OnQueuedMessage(const MSG& message) override {
         const bool presses = mInfo.emailIsLink && message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
-                             message.hwnd == Control(kEmail);
+                             message.hwnd == Control(lblEmail);
         if (presses) {
             SendMessageW(message.hwnd, BM_CLICK, 0, 0);
         }
@@ -88,7 +88,7 @@ class SupportForm final : public BannerForm {
     }
 
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_DRAWITEM && wParam == kEmail) {
+        if (message == WM_DRAWITEM && wParam == lblEmail) {
             PaintLink(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         }
@@ -97,20 +97,20 @@ class SupportForm final : public BannerForm {
 
   private:
     enum ControlId {
-        kSupportFilesRelease = 401,
-        kSupportFilesInstallDate,
-        kVantorRelease,
-        kVantorInstallDate,
-        kVantorWebRelease,
-        kVantorWebInstallDate,
-        kOstraRelease,
-        kOstraInstallDate,
+        lblSupportFilesRelease = 401,
+        lblSupportFilesInstallDate,
+        lblVantorRelease,
+        lblVantorInstallDate,
+        lblVantorWebRelease,
+        lblVantorWebInstallDate,
+        lblOstraRelease,
+        lblOstraInstallDate,
         kLine,
-        kCompany,
-        kPhoneCaption,
-        kPhone,
-        kEmailCaption,
-        kEmail,
+        lblCompany,
+        lblPhoneCaption,
+        lblPhone,
+        lblEmailCaption,
+        lblEmail,
     };
 
     struct Row {
@@ -149,8 +149,8 @@ class SupportForm final : public BannerForm {
     // The link is as wide as its text, so that only the text answers to the mouse.
     void FitLink() const {
         RECT box{};
-        GetWindowRect(Control(kEmail), &box);
-        SetWindowPos(Control(kEmail), nullptr, 0, 0, Measure(mInfo.email).cx + 1, box.bottom - box.top,
+        GetWindowRect(Control(lblEmail), &box);
+        SetWindowPos(Control(lblEmail), nullptr, 0, 0, Measure(mInfo.email).cx + 1, box.bottom - box.top,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
@@ -171,10 +171,10 @@ class SupportForm final : public BannerForm {
 
     const SupportInfo& mInfo;
     const Row mRows[4] = {
-        {kSupportFilesRelease, kSupportFilesInstallDate, mInfo.supportFiles},
-        {kVantorRelease, kVantorInstallDate, mInfo.main},
-        {kVantorWebRelease, kVantorWebInstallDate, mInfo.web},
-        {kOstraRelease, kOstraInstallDate, mInfo.ostra},
+        {lblSupportFilesRelease, lblSupportFilesInstallDate, mInfo.supportFiles},
+        {lblVantorRelease, lblVantorInstallDate, mInfo.main},
+        {lblVantorWebRelease, lblVantorWebInstallDate, mInfo.web},
+        {lblOstraRelease, lblOstraInstallDate, mInfo.ostra},
     };
 };
 

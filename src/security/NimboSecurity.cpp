@@ -1,7 +1,7 @@
 #include "security/NimboSecurity.h"
 
 #include "dialogs/Dialogs.h"
-#include "security/PasswordForm.h"
+#include "security/frmGetPasswordFromUser.h"
 
 namespace v5 {
 
@@ -22,9 +22,9 @@ void SecurityHostWithForms::AskForPassword(const PasswordDialogTexts& texts,
 
 void SecurityHostWithForms::ShowMessageBox(std::wstring_view text, std::int32_t style, std::wstring_view title) {
     TimedMessageBoxSettings settings;
-    settings.prompt = text;
-    settings.title = title;
-    settings.style = static_cast<std::uint32_t>(style);
+    settings.Prompt = text;
+    settings.Title = title;
+    settings.Buttons = static_cast<std::uint32_t>(style);
     settings.hasOwner = false;
     ShowTimedMessageBox(settings);
 }

@@ -18,8 +18,8 @@ namespace v5 {
 
 // What the password dialog says. An empty text leaves the dialog's own.
 struct PasswordDialogTexts {
-    std::wstring message;  // above the text box
-    std::wstring title;    // the window's caption
+    std::wstring Message;      // above the text box
+    std::wstring WindowTitle;  // the window's caption
 };
 
 class SecurityHost {

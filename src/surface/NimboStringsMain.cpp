@@ -17,10 +17,10 @@ namespace v5 {
 STDMETHODIMP NimboStringsMain::AsyncMsgBox(BSTR Prompt, long Buttons, BSTR Title, long /*lngReserved*/,
                                            VARIANT_BOOL blnBeep, long lngTimeout, long* Result) {
     return Return(Result, [&] {
-        return static_cast<std::int32_t>(ShowTimedMessageBox({.prompt = std::wstring(View(Prompt)),
-                                                              .title = std::wstring(View(Title)),
-                                                              .style = static_cast<std::uint32_t>(Buttons),
-                                                              .timeout = lngTimeout,
+        return static_cast<std::int32_t>(ShowTimedMessageBox({.Prompt = std::wstring(View(Prompt)),
+                                                              .Title = std::wstring(View(Title)),
+                                                              .Buttons = static_cast<std::uint32_t>(Buttons),
+                                                              .Timeout = lngTimeout,
                                                               .beep = ToBool(blnBeep)}));
     });
 }
@@ -45,12 +45,12 @@ STDMETHODIMP NimboStringsMain::GetDateFromUser(BSTR Caption, DATE InitialDate, V
                                                VARIANT_BOOL GetMinutesAlso, VARIANT_BOOL DateCannotBeNull,
                                                DATE* Result) {
     return Return(Result, [&] {
-        return ShowDateDialog({.title = std::wstring(View(Caption)),
-                               .initial = InitialDate,
-                               .use24HourFormat = false,
-                               .useDateOnly = ToBool(GetDateOnly),
-                               .getMinutesAlso = ToBool(GetMinutesAlso),
-                               .dateCannotBeNull = ToBool(DateCannotBeNull)},
+        return ShowDateDialog({.Title = std::wstring(View(Caption)),
+                               .DateTimeValue = InitialDate,
+                               .Use24HourFormat = false,
+                               .UseDateOnly = ToBool(GetDateOnly),
+                               .GetMinutesAlso = ToBool(GetMinutesAlso),
+                               .DateCannotBeNull = ToBool(DateCannotBeNull)},
                               SystemClock());
     });
 }
@@ -61,8 +61,8 @@ STDMETHODIMP NimboStringsMain::GetTimeFromUser(BSTR Caption, DATE InitialTime, V
         return E_POINTER;
     }
     return Return(Result, [&] {
-        const TimeDialogResult answer =
-            ShowTimeDialog({.title = std::wstring(View(Caption)), .initial = InitialTime, .allowUserToCancel = true});
+        const TimeDialogResult answer = ShowTimeDialog(
+            {.Title = std::wstring(View(Caption)), .DateTimeValue = InitialTime, .AllowUserToCancel = true});
         Pack(answer.cancelled, UserCancelled);
         return answer.time;
     });
@@ -122,11 +122,11 @@ STDMETHODIMP NimboStringsMain::GetDahsIDFromUser4(long lngInitialDahsID, long* l
                              .allowRemote = ToBool(blnAllowRemoteDas),
                              .initialDahsId = lngInitialDahsID},
                             host);
-        if (choice.cancelled) {
+        if (choice.Cancelled) {
             return false;
         }
-        *lngUserSelectedDahsID = choice.dahsID;
-        return choice.dahsID != lngInitialDahsID;
+        *lngUserSelectedDahsID = choice.DahsID;
+        return choice.DahsID != lngInitialDahsID;
     });
 }
 

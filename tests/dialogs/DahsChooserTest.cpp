@@ -16,7 +16,7 @@ constexpr wchar_t kTitle[] = L"Choose DAHS";
 struct List {
     HWND window;
 
-    explicit List(const Dialog& dialog) : window(dialog.Control(ids::kDahsList)) {}
+    explicit List(const Dialog& dialog) : window(dialog.Control(ids::lsvDahsList)) {}
 
     int Count() const { return static_cast<int>(SendMessageW(window, LVM_GETITEMCOUNT, 0, 0)); }
     int Selected() const {
@@ -63,7 +63,7 @@ const std::vector<Das> kPair = {{3, "NORTH", "Secondary"}, {5, "NORTH", "Primary
 // The chooser's message boxes have its title, but a prompt instead of a list.
 std::wstring DismissMessage() {
     const Dialog message(kTitle);
-    std::wstring text = message.Text(ids::kPrompt);
+    std::wstring text = message.Text(ids::lblPrompt);
     for (size_t at = text.find(L"\r\n"); at != std::wstring::npos; at = text.find(L"\r\n")) {
         text.replace(at, 2, L" ");  // where the lines break depends on the font
     }
@@ -83,7 +83,7 @@ TEST(DahsChooserDialog, RowsSelectionAndGrey) {
         EXPECT_EQ(list.Row(1), L"NORTH - Stack 5 (primary)");
         EXPECT_EQ(list.Row(2), L"SOUTH - Stack 9");
         EXPECT_EQ(list.Selected(), 1);
-        EXPECT_EQ(dialog.FocusId(), ids::kDahsList);
+        EXPECT_EQ(dialog.FocusId(), ids::lsvDahsList);
         EXPECT_EVENTUALLY(list.Shows(0, RGB(192, 192, 192)));
         EXPECT_FALSE(list.Shows(2, RGB(192, 192, 192)));
         dialog.Key(VK_RETURN);
@@ -138,10 +138,10 @@ TEST(DahsChooserDialog, AsksForAChoice) {
         HWND message = nullptr;
         ASSERT_EVENTUALLY((message = FindWindowExW(nullptr, nullptr, nullptr, kTitle)) != nullptr &&
                           GetWindow(message, GW_OWNER) == dialog.Window());
-        EXPECT_EVENTUALLY(TextOf(GetDlgItem(message, ids::kPrompt)) == L"Please choose a DAHS.");
+        EXPECT_EVENTUALLY(TextOf(GetDlgItem(message, ids::lblPrompt)) == L"Please choose a DAHS.");
         PostMessageW(message, WM_COMMAND, IDOK, 0);
         EXPECT_EVENTUALLY(IsWindowEnabled(dialog.Window()));
-        EXPECT_EVENTUALLY(dialog.FocusId() == ids::kDahsList);
+        EXPECT_EVENTUALLY(dialog.FocusId() == ids::lsvDahsList);
         dialog.Click(list.window, list.Place(0));
         EXPECT_EVENTUALLY(list.Selected() == 0);
         dialog.Click(IDOK);

@@ -61,18 +61,18 @@ void ClickUpDown(const Dialog& dialog, TimePart part, bool up) {
 int SelectedDay(const Dialog& dialog) {
     int day = 0;
     for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
-        if (dialog.IsChecked(ids::Day(cell))) {
+        if (dialog.IsChecked(ids::optDayOfMonth(cell))) {
             if (day != 0) {
                 return 0;
             }
-            day = _wtoi(dialog.Text(ids::Day(cell)).c_str());
+            day = _wtoi(dialog.Text(ids::optDayOfMonth(cell)).c_str());
         }
     }
     return day;
 }
 
 std::wstring Shown(const Dialog& dialog) {
-    return std::to_wstring(SelectedDay(dialog)) + L" " + dialog.Text(ids::kMonth) + L" " + dialog.Text(ids::kYear);
+    return std::to_wstring(SelectedDay(dialog)) + L" " + dialog.Text(ids::cboMonth) + L" " + dialog.Text(ids::txtYear);
 }
 
 // The controls that Tab visits, from the present one on, once around.
@@ -94,8 +94,8 @@ std::vector<int> TabOrder(const Dialog& dialog) {
 TEST(TimeDialog, ShowsTheInitialTimeAndReturnsWhatIsTyped) {
     const TimeAnswer answer = AskTime(DateOf(2024, 3, 5, 13, 5), [](const Dialog& dialog) {
         EXPECT_EQ(dialog.Text(kHour) + L":" + dialog.Text(kMinute) + dialog.Text(kAmPm), L"1:05PM");
-        EXPECT_EQ(dialog.Text(ids::k24Hour), L"Use 24 hour format");
-        EXPECT_FALSE(dialog.IsChecked(ids::k24Hour));
+        EXPECT_EQ(dialog.Text(ids::chk24Hour), L"Use 24 hour format");
+        EXPECT_FALSE(dialog.IsChecked(ids::chk24Hour));
         EXPECT_EQ(dialog.FocusId(), kHour);
         dialog.Type(L"1x2");  // the hour is selected as a whole; x is ignored
         EXPECT_EVENTUALLY(dialog.Text(kHour) == L"12");
@@ -174,15 +174,15 @@ TEST(TimeDialog, UpDownsStepAroundAndFlip) {
 
 TEST(TimeDialog, ClockSwitch) {
     const TimeAnswer answer = AskTime(13.0 / 24 + 5 * kMinuteOfDay, [](const Dialog& dialog) {
-        dialog.Click(ids::k24Hour);
+        dialog.Click(ids::chk24Hour);
         EXPECT_EVENTUALLY(dialog.Text(kHour) == L"13");
         EXPECT_FALSE(dialog.IsVisible(kAmPm));
         EXPECT_FALSE(dialog.IsVisible(ids::TimeUpDown(TimePart::AmPm)));
-        dialog.Click(ids::k24Hour);
+        dialog.Click(ids::chk24Hour);
         EXPECT_EVENTUALLY(dialog.Text(kHour) == L"1");
         EXPECT_TRUE(dialog.IsVisible(kAmPm));
         EXPECT_EQ(dialog.Text(kAmPm), L"PM");
-        dialog.Click(ids::k24Hour);
+        dialog.Click(ids::chk24Hour);
         EXPECT_EVENTUALLY(dialog.Text(kHour) == L"13");
         dialog.Click(kHour);
         dialog.Keys({VK_HOME});
@@ -196,16 +196,16 @@ TEST(TimeDialog, ClockSwitch) {
 
 TEST(DateDialog, ReturnsTheInitialDateAndTime) {
     const double initial = DateOf(2024, 12, 20, 13, 30);
-    EXPECT_DOUBLE_EQ(AskDate(initial,
-                             [](const Dialog& dialog) {
-                                 EXPECT_EQ(Shown(dialog), L"20 December 2024");
-                                 EXPECT_EQ(dialog.Text(kHour) + L":" + dialog.Text(kMinute) + dialog.Text(kAmPm),
-                                           L"1:30PM");
-                                 EXPECT_FALSE(dialog.IsVisible(ids::kNoDateBox));
-                                 EXPECT_EQ(dialog.FocusId(), ids::Day(19));  // December 2024 starts with a Sunday
-                                 dialog.Key(VK_RETURN);
-                             }),
-                     initial);
+    EXPECT_DOUBLE_EQ(
+        AskDate(initial,
+                [](const Dialog& dialog) {
+                    EXPECT_EQ(Shown(dialog), L"20 December 2024");
+                    EXPECT_EQ(dialog.Text(kHour) + L":" + dialog.Text(kMinute) + dialog.Text(kAmPm), L"1:30PM");
+                    EXPECT_FALSE(dialog.IsVisible(ids::chkNull));
+                    EXPECT_EQ(dialog.FocusId(), ids::optDayOfMonth(19));  // December 2024 starts with a Sunday
+                    dialog.Key(VK_RETURN);
+                }),
+        initial);
     const struct {
         DateOptions options;
         bool hour;
@@ -244,17 +244,17 @@ TEST(DateDialog, GridGoesAcrossTheTurnOfTheYear) {
             dialog.Keys(keys);
             EXPECT_EVENTUALLY(Shown(dialog) == shown);
         }
-        dialog.Click(ids::kPreviousMonth);
+        dialog.Click(ids::cmdMonthMove[0]);
         EXPECT_EVENTUALLY(Shown(dialog) == L"29 December 2023");
-        dialog.Click(ids::kNextMonth);
+        dialog.Click(ids::cmdMonthMove[1]);
         EXPECT_EVENTUALLY(Shown(dialog) == L"29 January 2024");
         // January 2024 starts with a Monday, and its last two rows end with the 31st, a Wednesday.
-        EXPECT_FALSE(dialog.IsVisible(ids::Day(0)));
-        EXPECT_EQ(dialog.Text(ids::Day(1)), L"1");
-        EXPECT_EQ(dialog.Text(ids::Day(31)), L"31");
-        EXPECT_TRUE(dialog.IsVisible(ids::Day(31)));
-        EXPECT_FALSE(dialog.IsVisible(ids::Day(32)));
-        dialog.Click(ids::Day(15));
+        EXPECT_FALSE(dialog.IsVisible(ids::optDayOfMonth(0)));
+        EXPECT_EQ(dialog.Text(ids::optDayOfMonth(1)), L"1");
+        EXPECT_EQ(dialog.Text(ids::optDayOfMonth(31)), L"31");
+        EXPECT_TRUE(dialog.IsVisible(ids::optDayOfMonth(31)));
+        EXPECT_FALSE(dialog.IsVisible(ids::optDayOfMonth(32)));
+        dialog.Click(ids::optDayOfMonth(15));
         EXPECT_EVENTUALLY(Shown(dialog) == L"15 January 2024");
         dialog.Key(VK_RETURN);
     };
@@ -265,22 +265,22 @@ TEST(DateDialog, MonthListAndYearField) {
     EXPECT_DOUBLE_EQ(AskDate(DateOf(2024, 2, 29),
                              [](const Dialog& dialog) {
                                  dialog.Key('Y', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::kYear);
+                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::txtYear);
                                  dialog.Key(VK_UP);
                                  EXPECT_EVENTUALLY(Shown(dialog) == L"28 February 2025");
                                  dialog.Type(L"2028");  // the year is selected as a whole
                                  EXPECT_EVENTUALLY(Shown(dialog) == L"28 February 2028");
                                  dialog.Key('M', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::kMonth);
+                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::cboMonth);
                                  dialog.Key('O');
                                  EXPECT_EVENTUALLY(Shown(dialog) == L"28 October 2028");
                                  dialog.Key('Y', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::kYear);
+                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::txtYear);
                                  dialog.Keys({VK_BACK, '9', '9'});
-                                 EXPECT_EVENTUALLY(dialog.Text(ids::kYear) == L"99");
+                                 EXPECT_EVENTUALLY(dialog.Text(ids::txtYear) == L"99");
                                  dialog.Key('D', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.Text(ids::kYear) == L"2028");  // 99 is no year here
-                                 const HWND upDown = dialog.Control(ids::kYearUpDown);
+                                 EXPECT_EVENTUALLY(dialog.Text(ids::txtYear) == L"2028");  // 99 is no year here
+                                 const HWND upDown = dialog.Control(ids::updownYear);
                                  dialog.Click(upDown, HalfOf(upDown, false));
                                  EXPECT_EVENTUALLY(Shown(dialog) == L"28 October 2027");
                                  dialog.Key(VK_RETURN);
@@ -292,16 +292,16 @@ TEST(DateDialog, MonthListAndYearField) {
 TEST(DateDialog, NoDate) {
     EXPECT_EQ(AskDate(DateOf(2024, 12, 20),
                       [](const Dialog& dialog) {
-                          dialog.Click(ids::kNoDateBox);
-                          EXPECT_EVENTUALLY(dialog.IsChecked(ids::kNoDateBox));
-                          EXPECT_EVENTUALLY(!dialog.IsEnabled(ids::Day(19)) && !dialog.IsEnabled(kHour));
+                          dialog.Click(ids::chkNull);
+                          EXPECT_EVENTUALLY(dialog.IsChecked(ids::chkNull));
+                          EXPECT_EVENTUALLY(!dialog.IsEnabled(ids::optDayOfMonth(19)) && !dialog.IsEnabled(kHour));
                           dialog.Key(VK_RETURN);
                       },
                       {.dateCannotBeNull = false}),
               -1.0);
     EXPECT_EQ(AskDate(-1.0,
                       [](const Dialog& dialog) {
-                          EXPECT_TRUE(dialog.IsChecked(ids::kNoDateBox));
+                          EXPECT_TRUE(dialog.IsChecked(ids::chkNull));
                           dialog.Key(VK_RETURN);
                       },
                       {.dateCannotBeNull = false}),
@@ -318,13 +318,13 @@ TEST(DateDialog, TodayAndTheSelectedDayLookDifferent) {
         EXPECT_EVENTUALLY(SelectedDay(dialog) != today);
         // Inside the frame that today has and the focus mark, a cell shows its background.
         for (int cell = 14; cell < 28; ++cell) {
-            const HWND button = dialog.Control(ids::Day(cell));
+            const HWND button = dialog.Control(ids::optDayOfMonth(cell));
             RECT area{};
             GetClientRect(button, &area);
             const HDC dc = GetDC(button);
             EXPECT_EVENTUALLY(GetPixel(dc, 4, area.bottom / 2) ==
-                              GetSysColor(dialog.IsChecked(ids::Day(cell)) ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-            const bool isToday = _wtoi(dialog.Text(ids::Day(cell)).c_str()) == today;
+                              GetSysColor(dialog.IsChecked(ids::optDayOfMonth(cell)) ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+            const bool isToday = _wtoi(dialog.Text(ids::optDayOfMonth(cell)).c_str()) == today;
             EXPECT_EVENTUALLY((GetPixel(dc, 0, area.bottom / 2) == GetSysColor(COLOR_HOTLIGHT)) == isToday);
             ReleaseDC(button, dc);
         }
@@ -335,9 +335,17 @@ TEST(DateDialog, TodayAndTheSelectedDayLookDifferent) {
 TEST(DateDialog, TabVisitsEverythingOnceAndMnemonicsDoNotClash) {
     AskDate(DateOf(2024, 12, 20),
             [](const Dialog& dialog) {
-                const std::vector<int> expected = {ids::Day(19),    kHour,      kMinute,        kAmPm,
-                                                   ids::kNoDateBox, IDOK,       IDCANCEL,       ids::kPreviousMonth,
-                                                   ids::kMonth,     ids::kYear, ids::kNextMonth};
+                const std::vector<int> expected = {ids::optDayOfMonth(19),
+                                                   kHour,
+                                                   kMinute,
+                                                   kAmPm,
+                                                   ids::chkNull,
+                                                   IDOK,
+                                                   IDCANCEL,
+                                                   ids::cmdMonthMove[0],
+                                                   ids::cboMonth,
+                                                   ids::txtYear,
+                                                   ids::cmdMonthMove[1]};
                 EXPECT_EQ(TabOrder(dialog), expected);
                 std::multiset<wchar_t> mnemonics;
                 for (HWND control = GetWindow(dialog.Window(), GW_CHILD); control != nullptr;
@@ -349,7 +357,7 @@ TEST(DateDialog, TabVisitsEverythingOnceAndMnemonicsDoNotClash) {
                 }
                 EXPECT_EQ(mnemonics, (std::multiset<wchar_t>{L'A', L'D', L'H', L'I', L'M', L'N', L'Y'}));
                 // A screen reader takes the static text before a field for its name.
-                for (const int field : {ids::kMonth, ids::kYear, kHour, kMinute, kAmPm}) {
+                for (const int field : {ids::cboMonth, ids::txtYear, kHour, kMinute, kAmPm}) {
                     EXPECT_TRUE(TextOf(GetWindow(dialog.Control(field), GW_HWNDPREV)).ends_with(L":")) << field;
                 }
                 dialog.Key(VK_ESCAPE);

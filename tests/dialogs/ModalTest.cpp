@@ -4,7 +4,7 @@
 #include "Calls.h"
 #include "SiteFile.h"
 #include "component/SiteFolder.h"
-#include "security/PasswordForm.h"
+#include "security/frmGetPasswordFromUser.h"
 
 namespace v5::test {
 

@@ -1,5 +1,5 @@
 // The password box is shown by a privilege check only, so this test shows it itself.
-#include "security/PasswordForm.h"
+#include "security/frmGetPasswordFromUser.h"
 
 #include "Driver.h"
 #include "dialogs/ControlIds.h"
@@ -41,8 +41,8 @@ std::wstring ClipboardText() {
 
 TEST(PasswordDialog, GivesTheTypedTextOrNothing) {
     EXPECT_EQ(Ask([](const Dialog& dialog) {
-                  EXPECT_EQ(dialog.Text(ids::kPasswordMessage), L"Type the password & press OK.");
-                  EXPECT_EQ(dialog.FocusId(), ids::kPassword);
+                  EXPECT_EQ(dialog.Text(ids::lblMsg), L"Type the password & press OK.");
+                  EXPECT_EQ(dialog.FocusId(), ids::txtPassword);
                   dialog.Type(L"Pa55 word");
                   dialog.Key(VK_RETURN);
               }),
@@ -58,7 +58,7 @@ TEST(PasswordDialog, GivesTheTypedTextOrNothing) {
 
 TEST(PasswordDialog, KeepsTheTextInTheBox) {
     EXPECT_EQ(Ask([](const Dialog& dialog) {
-                  const HWND box = dialog.Control(ids::kPassword);
+                  const HWND box = dialog.Control(ids::txtPassword);
                   dialog.Type(L"secret");
                   // Characters arrive one by one; the selection tells when the last one has.
                   EXPECT_EVENTUALLY(HIWORD(SendMessageW(box, EM_GETSEL, 0, 0)) == 6);

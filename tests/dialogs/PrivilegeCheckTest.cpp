@@ -57,7 +57,7 @@ Answer Check(const std::function<void()>& work) {
 HWND TypeWrongPassword() {
     const Dialog prompt(kPromptTitle);
     SetWindowPos(prompt.Window(), nullptr, 33, 44, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    EXPECT_EQ(prompt.Text(ids::kPasswordMessage), L"Alarm-reset password:");
+    EXPECT_EQ(prompt.Text(ids::lblMsg), L"Alarm-reset password:");
     prompt.Type(L"wrong");
     prompt.Key(VK_RETURN);
     const Dialog box(kBoxTitle);

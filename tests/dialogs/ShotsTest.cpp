@@ -9,7 +9,7 @@
 #include "SiteFile.h"
 #include "component/SiteFolder.h"
 #include "dialogs/ControlIds.h"
-#include "security/PasswordForm.h"
+#include "security/frmGetPasswordFromUser.h"
 
 namespace v5::test {
 

@@ -137,14 +137,14 @@ TEST(TimedMessageBox, StandsByItsDesignSizes) {
             EXPECT_NEAR(second.left - first.right, Pixels(105), 1);
             EXPECT_NEAR(third.left - second.right, Pixels(105), 1);
             EXPECT_NEAR(client.right, third.right - first.left + Pixels(330), 2);
-            EXPECT_NEAR(PlaceOf(box, box.Control(ids::kPrompt)).left, Pixels(style == 0x02 ? 165 : 885), 1);
+            EXPECT_NEAR(PlaceOf(box, box.Control(ids::lblPrompt)).left, Pixels(style == 0x02 ? 165 : 885), 1);
             if (style == 0x02) {
-                EXPECT_EQ(box.Control(ids::kIcon), nullptr);
+                EXPECT_EQ(box.Control(ids::imgIcons), nullptr);
             } else {
-                const RECT icon = PlaceOf(box, box.Control(ids::kIcon));
+                const RECT icon = PlaceOf(box, box.Control(ids::imgIcons));
                 EXPECT_NEAR(icon.left, Pixels(165), 1);
                 EXPECT_NEAR(icon.top, Pixels(165), 1);
-                EXPECT_NE(SendMessageW(box.Control(ids::kIcon), STM_GETICON, 0, 0), 0);
+                EXPECT_NE(SendMessageW(box.Control(ids::imgIcons), STM_GETICON, 0, 0), 0);
             }
             box.Key('A');
         });
@@ -159,9 +159,9 @@ TEST(TimedMessageBox, WrapsItsPromptIntoTheScreen) {
     }
     ModalCall call([&] { AsyncMsgBox(prompt + word + word + word, 0, kTitle); });
     const Dialog box(kTitle);
-    const std::wstring shown = box.Text(ids::kPrompt);
+    const std::wstring shown = box.Text(ids::lblPrompt);
     EXPECT_TRUE(shown.starts_with(L"Tom && Jerry & co\r\n\r\n" + word)) << "kept as it is";
-    const RECT place = PlaceOf(box, box.Control(ids::kPrompt));
+    const RECT place = PlaceOf(box, box.Control(ids::lblPrompt));
     EXPECT_LE(place.right - place.left, Pixels(6300) + 2);
     EXPECT_GT(place.right - place.left, Pixels(6300) / 2);
     box.Key(VK_ESCAPE);

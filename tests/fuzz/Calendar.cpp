@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     }
 
     v5::DateDialogSettings settings;
-    settings.initial = date;
+    settings.DateTimeValue = date;
     v5::DateDialogModel model(settings, time);
     model.MoveMonths(months);
     model.MoveDays(count);
@@ -49,6 +49,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     model.SetYearText(unit);
     model.LeaveYear();
     model.StepYear(count > 0);
-    Require(IsCalendarDate(v5::FromAutomationDate(model.Answer())), "the dialog answers a calendar date");
+    Require(IsCalendarDate(v5::FromAutomationDate(model.DateTimeValue())), "the dialog answers a calendar date");
     return 0;
 }

@@ -13,12 +13,12 @@ constexpr CivilDateTime kNow{2024, 2, 10, 13, 5, 40};
 
 DateDialogModel DateDialog(const CivilDateTime& initial) {
     DateDialogSettings settings;
-    settings.initial = ToAutomationDate(initial);
+    settings.DateTimeValue = ToAutomationDate(initial);
     return {settings, kNow};
 }
 
 CivilDateTime AnswerOf(const DateDialogModel& dialog) {
-    return FromAutomationDate(dialog.Answer());
+    return FromAutomationDate(dialog.DateTimeValue());
 }
 
 }  // namespace
@@ -134,7 +134,7 @@ TEST(TimeDialog, AnswersATimeOfDayOnDayZero) {
     for (const auto& each : cases) {
         for (const bool use24Hour : {false, true}) {
             const TimeDialogModel dialog({L"", each.initial, use24Hour, true});
-            EXPECT_DOUBLE_EQ(dialog.Answer(), (each.hour * 60 + each.minute) / 1440.0);
+            EXPECT_DOUBLE_EQ(dialog.DateTimeValue(), (each.hour * 60 + each.minute) / 1440.0);
         }
     }
     EXPECT_THROW(TimeDialogModel({L"", 1e9, false, true}), std::out_of_range);
@@ -197,26 +197,26 @@ TEST(DateDialog, OpensOnTheInitialDateOrThePresent) {
     EXPECT_EQ(present.Time().Text(TimePart::AmPm), L"PM");
 
     DateDialogSettings settings;
-    settings.getMinutesAlso = false;
-    settings.use24HourFormat = true;
+    settings.GetMinutesAlso = false;
+    settings.Use24HourFormat = true;
     EXPECT_EQ(AnswerOf({settings, kNow}), (CivilDateTime{2024, 2, 10, 13, 0, 0}));
-    settings.useDateOnly = true;
+    settings.UseDateOnly = true;
     EXPECT_EQ(AnswerOf({settings, kNow}), (CivilDateTime{2024, 2, 10}));
-    settings.initial = 1e9;
+    settings.DateTimeValue = 1e9;
     EXPECT_THROW(DateDialogModel(settings, kNow), std::out_of_range);
 }
 
 TEST(DateDialog, NoDateIsAnAnswerOnlyWhereItIsAllowed) {
     DateDialogSettings settings;
-    settings.initial = kNoDate;
+    settings.DateTimeValue = kNoDate;
     DateDialogModel firm(settings, kNow);
     firm.SetNoDate(true);
     EXPECT_FALSE(firm.NoDate());
     EXPECT_EQ(AnswerOf(firm), (CivilDateTime{1899, 12, 29}));
 
-    settings.dateCannotBeNull = false;
+    settings.DateCannotBeNull = false;
     DateDialogModel open(settings, kNow);
-    EXPECT_EQ(open.Answer(), kNoDate);
+    EXPECT_EQ(open.DateTimeValue(), kNoDate);
     open.SetNoDate(false);
     EXPECT_EQ(AnswerOf(open), (CivilDateTime{2024, 2, 10, 13, 5, 0}));
 }

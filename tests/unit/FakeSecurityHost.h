@@ -164,7 +164,7 @@ class FakeSecurityHost : public SecurityHost, public Clock {
     std::unique_ptr<XmlDocument> ParseXml(std::wstring_view) override { return nullptr; }
     void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) override {
         machine.Require("AskForPassword");
-        machine.asked.push_back(texts.message + L"/" + texts.title);
+        machine.asked.push_back(texts.Message + L"/" + texts.WindowTitle);
         for (bool settled = false; !settled && !machine.typed.empty();) {
             SecretText typed(machine.typed.front());
             machine.typed.pop_front();

@@ -12,12 +12,8 @@ namespace v5 {
 
 namespace {
 
-constexpr UINT_PTR kTimer = 1;
+constexpr UINT_PTR tmrTimeout = 1;
 constexpr UINT kTickMilliseconds = 1000;
-
-int IdOf(MessageBoxResult result) {
-    return static_cast<int>(result);
-}
 
 // The system's icon for a message box icon; null for none.
 const wchar_t* SystemIcon(MessageBoxIcon icon) {
@@ -40,19 +36,19 @@ struct IconDeleter {
 };
 using IconHandle = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
 
-class TimedMessageBoxForm final : public ModalForm {
+class frmAsyncMsgBox final : public ModalForm {
   public:
-    explicit TimedMessageBoxForm(const TimedMessageBoxSettings& settings)
-        : ModalForm(settings.title), mPrompt(settings.prompt), mModel(settings.style, settings.timeout) {}
+    explicit frmAsyncMsgBox(const TimedMessageBoxSettings& settings)
+        : ModalForm(settings.Title), mPrompt(settings.Prompt), mModel(settings.Buttons, settings.Timeout) {}
 
     MessageBoxResult Result() const { return mResult; }
 
   protected:
     void CreateControls() override {
         if (mModel.Icon() != MessageBoxIcon::None) {
-            AddControl({ids::kIcon, WC_STATICW, L"", SS_ICON});
+            AddControl({ids::imgIcons, WC_STATICW, L"", SS_ICON});
         }
-        AddControl({ids::kPrompt, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
+        AddControl({ids::lblPrompt, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX});
         AddButton(mModel.DefaultButton(), BS_DEFPUSHBUTTON);  // the first of the tab order
         for (const MessageBoxResult button : mModel.Buttons()) {
             if (button != mModel.DefaultButton()) {
@@ -67,41 +63,42 @@ class TimedMessageBoxForm final : public ModalForm {
     SIZE LayOut() override {
         const auto width = [this](std::wstring_view text) { return ToTwips(Measure(text).cx); };
         const std::wstring wrapped = WrapPrompt(mPrompt, kPromptLimit, width);
-        SetTextOf(ids::kPrompt, wrapped);
+        SetTextOf(ids::lblPrompt, wrapped);
         const SIZE promptPixels = Measure(wrapped);
         const TwipsSize prompt{ToTwips(promptPixels.cx), ToTwips(promptPixels.cy)};
         const TwipsSize icon{kIconSize, kIconSize};
         const TwipsSize button{ToTwips(UnitsX(units::kButtonWidth)), ToTwips(UnitsY(units::kButtonHeight))};
         const MessageBoxLayout layout = LayOutMessageBox(mModel, prompt, icon, button, ToTwips(LargestClient().cy));
         ShowIcon();
-        Place(ids::kIcon, Pixels(layout.icon));
-        Place(ids::kPrompt, Pixels(layout.prompt, promptPixels));
+        Place(ids::imgIcons, Pixels(layout.icon));
+        Place(ids::lblPrompt, Pixels(layout.prompt, promptPixels));
         for (size_t i = 0; i < layout.buttons.size(); ++i) {
-            Place(IdOf(mModel.Buttons()[i]), Pixels(layout.buttons[i]));
+            Place(ids::cmdButtons(mModel.Buttons()[i]), Pixels(layout.buttons[i]));
         }
         return {FromTwips(layout.client.width), FromTwips(layout.client.height)};
     }
 
-    void OnOpening() override { FocusOn(Control(IdOf(mModel.DefaultButton()))); }
+    void OnOpening() override { FocusOn(Control(ids::cmdButtons(mModel.DefaultButton()))); }
 
     void OnShown() override {
         SetForegroundWindow(Window());  // a message is to be seen, whatever other window the user works in
         if (mModel.HasTimeout()) {
-            SetTimer(Window(), kTimer, kTickMilliseconds, nullptr);
+            SetTimer(Window(), tmrTimeout, kTickMilliseconds, nullptr);
         }
     }
 
     void OnCommand(int id, int) override {
-        const bool isButton = id >= IdOf(MessageBoxResult::Ok) && id <= IdOf(MessageBoxResult::No);
+        const bool isButton =
+            id >= ids::cmdButtons(MessageBoxResult::Ok) && id <= ids::cmdButtons(MessageBoxResult::No);
         if (isButton && Control(id) != nullptr) {
             Press(static_cast<MessageBoxResult>(id));
-        } else if (id == IDCANCEL && mModel.EscapeButton() != MessageBoxResult::None) {
+        } else if (id == ids::cmdCancel && mModel.EscapeButton() != MessageBoxResult::None) {
             Press(mModel.EscapeButton());
         }
     }
 
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
-        if (message != WM_TIMER || wParam != kTimer) {
+        if (message != WM_TIMER || wParam != tmrTimeout) {
             return std::nullopt;
         }
         if (mModel.Tick()) {
@@ -127,11 +124,11 @@ class TimedMessageBoxForm final : public ModalForm {
 
     void AddButton(MessageBoxResult button, DWORD kind) {
         const std::wstring caption(ButtonOf(button).caption);
-        AddControl({IdOf(button), WC_BUTTONW, caption.c_str(), WS_TABSTOP | kind});
+        AddControl({ids::cmdButtons(button), WC_BUTTONW, caption.c_str(), WS_TABSTOP | kind});
     }
 
     void Press(MessageBoxResult button) {
-        KillTimer(Window(), kTimer);
+        KillTimer(Window(), tmrTimeout);
         mResult = button;
         Close();
     }
@@ -142,7 +139,7 @@ class TimedMessageBoxForm final : public ModalForm {
             const int size = FromTwips(kIconSize);
             IconHandle icon(
                 static_cast<HICON>(CopyImage(LoadIconW(nullptr, name), IMAGE_ICON, size, size, LR_COPYFROMRESOURCE)));
-            SendMessageW(Control(ids::kIcon), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
+            SendMessageW(Control(ids::imgIcons), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
             mIcon = std::move(icon);
         }
     }
@@ -168,10 +165,10 @@ class TimedMessageBoxForm final : public ModalForm {
 }  // namespace
 
 MessageBoxResult ShowTimedMessageBox(const TimedMessageBoxSettings& settings) {
-    TimedMessageBoxForm form(settings);
+    frmAsyncMsgBox form(settings);
     constexpr UINT kIconBits = 0x70;
     constexpr UINT kPlainBeep = 0xFFFFFFFF;
-    if (settings.beep && !MessageBeep(settings.style & kIconBits)) {
+    if (settings.beep && !MessageBeep(settings.Buttons & kIconBits)) {
         MessageBeep(kPlainBeep);
     }
     form.ShowModal(settings.hasOwner ? ModalForm::Ownership::Owned : ModalForm::Ownership::Unowned);

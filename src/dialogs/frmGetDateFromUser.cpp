@@ -36,38 +36,38 @@ constexpr struct {
     {VK_PRIOR, 0, -1}, {VK_NEXT, 0, 1},
 };
 
-class DateForm final : public ModalForm {
+class frmGetDateFromUser final : public ModalForm {
   public:
-    DateForm(const DateDialogSettings& settings, const CivilDateTime& now)
-        : ModalForm(settings.title), mModel(settings, now) {
+    frmGetDateFromUser(const DateDialogSettings& settings, const CivilDateTime& now)
+        : ModalForm(settings.Title), mModel(settings, now) {
         mTime.SetVisible(mModel.ShowsTime(), mModel.ShowsMinutes());
     }
 
-    double Result() const { return mAccepted ? mModel.Answer() : kDateCancelled; }
+    double Result() const { return mAccepted ? mModel.DateTimeValue() : kDateCancelled; }
 
   protected:
     void CreateControls() override {
         AddControls(kMonthControls);
         UDACCEL steps{0, 1};
-        SendMessageW(Control(kYearUpDown), UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
-        SendMessageW(Control(kYear), EM_LIMITTEXT, 4, 0);
+        SendMessageW(Control(updownYear), UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&steps));
+        SendMessageW(Control(txtYear), EM_LIMITTEXT, 4, 0);
         for (const std::wstring_view name : kMonthNames) {
-            SendMessageW(Control(kMonth), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.data()));
+            SendMessageW(Control(cboMonth), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.data()));
         }
-        AddControl({kDayGroup, WC_BUTTONW, L"&Day", WS_GROUP | BS_GROUPBOX});
+        AddControl({fraDay, WC_BUTTONW, L"&Day", WS_GROUP | BS_GROUPBOX});
         for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
-            AddControl({kFirstHeading + i, WC_STATICW, kWeekdayNames[i].data(), SS_CENTER});
+            AddControl({lblWeekday(i), WC_STATICW, kWeekdayNames[i].data(), SS_CENTER});
         }
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             const DWORD group = cell == 0 ? WS_GROUP : 0;
-            AddControl({Day(cell), WC_BUTTONW, L"", group | BS_RADIOBUTTON | BS_PUSHLIKE});
+            AddControl({optDayOfMonth(cell), WC_BUTTONW, L"", group | BS_RADIOBUTTON | BS_PUSHLIKE});
         }
-        AddControl({kTimeGroup, WC_BUTTONW, L"Time", WS_GROUP | BS_GROUPBOX});
+        AddControl({fraTime, WC_BUTTONW, L"Time", WS_GROUP | BS_GROUPBOX});
         mTime.Create();
         AddControls(kClosingControls);
-        ShowControl(kTimeGroup, mModel.ShowsTime());
-        ShowControl(kNoDateBox, mModel.ShowsNoDate());
-        CheckDlgButton(Window(), kNoDateBox, mModel.NoDate() ? BST_CHECKED : BST_UNCHECKED);
+        ShowControl(fraTime, mModel.ShowsTime());
+        ShowControl(chkNull, mModel.ShowsNoDate());
+        CheckDlgButton(Window(), chkNull, mModel.NoDate() ? BST_CHECKED : BST_UNCHECKED);
         ShowMonth();
         ShowNoDate();
     }
@@ -80,56 +80,58 @@ class DateForm final : public ModalForm {
         if (mModel.ShowsTime()) {
             constexpr int kHeight = kGroupTop + TimeFieldControls::kHeight + kGroupMargin;
             top += kGroupGap;
-            Place(kTimeGroup, UnitRect{kMargin, top, kContentWidth, kHeight});
+            Place(fraTime, UnitRect{kMargin, top, kContentWidth, kHeight});
             mTime.LayOut(kMargin + kGroupMargin, top + kGroupTop);
             top += kHeight;
         }
         if (mModel.ShowsNoDate()) {
             top += kGroupGap;
-            Place(kNoDateBox, UnitRect{kMargin, top, kContentWidth, kCheckHeight});
+            Place(chkNull, UnitRect{kMargin, top, kContentWidth, kCheckHeight});
             top += kCheckHeight;
         }
         top += kGroupGap;
         constexpr int kCancelLeft = kMargin + kContentWidth - kButtonWidth;
-        Place(IDOK, UnitRect{kCancelLeft - kGap - kButtonWidth, top, kButtonWidth, kButtonHeight});
-        Place(IDCANCEL, UnitRect{kCancelLeft, top, kButtonWidth, kButtonHeight});
+        Place(cmdOK, UnitRect{kCancelLeft - kGap - kButtonWidth, top, kButtonWidth, kButtonHeight});
+        Place(cmdCancel, UnitRect{kCancelLeft, top, kButtonWidth, kButtonHeight});
         ShowMonth();
         return {UnitsX(kContentWidth + 2 * kMargin), UnitsY(top + kButtonHeight + kMargin)};
     }
 
-    void OnOpening() override { FocusOn(mModel.NoDate() ? Control(kNoDateBox) : Control(Day(mModel.SelectedCell()))); }
+    void OnOpening() override {
+        FocusOn(mModel.NoDate() ? Control(chkNull) : Control(optDayOfMonth(mModel.SelectedCell())));
+    }
 
     void OnCommand(int id, int notification) override {
         if (mTime.OnCommand(id, notification)) {
             return;
         }
-        if (IsDay(id)) {
+        if (IsDayOfMonth(id)) {
             ChooseDay(id - kFirstDay);
             return;
         }
         switch (id) {
-            case kMonth:
+            case cboMonth:
                 if (notification == CBN_SELCHANGE) {
-                    mModel.ChooseMonth(static_cast<int>(SendMessageW(Control(kMonth), CB_GETCURSEL, 0, 0)) + 1);
+                    mModel.ChooseMonth(static_cast<int>(SendMessageW(Control(cboMonth), CB_GETCURSEL, 0, 0)) + 1);
                     ShowMonth();
                 }
                 break;
-            case kYear:
+            case txtYear:
                 OnYear(notification);
                 break;
-            case kPreviousMonth:
-            case kNextMonth:
-                mModel.MoveMonths(id == kNextMonth ? 1 : -1);
+            case cmdMonthMove[0]:
+            case cmdMonthMove[1]:
+                mModel.MoveMonths(id == cmdMonthMove[1] ? 1 : -1);
                 ShowMonth();
                 break;
-            case kNoDateBox:
-                mModel.SetNoDate(IsDlgButtonChecked(Window(), kNoDateBox) == BST_CHECKED);
+            case chkNull:
+                mModel.SetNoDate(IsDlgButtonChecked(Window(), chkNull) == BST_CHECKED);
                 ShowNoDate();
                 break;
-            case IDOK:
+            case cmdOK:
                 Accept();
                 break;
-            case IDCANCEL:
+            case cmdCancel:
                 Close();
                 break;
             default:
@@ -143,7 +145,7 @@ class DateForm final : public ModalForm {
         }
         const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
         const int id = static_cast<int>(notice.idFrom);
-        if (notice.code == static_cast<UINT>(UDN_DELTAPOS) && id == kYearUpDown) {
+        if (notice.code == static_cast<UINT>(UDN_DELTAPOS) && id == updownYear) {
             StepYear(reinterpret_cast<const NMUPDOWN&>(notice).iDelta > 0);
             return TRUE;
         }
@@ -154,7 +156,7 @@ class DateForm final : public ModalForm {
     }
 
     bool OnQueuedMessage(const MSG& message) override {
-        if (message.message != WM_KEYDOWN || !IsDay(GetDlgCtrlID(message.hwnd))) {
+        if (message.message != WM_KEYDOWN || !IsDayOfMonth(GetDlgCtrlID(message.hwnd))) {
             return false;
         }
         for (const auto& each : kGridKeys) {
@@ -165,7 +167,7 @@ class DateForm final : public ModalForm {
                     mModel.MoveDays(each.days);
                 }
                 ShowMonth();
-                FocusOn(Control(Day(mModel.SelectedCell())));
+                FocusOn(Control(optDayOfMonth(mModel.SelectedCell())));
                 return true;
             }
         }
@@ -174,18 +176,18 @@ class DateForm final : public ModalForm {
 
   private:
     static constexpr ControlSpec kMonthControls[] = {
-        {kPreviousMonth, WC_BUTTONW, L"Previous month", WS_TABSTOP | BS_PUSHBUTTON},
-        {kMonthLabel, WC_STATICW, L"&Month:"},
-        {kMonth, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST},
-        {kYearLabel, WC_STATICW, L"&Year:"},
-        {kYear, WC_EDITW, L"", WS_TABSTOP | ES_CENTER | ES_NUMBER, WS_EX_CLIENTEDGE},
-        {kYearUpDown, UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS},
-        {kNextMonth, WC_BUTTONW, L"Next month", WS_TABSTOP | BS_PUSHBUTTON},
+        {cmdMonthMove[0], WC_BUTTONW, L"Previous month", WS_TABSTOP | BS_PUSHBUTTON},
+        {lblMonth, WC_STATICW, L"&Month:"},
+        {cboMonth, WC_COMBOBOXW, L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST},
+        {lblYear, WC_STATICW, L"&Year:"},
+        {txtYear, WC_EDITW, L"", WS_TABSTOP | ES_CENTER | ES_NUMBER, WS_EX_CLIENTEDGE},
+        {updownYear, UPDOWN_CLASSW, L"", UDS_ALIGNRIGHT | UDS_ARROWKEYS},
+        {cmdMonthMove[1], WC_BUTTONW, L"Next month", WS_TABSTOP | BS_PUSHBUTTON},
     };
     static constexpr ControlSpec kClosingControls[] = {
-        {kNoDateBox, WC_BUTTONW, L"&No date", WS_GROUP | WS_TABSTOP | BS_AUTOCHECKBOX},
-        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
-        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+        {chkNull, WC_BUTTONW, L"&No date", WS_GROUP | WS_TABSTOP | BS_AUTOCHECKBOX},
+        {cmdOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {cmdCancel, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
     // A year that was put right is shown before it is answered.
@@ -193,7 +195,7 @@ class DateForm final : public ModalForm {
         mModel.LeaveYear();
         if (!mModel.NoDate() && mModel.TakeCorrection()) {
             ShowMonth();
-            FocusOn(Control(kYear));
+            FocusOn(Control(txtYear));
             return;
         }
         mAccepted = true;
@@ -206,13 +208,13 @@ class DateForm final : public ModalForm {
         const int fields = top + kLabelHeight + 2;
         const int list = kMargin + kArrowWidth + kGap;
         const int year = list + kMonthWidth + kGap;
-        Place(kMonthLabel, UnitRect{list, top, kMonthWidth, kLabelHeight});
-        Place(kYearLabel, UnitRect{year, top, kYearWidth, kLabelHeight});
+        Place(lblMonth, UnitRect{list, top, kMonthWidth, kLabelHeight});
+        Place(lblYear, UnitRect{year, top, kYearWidth, kLabelHeight});
         const RECT row = PlaceMonthList(list, fields);
-        PlaceInRow(kPreviousMonth, kMargin, kArrowWidth, row);
-        PlaceInRow(kYear, year, kYearWidth, row);
-        SendMessageW(Control(kYearUpDown), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(kYear)), 0);
-        PlaceInRow(kNextMonth, year + kYearWidth + kGap, kArrowWidth, row);
+        PlaceInRow(cmdMonthMove[0], kMargin, kArrowWidth, row);
+        PlaceInRow(txtYear, year, kYearWidth, row);
+        SendMessageW(Control(updownYear), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(txtYear)), 0);
+        PlaceInRow(cmdMonthMove[1], year + kYearWidth + kGap, kArrowWidth, row);
         return fields + kFieldHeight;
     }
 
@@ -224,10 +226,10 @@ class DateForm final : public ModalForm {
     // follows from that of its items.
     RECT PlaceMonthList(int left, int top) const {
         constexpr int kListHeight = units::kFieldHeight + 12 * (units::kLabelHeight + 2);
-        const HWND list = Control(kMonth);
-        PlaceField(kMonth, UnitRect{left, top, kMonthWidth, units::kFieldHeight});
+        const HWND list = Control(cboMonth);
+        PlaceField(cboMonth, UnitRect{left, top, kMonthWidth, units::kFieldHeight});
         RECT place = PlaceOf(list);
-        Place(kMonth, RECT{place.left, place.top, place.right, place.top + UnitsY(kListHeight)});
+        Place(cboMonth, RECT{place.left, place.top, place.right, place.top + UnitsY(kListHeight)});
         const LRESULT height = SendMessageW(list, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
         const LONG missing = FieldHeight() - (PlaceOf(list).bottom - place.top);
         SendMessageW(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height + missing);
@@ -246,16 +248,17 @@ class DateForm final : public ModalForm {
         constexpr int kWeeks = MonthGrid::kCells / MonthGrid::kDaysPerWeek;
         constexpr int kHeadingHeight = kLabelHeight + 2;
         constexpr int kHeight = kGroupTop + kHeadingHeight + kWeeks * kCellHeight + kGroupMargin;
-        Place(kDayGroup, UnitRect{kMargin, top, kContentWidth, kHeight});
+        Place(fraDay, UnitRect{kMargin, top, kContentWidth, kHeight});
         const int left = kMargin + kGroupMargin;
         for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
-            Place(kFirstHeading + i, UnitRect{left + i * kCellWidth, top + kGroupTop, kCellWidth, kLabelHeight});
+            Place(lblWeekday(i), UnitRect{left + i * kCellWidth, top + kGroupTop, kCellWidth, kLabelHeight});
         }
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             const int row = cell / MonthGrid::kDaysPerWeek;
             const int column = cell % MonthGrid::kDaysPerWeek;
-            Place(Day(cell), UnitRect{left + column * kCellWidth, top + kGroupTop + kHeadingHeight + row * kCellHeight,
-                                      kCellWidth, kCellHeight});
+            Place(optDayOfMonth(cell),
+                  UnitRect{left + column * kCellWidth, top + kGroupTop + kHeadingHeight + row * kCellHeight, kCellWidth,
+                           kCellHeight});
         }
         return top + kHeight;
     }
@@ -263,7 +266,7 @@ class DateForm final : public ModalForm {
     // Shows the model's month, year and selected day.
     void ShowMonth() {
         mShowing = true;
-        SendMessageW(Control(kMonth), CB_SETCURSEL, static_cast<WPARAM>(mModel.Month() - 1), 0);
+        SendMessageW(Control(cboMonth), CB_SETCURSEL, static_cast<WPARAM>(mModel.Month() - 1), 0);
         ShowYear();
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
             ShowDay(cell);
@@ -272,21 +275,21 @@ class DateForm final : public ModalForm {
     }
 
     void ShowYear() {
-        if (TextOf(kYear) != mModel.YearText()) {
-            SetTextOf(kYear, mModel.YearText());
+        if (TextOf(txtYear) != mModel.YearText()) {
+            SetTextOf(txtYear, mModel.YearText());
         }
         const NumberRange range = mModel.YearRange();
-        SendMessageW(Control(kYearUpDown), UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
-        SendMessageW(Control(kYearUpDown), UDM_SETPOS32, 0, _wtoi(mModel.YearText().c_str()));
+        SendMessageW(Control(updownYear), UDM_SETRANGE32, static_cast<WPARAM>(range.lowest), range.highest);
+        SendMessageW(Control(updownYear), UDM_SETPOS32, 0, _wtoi(mModel.YearText().c_str()));
     }
 
     void ShowDay(int cell) {
         const int day = mModel.Grid().DayAt(cell);
-        const HWND button = Control(Day(cell));
+        const HWND button = Control(optDayOfMonth(cell));
         const bool selected = cell == mModel.SelectedCell();
         const HFONT font = mModel.IsToday(cell) ? mBoldFont.get() : Font();
         if (day != 0) {
-            SetTextOf(Day(cell), std::to_wstring(day));
+            SetTextOf(optDayOfMonth(cell), std::to_wstring(day));
         }
         SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         SendMessageW(button, BM_SETCHECK, selected ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -306,7 +309,7 @@ class DateForm final : public ModalForm {
 
     void OnYear(int notification) {
         if (notification == EN_CHANGE && !mShowing) {
-            mModel.SetYearText(TextOf(kYear));
+            mModel.SetYearText(TextOf(txtYear));
             ShowMonth();
         } else if (notification == EN_KILLFOCUS) {
             mModel.LeaveYear();
@@ -317,8 +320,8 @@ class DateForm final : public ModalForm {
     void StepYear(bool up) {
         mModel.StepYear(up);
         ShowMonth();
-        FocusOn(Control(kYear));
-        SendMessageW(Control(kYear), EM_SETSEL, 0, -1);
+        FocusOn(Control(txtYear));
+        SendMessageW(Control(txtYear), EM_SETSEL, 0, -1);
     }
 
     // Without a date there is nothing to choose.
@@ -327,23 +330,23 @@ class DateForm final : public ModalForm {
         for (const ControlSpec& spec : kMonthControls) {
             EnableControl(spec.id, enabled);
         }
-        EnableControl(kDayGroup, enabled);
+        EnableControl(fraDay, enabled);
         for (int i = 0; i < MonthGrid::kDaysPerWeek; ++i) {
-            EnableControl(kFirstHeading + i, enabled);
+            EnableControl(lblWeekday(i), enabled);
         }
         for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
-            EnableControl(Day(cell), enabled);
+            EnableControl(optDayOfMonth(cell), enabled);
         }
-        EnableControl(kTimeGroup, enabled);
+        EnableControl(fraTime, enabled);
         mTime.Enable(enabled);
     }
 
     std::optional<LRESULT> Paint(int id, const NMCUSTOMDRAW& draw) const {
-        if (IsDay(id)) {
+        if (IsDayOfMonth(id)) {
             return PaintDay(draw, mModel.IsToday(id - kFirstDay), id - kFirstDay == mModel.SelectedCell());
         }
-        if (id == kPreviousMonth || id == kNextMonth) {
-            return PaintArrow(draw, id == kNextMonth);
+        if (id == cmdMonthMove[0] || id == cmdMonthMove[1]) {
+            return PaintArrow(draw, id == cmdMonthMove[1]);
         }
         return std::nullopt;
     }
@@ -358,7 +361,7 @@ class DateForm final : public ModalForm {
 }  // namespace
 
 double ShowDateDialog(const DateDialogSettings& settings, const Clock& clock) {
-    DateForm form(settings, clock.LocalNow());
+    frmGetDateFromUser form(settings, clock.LocalNow());
     form.ShowModal();
     return form.Result();
 }

@@ -12,23 +12,23 @@ namespace v5 {
 
 namespace {
 
-class TimeForm final : public ModalForm {
+class frmGetTimeFromUser final : public ModalForm {
   public:
-    explicit TimeForm(const TimeDialogSettings& settings)
-        : ModalForm(settings.title), mModel(settings), mAllowsCancel(settings.allowUserToCancel) {}
+    explicit frmGetTimeFromUser(const TimeDialogSettings& settings)
+        : ModalForm(settings.Title), mModel(settings), mAllowsCancel(settings.AllowUserToCancel) {}
 
-    TimeDialogResult Result() const { return {mModel.Answer(), mCancelled}; }
+    TimeDialogResult Result() const { return {mModel.DateTimeValue(), mCancelled}; }
 
   protected:
     void CreateControls() override {
         mFields.Create();
         AddControls(kControls);
-        for (const int id : {ids::k24Hour, IDOK, IDCANCEL}) {
+        for (const int id : {ids::chk24Hour, ids::cmdOK, ids::cmdCancel}) {
             SetTextOf(id, FilterCaption(TextOf(id)));
         }
         if (!mAllowsCancel) {
-            ShowControl(IDCANCEL, false);
-            EnableControl(IDCANCEL, false);
+            ShowControl(ids::cmdCancel, false);
+            EnableControl(ids::cmdCancel, false);
             DisableCloseBox();
         }
         ShowClock();
@@ -40,12 +40,12 @@ class TimeForm final : public ModalForm {
         int top = kMargin;
         mFields.LayOut(kMargin, top);
         top += TimeFieldControls::kHeight + kGroupGap;
-        Place(ids::k24Hour, UnitRect{kMargin, top, TimeFieldControls::kWidth, kCheckHeight});
+        Place(ids::chk24Hour, UnitRect{kMargin, top, TimeFieldControls::kWidth, kCheckHeight});
         top += kCheckHeight + kGroupGap;
         const int cancelLeft = kWidth - kMargin - kButtonWidth;
-        Place(IDCANCEL, UnitRect{cancelLeft, top, kButtonWidth, kButtonHeight});
-        Place(IDOK, UnitRect{mAllowsCancel ? cancelLeft - kGap - kButtonWidth : cancelLeft, top, kButtonWidth,
-                             kButtonHeight});
+        Place(ids::cmdCancel, UnitRect{cancelLeft, top, kButtonWidth, kButtonHeight});
+        Place(ids::cmdOK, UnitRect{mAllowsCancel ? cancelLeft - kGap - kButtonWidth : cancelLeft, top, kButtonWidth,
+                                   kButtonHeight});
         return {UnitsX(kWidth), UnitsY(top + kButtonHeight + kMargin)};
     }
 
@@ -54,16 +54,16 @@ class TimeForm final : public ModalForm {
             return;
         }
         switch (id) {
-            case ids::k24Hour:
-                mModel.SetUse24Hour(IsDlgButtonChecked(Window(), ids::k24Hour) == BST_CHECKED);
+            case ids::chk24Hour:
+                mModel.SetUse24Hour(IsDlgButtonChecked(Window(), ids::chk24Hour) == BST_CHECKED);
                 ShowClock();
                 break;
-            case IDOK:
+            case ids::cmdOK:
                 mFields.LeaveAll();
                 mCancelled = false;
                 Close();
                 break;
-            case IDCANCEL:
+            case ids::cmdCancel:
                 if (mAllowsCancel) {
                     Close();
                 }
@@ -79,13 +79,13 @@ class TimeForm final : public ModalForm {
 
   private:
     static constexpr ControlSpec kControls[] = {
-        {ids::k24Hour, WC_BUTTONW, L"Use 24 hour format", WS_TABSTOP | BS_AUTOCHECKBOX},
-        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
-        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+        {ids::chk24Hour, WC_BUTTONW, L"Use 24 hour format", WS_TABSTOP | BS_AUTOCHECKBOX},
+        {ids::cmdOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {ids::cmdCancel, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
     void ShowClock() {
-        CheckDlgButton(Window(), ids::k24Hour, mModel.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
+        CheckDlgButton(Window(), ids::chk24Hour, mModel.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
         mFields.Refresh();
     }
 
@@ -98,7 +98,7 @@ class TimeForm final : public ModalForm {
 }  // namespace
 
 TimeDialogResult ShowTimeDialog(const TimeDialogSettings& settings) {
-    TimeForm form(settings);
+    frmGetTimeFromUser form(settings);
     form.ShowModal();
     return form.Result();
 }

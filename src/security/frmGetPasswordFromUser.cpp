@@ -1,4 +1,4 @@
-#include "security/PasswordForm.h"
+#include "security/frmGetPasswordFromUser.h"
 
 #include <windows.h>
 
@@ -17,59 +17,59 @@ namespace {
 constexpr int kLongestPassword = 255;
 constexpr int kMessageWidth = 190;  // dialog units
 
-class PasswordForm final : public ModalForm {
+class frmGetPasswordFromUser final : public ModalForm {
   public:
-    PasswordForm(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled)
-        : ModalForm(texts.title.empty() ? L"Password" : texts.title),
-          mMessage(texts.message.empty() ? L"Enter the password:" : texts.message),
+    frmGetPasswordFromUser(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled)
+        : ModalForm(texts.WindowTitle.empty() ? L"Password" : texts.WindowTitle),
+          mMessage(texts.Message.empty() ? L"Enter the password:" : texts.Message),
           mIsSettled(isSettled) {}
 
   protected:
     void CreateControls() override {
         AddControls(kControls);
-        SendMessageW(Control(ids::kPassword), EM_LIMITTEXT, kLongestPassword, 0);
-        HookControl(ids::kPassword, [this](UINT message, WPARAM wParam, LPARAM) { return Protect(message, wParam); });
+        SendMessageW(Control(ids::txtPassword), EM_LIMITTEXT, kLongestPassword, 0);
+        HookControl(ids::txtPassword, [this](UINT message, WPARAM wParam, LPARAM) { return Protect(message, wParam); });
     }
 
     SIZE LayOut() override {
         using namespace units;
         const auto width = [this](std::wstring_view text) { return static_cast<int>(Measure(text).cx); };
         const std::wstring wrapped = WrapPrompt(mMessage, UnitsX(kMessageWidth), width);
-        SetTextOf(ids::kPasswordMessage, wrapped);
+        SetTextOf(ids::lblMsg, wrapped);
         const int left = UnitsX(kMargin);
         const int right = UnitsX(kMargin + kMessageWidth);
         int top = UnitsY(kMargin);
-        Place(ids::kPasswordMessage, RECT{left, top, right, top + Measure(wrapped).cy});
+        Place(ids::lblMsg, RECT{left, top, right, top + Measure(wrapped).cy});
         top += Measure(wrapped).cy + UnitsY(kGap);
-        Place(ids::kPassword, RECT{left, top, right, top + FieldHeight()});
+        Place(ids::txtPassword, RECT{left, top, right, top + FieldHeight()});
         top += FieldHeight() + UnitsY(kGroupGap);
         const int button = UnitsX(kButtonWidth);
         const int bottom = top + UnitsY(kButtonHeight);
         const int cancel = right - button;
-        Place(IDCANCEL, RECT{cancel, top, right, bottom});
-        Place(IDOK, RECT{cancel - UnitsX(kGap) - button, top, cancel - UnitsX(kGap), bottom});
+        Place(ids::cmdCancel, RECT{cancel, top, right, bottom});
+        Place(ids::cmdOK, RECT{cancel - UnitsX(kGap) - button, top, cancel - UnitsX(kGap), bottom});
         return {right + UnitsX(kMargin), bottom + UnitsY(kMargin)};
     }
 
-    void OnOpening() override { FocusOn(Control(ids::kPassword)); }
+    void OnOpening() override { FocusOn(Control(ids::txtPassword)); }
 
     void OnCommand(int id, int) override {
-        if (id == IDOK) {
+        if (id == ids::cmdOK) {
             Judge();
-        } else if (id == IDCANCEL) {
+        } else if (id == ids::cmdCancel) {
             Close();
         }
     }
 
   private:
     static constexpr ControlSpec kControls[] = {
-        {ids::kPasswordMessage, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX},
-        {ids::kPassword, WC_EDITW, L"", WS_TABSTOP | ES_PASSWORD | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE},
-        {IDOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
-        {IDCANCEL, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
+        {ids::lblMsg, WC_STATICW, L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX},
+        {ids::txtPassword, WC_EDITW, L"", WS_TABSTOP | ES_PASSWORD | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE},
+        {ids::cmdOK, WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON},
+        {ids::cmdCancel, WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON},
     };
 
-    // Keeps the text in the box: nobody but Read() gets it out, by the clipboard, by asking or by unmasking.
+    // Keeps the text in the box: nobody but PasswordText() gets it out, by the clipboard, by asking or by unmasking.
     std::optional<LRESULT> Protect(UINT message, WPARAM wParam) const {
         switch (message) {
             case WM_COPY:
@@ -88,23 +88,26 @@ class PasswordForm final : public ModalForm {
 
     void Judge() {
         ShowWindow(Window(), SW_HIDE);
-        if (mIsSettled(Read())) {
+        SecretText typed = PasswordText();
+        ClearPasswordText();
+        if (mIsSettled(std::move(typed))) {
             Close();
             return;
         }
         ShowWindow(Window(), SW_SHOW);
         SetForegroundWindow(Window());
-        FocusOn(Control(ids::kPassword));
+        FocusOn(Control(ids::txtPassword));
     }
 
-    SecretText Read() {
+    void ClearPasswordText() const { SetTextOf(ids::txtPassword, L""); }
+
+    SecretText PasswordText() {
         wchar_t typed[kLongestPassword + 1];
         mReading = true;
-        const int length = GetWindowTextW(Control(ids::kPassword), typed, static_cast<int>(std::size(typed)));
+        const int length = GetWindowTextW(Control(ids::txtPassword), typed, static_cast<int>(std::size(typed)));
         mReading = false;
         SecretText password(std::wstring_view(typed, static_cast<size_t>(length)));
         Wipe(typed, std::size(typed));
-        SetTextOf(ids::kPassword, L"");
         return password;
     }
 
@@ -116,7 +119,7 @@ class PasswordForm final : public ModalForm {
 }  // namespace
 
 void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) {
-    PasswordForm(texts, isSettled).ShowModal();
+    frmGetPasswordFromUser(texts, isSettled).ShowModal();
 }
 
 }  // namespace v5
