@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "com/LateBound.h"
 #include "com/SimpleObject.h"
 
 namespace v5 {
@@ -56,16 +57,9 @@ void ConnectionPoint::Raise(DISPID id, std::initializer_list<_variant_t> argumen
     GuardedQuietly([&] {
         const ComPtr<IConnectionPointContainer> alive(&mOwner);
         const std::vector<Listener> listeners = mListeners;
-        std::vector<_variant_t> reversed(arguments);
-        std::reverse(reversed.begin(), reversed.end());
         for (const Listener& listener : listeners) {
-            DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-            EXCEPINFO ignored = {};
-            listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, &ignored,
-                                  nullptr);
-            SysFreeString(ignored.bstrSource);
-            SysFreeString(ignored.bstrDescription);
-            SysFreeString(ignored.bstrHelpFile);
+            Raised ignored;
+            InvokeInOrder(*listener.sink.Get(), id, DISPATCH_METHOD, arguments, nullptr, ignored);
         }
     });
 }

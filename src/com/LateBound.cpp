@@ -17,14 +17,12 @@ void ThrowIfFailed(HRESULT status) {
     }
 }
 
-// What a member raised: the object gives a number of its own (wCode) or a status (scode).
-[[noreturn]] void ThrowRaised(EXCEPINFO& raised) {
+// The object gives a number of its own (wCode) or a status (scode).
+[[noreturn]] void Throw(Raised& raised) {
     if (raised.pfnDeferredFillIn != nullptr) {
         raised.pfnDeferredFillIn(&raised);
     }
-    SysFreeString(raised.bstrSource);
-    SysFreeString(raised.bstrHelpFile);
-    const std::wstring description = TakeText(raised.bstrDescription);
+    const std::wstring description(View(raised.bstrDescription));
     if (raised.wCode != 0) {
         throw AutomationError::RunTime(raised.wCode, description);
     }
@@ -39,6 +37,14 @@ _variant_t ConvertedTo(VARTYPE type, const _variant_t& value) {
 }
 
 }  // namespace
+
+HRESULT InvokeInOrder(IDispatch& object, DISPID id, WORD flags, std::initializer_list<_variant_t> arguments,
+                      VARIANT* result, Raised& raised) {
+    std::vector<VARIANT> reversed(arguments.size());  // IDispatch takes the last argument first; borrowed values
+    std::copy(arguments.begin(), arguments.end(), reversed.rbegin());
+    DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    return object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &raised, nullptr);
+}
 
 LateBound::LateBound(const wchar_t* progId) {
     CLSID clsid{};
@@ -58,15 +64,12 @@ _variant_t LateBound::Call(const wchar_t* member, std::initializer_list<_variant
     DISPID id = DISPID_UNKNOWN;
     ThrowIfFailed(mObject->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
 
-    std::vector<VARIANT> reversed(arguments.size());  // IDispatch takes the last argument first; borrowed values
-    std::copy(arguments.begin(), arguments.end(), reversed.rbegin());
-    DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
     _variant_t result;
-    EXCEPINFO raised{};
-    const HRESULT status = mObject->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
-                                           &parameters, &result, &raised, nullptr);
+    Raised raised;
+    const HRESULT status =
+        InvokeInOrder(*mObject.Get(), id, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments, &result, raised);
     if (status == DISP_E_EXCEPTION) {
-        ThrowRaised(raised);
+        Throw(raised);
     }
     ThrowIfFailed(status);
     return result;

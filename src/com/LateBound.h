@@ -11,6 +11,23 @@
 
 namespace v5 {
 
+// What a late-bound call has raised; its texts end with it.
+struct Raised : EXCEPINFO {
+    Raised() : EXCEPINFO{} {}
+    ~Raised() {
+        SysFreeString(bstrSource);
+        SysFreeString(bstrDescription);
+        SysFreeString(bstrHelpFile);
+    }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+};
+
+// IDispatch::Invoke of a member known by its identifier, the arguments in the order of its declaration. `result` may be
+// null. Throws std::bad_alloc.
+HRESULT InvokeInOrder(IDispatch& object, DISPID id, WORD flags, std::initializer_list<_variant_t> arguments,
+                      VARIANT* result, Raised& raised);
+
 class LateBound {
   public:
     // A new object. Throws AutomationError when the component is not registered or cannot be created.

@@ -20,10 +20,7 @@ class RaiseMsgSink final : public MessageSink {
         if (mSink == nullptr) {
             return;
         }
-        GuardedQuietly([&] {
-            const _variant_t description = TextVariant(text);
-            mSink->RaiseMsg(type, V_BSTR(&description));
-        });
+        GuardedQuietly([&] { mSink->RaiseMsg(type, ToBstr(text)); });
     }
 
   private:

@@ -41,6 +41,14 @@ inline bool ToBool(VARIANT_BOOL value) {
 // A new BSTR that the caller owns, never null. Throws std::bad_alloc.
 BSTR NewBstr(std::wstring_view text);
 
+// The same as an argument, freed after the call. Throws std::bad_alloc.
+inline _bstr_t ToBstr(std::wstring_view text) {
+    BstrOwner owner(NewBstr(text));
+    _bstr_t argument(owner.get(), false);
+    static_cast<void>(owner.release());
+    return argument;
+}
+
 // A text as a VARIANT. Throws std::bad_alloc.
 inline _variant_t TextVariant(std::wstring_view text) {
     _variant_t result;

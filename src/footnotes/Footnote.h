@@ -18,17 +18,13 @@ class Footnote final : public AutomationObject<Footnote, _Footnote, ::Footnote> 
 
     const std::wstring& Symbol() const { return mSymbol; }
 
-    STDMETHODIMP get_Symbol(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(mSymbol); });
+    STDMETHODIMP get_Symbol(BSTR* Result) override { return Get(Result, mSymbol); }
+    STDMETHODIMP put_Symbol(BSTR None) override {
+        return Do([&] { mSymbol = View(None); });
     }
-    STDMETHODIMP put_Symbol(BSTR symbol) override {
-        return Do([&] { mSymbol = View(symbol); });
-    }
-    STDMETHODIMP get_Text(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(mText); });
-    }
-    STDMETHODIMP put_Text(BSTR text) override {
-        return Do([&] { mText = View(text); });
+    STDMETHODIMP get_Text(BSTR* Result) override { return Get(Result, mText); }
+    STDMETHODIMP put_Text(BSTR None) override {
+        return Do([&] { mText = View(None); });
     }
 
   private:

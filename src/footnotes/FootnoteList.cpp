@@ -4,16 +4,16 @@
 
 namespace v5 {
 
-STDMETHODIMP FootnoteList::get_Count(long* result) {
-    return Return(result, [&] { return mBook.Count(); });
+STDMETHODIMP FootnoteList::get_Count(long* Result) {
+    return Get(Result, mBook.Count());
 }
 
-STDMETHODIMP FootnoteList::CreateOrGetFootnote(IRaiseMsg*, BSTR text, BSTR* result) {
-    return ReturnQuietly(result, L"", [&] { return SymbolOf(mBook.NumberOf(View(text))); });
+STDMETHODIMP FootnoteList::CreateOrGetFootnote(IRaiseMsg*, BSTR strText, BSTR* Result) {
+    return ReturnQuietly(Result, L"", [&] { return SymbolOf(mBook.NumberOf(View(strText))); });
 }
 
-STDMETHODIMP FootnoteList::GetAllFootnotes(IDispatch** result) {
-    return Return(result, [&] {
+STDMETHODIMP FootnoteList::GetAllFootnotes(IDispatch** Result) {
+    return Return(Result, [&] {
         auto all = MakeObject<AutomationCollection>();
         GuardedQuietly([&] {  // short of memory, the caller gets the footnotes so far
             for (std::int32_t number = 1; number <= mBook.Count(); ++number) {

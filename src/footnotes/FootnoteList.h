@@ -15,9 +15,9 @@ class FootnoteList final : public AutomationObject<FootnoteList, _FootnoteList, 
   public:
     static constexpr wchar_t kProgId[] = L"V5Strings.FootnoteList";
 
-    STDMETHODIMP get_Count(long* result) override;
-    STDMETHODIMP CreateOrGetFootnote(IRaiseMsg* irm, BSTR text, BSTR* result) override;
-    STDMETHODIMP GetAllFootnotes(IDispatch** result) override;
+    STDMETHODIMP get_Count(long* Result) override;
+    STDMETHODIMP CreateOrGetFootnote(IRaiseMsg* irm, BSTR strText, BSTR* Result) override;
+    STDMETHODIMP GetAllFootnotes(IDispatch** Result) override;
 
   private:
     std::wstring SymbolOf(std::int32_t number) const;

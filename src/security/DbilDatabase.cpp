@@ -6,7 +6,7 @@
 
 #include "V5DBIL.h"
 #include "com/Adopt.h"
-#include "com/BstrText.h"
+#include "com/Values.h"
 #include "com/Guard.h"
 #include "com/SimpleObject.h"
 

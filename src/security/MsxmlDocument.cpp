@@ -4,7 +4,7 @@
 
 #include <msxml2.h>
 
-#include "com/BstrText.h"
+#include "com/Values.h"
 #include "com/Guard.h"
 
 namespace v5 {

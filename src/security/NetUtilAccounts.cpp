@@ -1,6 +1,6 @@
 #include "security/NetUtilAccounts.h"
 
-#include "com/BstrText.h"
+#include "com/Values.h"
 
 namespace v5 {
 

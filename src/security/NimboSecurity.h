@@ -7,7 +7,7 @@
 #include "V5MsgsMembers.h"
 #include "V5Strings.h"
 #include "V5StringsMembers.h"
-#include "com/BstrText.h"
+#include "com/Values.h"
 #include "com/EventSource.h"
 #include "security/MachineSecurityHost.h"
 #include "security/Security.h"

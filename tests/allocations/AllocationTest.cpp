@@ -142,7 +142,8 @@ class Allocations : public testing::Test {
                     reached = failing.HasFailed();
                 }
                 const bool isRight = status == rightStatus && AreSame(answer, right);
-                const bool isTold = status == kOutOfMemory || status == E_OUTOFMEMORY || (status == S_OK && IsFallback(name, answer));
+                const bool isTold =
+                    status == kOutOfMemory || status == E_OUTOFMEMORY || (status == S_OK && IsFallback(name, answer));
                 EXPECT_TRUE(isRight || (reached && isTold))
                     << name << ": allocation " << n << ", status " << std::hex << status;
                 EXPECT_TRUE(isRight || (call(again) == rightStatus && AreSame(again, right)))
@@ -266,6 +267,17 @@ TEST_F(Allocations, OfEveryMember) {
             }
         }
     }
+}
+
+// Nothing is allocated, by us or for us, to call a member that answers a number.
+TEST_F(Allocations, OfALateBoundNumberThereAreNone) {
+    const ComPtr<IDispatch> main = New(CLSID_DahsIniMain);
+    const PublishedMember number{L"DahsID", 0, INVOKE_PROPERTYGET, 0, {}, false};
+    const ReadyCall call = ByName(main, number, false);
+    _variant_t answer;
+    const FailingAllocation first(1);
+    EXPECT_EQ(call(answer), S_OK);
+    EXPECT_FALSE(first.HasFailed());
 }
 
 TEST_F(Allocations, OfSecurityWithADatabase) {
