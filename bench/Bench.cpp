@@ -67,7 +67,8 @@ void Table::Add(const Comparison& comparison, double ours, double peers) {
     const bool ok = ratio <= comparison.goal;
     std::printf("%-72s  %10s  %10s  %7.3f  <=%-5.4g  %s\n", comparison.name.c_str(),
                 Readable(ours / comparison.operations, comparison.unit).c_str(),
-                Readable(peers / comparison.operations, comparison.unit).c_str(), ratio, comparison.goal, ok ? "ok" : "MISSED");
+                Readable(peers / comparison.operations, comparison.unit).c_str(), ratio, comparison.goal,
+                ok ? "ok" : "MISSED");
     std::fflush(stdout);
     mAllOk = mAllOk && ok;
 }

@@ -63,14 +63,7 @@ class ModalForm::PausedWindows {
     HWND Uppermost() const {
         HWND found = mActive;
         if (found == nullptr) {
-            EnumThreadWindows(
-                GetCurrentThreadId(),
-                [](HWND window, LPARAM result) {
-                    const bool suits = IsWindowVisible(window) && IsWindowEnabled(window);
-                    *reinterpret_cast<HWND*>(result) = suits ? window : nullptr;
-                    return static_cast<BOOL>(!suits);
-                },
-                reinterpret_cast<LPARAM>(&found));
+            EnumThreadWindows(GetCurrentThreadId(), &PausedWindows::TakeUsable, reinterpret_cast<LPARAM>(&found));
         }
         return found;
     }
@@ -108,6 +101,13 @@ class ModalForm::PausedWindows {
     }
 
   private:
+    // Ends the enumeration at the first window that a user can work with.
+    static BOOL CALLBACK TakeUsable(HWND window, LPARAM result) {
+        const bool isUsable = IsWindowVisible(window) && IsWindowEnabled(window);
+        *reinterpret_cast<HWND*>(result) = isUsable ? window : nullptr;
+        return isUsable ? FALSE : TRUE;
+    }
+
     static BOOL CALLBACK Collect(HWND window, LPARAM self) {
         auto& paused = *reinterpret_cast<PausedWindows*>(self);
         if (window != paused.mForm && IsWindowEnabled(window)) {

@@ -6,9 +6,9 @@
 
 #include "V5DBIL.h"
 #include "com/Adopt.h"
-#include "com/Values.h"
 #include "com/Guard.h"
 #include "com/SimpleObject.h"
+#include "com/Values.h"
 
 namespace v5 {
 

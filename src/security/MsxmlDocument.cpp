@@ -4,8 +4,8 @@
 
 #include <msxml2.h>
 
-#include "com/Values.h"
 #include "com/Guard.h"
+#include "com/Values.h"
 
 namespace v5 {
 

@@ -7,8 +7,8 @@
 #include "V5MsgsMembers.h"
 #include "V5Strings.h"
 #include "V5StringsMembers.h"
-#include "com/Values.h"
 #include "com/EventSource.h"
+#include "com/Values.h"
 #include "security/MachineSecurityHost.h"
 #include "security/Security.h"
 
