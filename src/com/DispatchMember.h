@@ -58,7 +58,11 @@ struct DispatchMember {
           kind(itsKind),
           result(itsResult.type),
           parameters(itsParameters),
-          call(itsCall) {}
+          call(itsCall) {
+        if (parameters.size() > kMostParameters) {
+            throw "kMostParameters is too small";  // stops the compiler
+        }
+    }
 
     const char* name;
     std::uint32_t nameHash;

@@ -102,6 +102,10 @@ TEST(Abuse, EveryMemberAnswersAnyValueAlikeByBothRoutes) {
     const std::pair<long, DATE> values[] = {{0, 1e300}, {-1, -657435.0}, {1, 2958466.0}, {LONG_MIN, kNoNumber}};
     int failures = 0;
     ForEachClass([&](IDispatch* object, const PublishedClass& published) {
+        ComPtr<ISupportErrorInfo> support;
+        ASSERT_EQ(object->QueryInterface(IID_PPV_ARGS(&support)), S_OK);
+        EXPECT_EQ(support->InterfaceSupportsErrorInfo(published.iid), S_OK) << published.name;
+        EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IConnectionPoint), S_FALSE) << published.name;
         for (const PublishedMember& member : published.members) {
             const bool isDateDialog = member.name == L"GetDateFromUser" || member.name == L"GetTimeFromUser";
             if (member.ShowsWindow() && !isDateDialog) {  // they are shown for no date, of course
@@ -119,6 +123,12 @@ TEST(Abuse, EveryMemberAnswersAnyValueAlikeByBothRoutes) {
                 }
                 SetErrorInfo(0, nullptr);
                 const HRESULT early = CallByTable(object, member, Outputs::Real, number, date);
+                ComPtr<IErrorInfo> info;
+                BSTR description = nullptr;
+                if (GetErrorInfo(0, &info) == S_OK) {
+                    info->GetDescription(&description);
+                }
+                const std::wstring told = Taken(description);
                 const CallResult late = Invoke(object, member.id, static_cast<WORD>(member.kind), arguments);
                 EXPECT_EQ(FAILED(early), FAILED(late.status)) << published.name << "." << member.name;
                 if (FAILED(early)) {
@@ -126,6 +136,8 @@ TEST(Abuse, EveryMemberAnswersAnyValueAlikeByBothRoutes) {
                     EXPECT_TRUE(text != kTexts.end() && late.errorDescription.starts_with(text->second))
                         << published.name << "." << member.name << " " << early << late.errorDescription;
                     EXPECT_EQ(late.errorNumber, early) << published.name << "." << member.name;
+                    EXPECT_EQ(late.errorDescription, told);
+                    EXPECT_EQ(late.errorSource, L"V5Strings." + published.name);
                     ++failures;
                 }
                 EXPECT_TRUE(FAILED(early) || !isDateDialog) << member.name;
