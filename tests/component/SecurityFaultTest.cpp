@@ -239,6 +239,69 @@ TEST_F(SecurityFault, WithoutAnXmlParserTheDefaultsHoldAndNothingIsStored) {
     EXPECT_TRUE(events.messages.empty());
 }
 
+// Each kind of record refused in turn, by the database itself.
+TEST_F(SecurityFault, AChangeStandsExactlyWhenItsDetailedRecordDoes) {
+    const struct {
+        const wchar_t* member;
+        size_t document;      // by its place in kDocuments
+        std::wstring record;  // how the detailed one begins
+        std::string tag;
+        std::vector<_variant_t> arguments[2];  // taken in turn
+    } changes[] = {
+        {kChanges[0].member, 3, L"RID ", "STR-0139", {kChanges[0].second, kChanges[0].first}},
+        {kChanges[1].member, 2, L"Manual alarm", "STR-0117", {kChanges[1].second, kChanges[1].first}},
+        {kChanges[2].member, 1, L"Changed L", "STR-0128", {kChanges[2].second, kChanges[2].first}},
+        {L"DisableSecurity", 0, L"Vantor security disabled", "STR-0105", {}},
+    };
+    OtherProgram other(mFile.Path());
+    EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
+    size_t turn[std::size(changes)] = {};
+    for (const std::string refused : {"STR-0139", "STR-0117", "STR-0128", "STR-0144", "STR-0105"}) {
+        const std::string trigger = "CREATE TRIGGER refuse BEFORE INSERT ON event_log WHEN NEW.tag = '" + refused +
+                                    "' BEGIN SELECT RAISE(ABORT, 'refused'); END";
+        ASSERT_EQ(other.Execute(trigger.c_str()), SQLITE_OK);
+        for (size_t i = 0; i < std::size(changes); ++i) {
+            const auto& change = changes[i];
+            const std::vector<std::wstring> before = Stored(mFile);
+            events.messages.clear();
+            const _variant_t answer = Answer(change.member, change.arguments[turn[i] % 2]);
+            const std::vector<std::wstring> after = Stored(mFile);
+            const bool isChanged = after[change.document] != before[change.document];
+            const auto records = [&](const std::vector<std::wstring>& stored) {
+                return std::count_if(stored.begin() + std::size(kDocuments), stored.end(),
+                                     [&](const std::wstring& text) { return text.starts_with(change.record); });
+            };
+            EXPECT_EQ(isChanged, records(after) != records(before)) << refused;
+            EXPECT_EQ(isChanged, refused != change.tag) << change.tag;
+            EXPECT_TRUE(V_VT(&answer) != VT_BOOL || static_cast<bool>(answer) == isChanged) << change.tag;
+            const bool isMissing = refused == change.tag || (refused == "STR-0144" && change.tag == "STR-0128");
+            EXPECT_EQ(events.messages.empty(), !isMissing) << refused << " " << change.tag;
+            turn[i] += isChanged ? 1 : 0;
+        }
+        ASSERT_EQ(other.Execute("DROP TRIGGER refuse"), SQLITE_OK);
+        Answer(L"EnableSecurity");
+    }
+}
+
+TEST(SecurityFaultSql, NoFailureMakesASqlUserAnAdministrator) {
+    const DatabaseFile file;
+    for (const std::wstring& login : {file.SqlLogin(L"jsmith") + L";Connect Timeout=0",
+                                      std::wstring(L"Data Source=Z:\\no\\such\\folder\\file;User ID=jsmith")}) {
+        const auto security = CreateByName(L"V5Strings.NimboSecurity");
+        Call(security.Get(), L"Setup", {kSite, L"EN", login.c_str(), L"", L"Component tests", true});
+        OtherProgram other(file.Path());
+        for (const char* lock : {"SELECT 1", "BEGIN EXCLUSIVE"}) {
+            other.Execute(lock);
+            EXPECT_EQ(static_cast<long>(Call(security.Get(), L"GetUserPrivilegeLevel").value), PrivLevel_None);
+            for (const long restriction : {398L, 250L, 251L}) {
+                const CallResult check = Call(security.Get(), L"CheckUserPrivilegeLevel", {restriction, false});
+                EXPECT_FALSE(static_cast<bool>(check.value)) << restriction;
+            }
+        }
+        Call(security.Get(), L"Teardown");
+    }
+}
+
 }  // namespace
 
 }  // namespace v5::test
