@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace v5site {
@@ -12,7 +13,7 @@ SYNOPSIS
   v5site check    [--json]
   v5site list     [--json]
   v5site show     [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
-  v5site security [--dahs N | --site ID] [--noninteractive] [--json]
+  v5site security [--dahs N | --site ID] [--noninteractive] [--all] [--json]
   v5site --help | --version
 
 DESCRIPTION
@@ -34,7 +35,8 @@ OPTIONS
   --noninteractive   Connection strings for programs without a user, such as services.
   --dotnet           Connection strings for the .NET data provider, not for OLE DB.
   --json             Print one JSON object, for other programs; see OUTPUT.
-  --show-passwords   Print the passwords in connection strings, not ***. Take care where the output goes.
+  --all              Print every recorded change, not the last 20 only. With --json they are always all there.
+  --show-passwords   Print the passwords in settings, not ***. Take care where the output goes.
   -h, --help, help   Print this text and end. Also after a command.
   --version          Print the version and end.
 
@@ -48,7 +50,9 @@ OUTPUT
   list       file, entries: each with dahs, site, role, computer, remote, description
   show       file, settings, folders, connections: each an object of names and values
   security   site, status and userLevel (number and name), user, lists (level1, level2, level3), minimums
-             (restriction, name, level, levelName), changes (time, tag, text), messages
+             (restriction, name, level, levelName), changesRead (whether the event log could
+             be read), changes (all of them: time, tag, text), messages
+  failures   status (the exit status), messages: why the command could not do its work
 
 ENVIRONMENT
   VANTOR5_SYSTEM_FOLDER
@@ -64,7 +68,7 @@ EXIT STATUS
   0  All is well.
   1  check: there are problems, but at least one DAHS is usable. security: some of it could not be read.
   2  There is no file, no usable DAHS, or not the one that was asked for. security: its databases cannot be opened.
-  3  The command line is wrong, or V5Strings.dll is not registered.
+  3  The command line is wrong, V5Strings.dll is not registered, or the output could not be written.
 
 EXAMPLES
   v5site check
@@ -83,6 +87,11 @@ SEE ALSO
 
 namespace {
 
+// A command line that cannot be understood, with the way out.
+Error Wrong(const std::wstring& what) {
+    return Error(what + L"\nTry 'v5site --help'.");
+}
+
 Command CommandFrom(const std::wstring& word) {
     constexpr std::pair<const wchar_t*, Command> kCommands[] = {
         {L"check", Command::kCheck},       {L"list", Command::kList}, {L"show", Command::kShow},
@@ -94,7 +103,7 @@ Command CommandFrom(const std::wstring& word) {
             return command;
         }
     }
-    throw UsageError(L"there is no command '" + word + L"'");
+    throw Wrong(L"there is no command '" + word + L"'");
 }
 
 long DahsIdFrom(const std::wstring& text) {
@@ -106,7 +115,7 @@ long DahsIdFrom(const std::wstring& text) {
         used = 0;
     }
     if (used == 0 || used != text.size() || value < 1) {
-        throw UsageError(L"--dahs needs the number of a DAHS, not '" + text + L"'");
+        throw Wrong(L"--dahs needs the number of a DAHS, not '" + text + L"'");
     }
     return value;
 }
@@ -116,7 +125,7 @@ long DahsIdFrom(const std::wstring& text) {
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     CommandLine line;
     if (arguments.empty()) {
-        throw UsageError(L"a command is missing");
+        throw Wrong(L"a command is missing");
     }
     line.command = CommandFrom(arguments[0]);
     const bool isShow = line.command == Command::kShow;
@@ -129,16 +138,17 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     const Switch switches[] = {{L"--json", true, &CommandLine::json},
                                {L"--noninteractive", isForOneDahs, &CommandLine::noninteractive},
                                {L"--dotnet", isShow, &CommandLine::dotNet},
-                               {L"--show-passwords", isShow, &CommandLine::showPasswords}};
+                               {L"--show-passwords", isShow, &CommandLine::showPasswords},
+                               {L"--all", line.command == Command::kSecurity, &CommandLine::all}};
     for (size_t i = 1; i < arguments.size(); ++i) {
         const std::wstring& word = arguments[i];
-        if (word == L"--help" || word == L"-h") {
+        if (word == L"--help" || word == L"-h" || word == L"/?" || word == L"help") {
             line.command = Command::kHelp;
             return line;
         }
         if (isForOneDahs && (word == L"--dahs" || word == L"--site")) {
-            if (i + 1 == arguments.size()) {
-                throw UsageError(L"a value is missing after " + word);
+            if (i + 1 == arguments.size() || arguments[i + 1].starts_with(L"-")) {
+                throw Wrong(L"a value is missing after " + word);
             }
             const std::wstring& value = arguments[++i];
             if (word == L"--dahs") {
@@ -156,11 +166,11 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             }
         }
         if (!known) {
-            throw UsageError(L"'" + word + L"' is no option of " + arguments[0]);
+            throw Wrong(L"'" + word + L"' is no option of " + arguments[0]);
         }
     }
     if (line.dahsID && line.siteID) {
-        throw UsageError(L"--dahs and --site exclude each other");
+        throw Wrong(L"--dahs and --site exclude each other");
     }
     return line;
 }

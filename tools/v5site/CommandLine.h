@@ -1,9 +1,10 @@
 // What the user asks v5site for.
 #pragma once
 
+#include <exception>
 #include <optional>
-#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace v5site {
@@ -18,20 +19,21 @@ struct CommandLine {
     bool dotNet = false;
     bool json = false;
     bool showPasswords = false;
+    bool all = false;  // security: every change, not the last ones only
 };
 
-// A command line that cannot be understood; `What` says why.
-class UsageError : public std::exception {
+// Why the tool cannot do what it was asked for, in Unicode.
+class Error : public std::exception {
   public:
-    explicit UsageError(std::wstring what) : mWhat(std::move(what)) {}
-    const char* what() const noexcept override { return "usage error"; }
+    explicit Error(std::wstring what) : mWhat(std::move(what)) {}
+    const char* what() const noexcept override { return "v5site cannot do this"; }
     const std::wstring& What() const { return mWhat; }
 
   private:
     std::wstring mWhat;
 };
 
-// Understands the arguments after the program's name. Throws UsageError.
+// Understands the arguments after the program's name. Throws Error.
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
 
 // The text of --help.

@@ -9,41 +9,39 @@ namespace v5site {
 
 namespace {
 
-void WriteToConsole(HANDLE console, std::wstring_view text) {
+bool WriteToConsole(HANDLE console, std::wstring_view text) {
     constexpr size_t kAtOnce = 8000;  // characters; the console refuses much more in one call
     while (!text.empty()) {
         const std::wstring_view part = text.substr(0, std::min(text.size(), kAtOnce));
         DWORD written = 0;
         if (!WriteConsoleW(console, part.data(), static_cast<DWORD>(part.size()), &written, nullptr) || written == 0) {
-            return;
+            return false;
         }
         text.remove_prefix(written);
     }
+    return true;
 }
 
-void WriteAsUtf8(HANDLE stream, std::wstring_view text) {
+bool WriteAsUtf8(HANDLE stream, std::wstring_view text) {
     const auto size = static_cast<int>(text.size());
     std::string bytes(text.size() * 3, '\0');  // the most that one UTF-16 unit can take
     const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), static_cast<int>(bytes.size()),
                                            nullptr, nullptr);
     DWORD written = 0;
-    WriteFile(stream, bytes.data(), static_cast<DWORD>(length), &written, nullptr);
+    return text.empty() || (WriteFile(stream, bytes.data(), static_cast<DWORD>(length), &written, nullptr) &&
+                            written == static_cast<DWORD>(length));
 }
 
-void Write(DWORD which, std::wstring_view text) {
+bool Write(DWORD which, std::wstring_view text) {
     const HANDLE stream = GetStdHandle(which);
     DWORD mode = 0;
-    if (GetConsoleMode(stream, &mode)) {
-        WriteToConsole(stream, text);
-    } else {
-        WriteAsUtf8(stream, text);
-    }
+    return GetConsoleMode(stream, &mode) ? WriteToConsole(stream, text) : WriteAsUtf8(stream, text);
 }
 
 }  // namespace
 
-void Print(std::wstring_view text) {
-    Write(STD_OUTPUT_HANDLE, text);
+bool Print(std::wstring_view text) {
+    return Write(STD_OUTPUT_HANDLE, text);
 }
 
 void PrintError(std::wstring_view text) {

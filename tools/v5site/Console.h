@@ -5,7 +5,8 @@
 
 namespace v5site {
 
-void Print(std::wstring_view text);
+// Whether all of the text could be written.
+bool Print(std::wstring_view text);
 void PrintError(std::wstring_view text);
 
 }  // namespace v5site

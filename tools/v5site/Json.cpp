@@ -84,4 +84,17 @@ std::wstring JsonSettings(const std::vector<Setting>& settings, int depth) {
     return JsonObject(members, depth);
 }
 
+std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth) {
+    std::vector<std::wstring> items;
+    items.reserve(texts.size());
+    for (const std::wstring& text : texts) {
+        items.push_back(JsonText(text));
+    }
+    return JsonArray(items, depth);
+}
+
+std::wstring JsonFailure(int status, const std::vector<std::wstring>& messages) {
+    return JsonObject({{L"status", std::to_wstring(status)}, {L"messages", JsonTexts(messages, 1)}}, 0) + L"\n";
+}
+
 }  // namespace v5site

@@ -15,6 +15,10 @@ std::wstring JsonValue(const Value& value);
 // An array or an object of finished JSON texts, one a line, indented by `depth` steps.
 std::wstring JsonArray(const std::vector<std::wstring>& items, int depth);
 std::wstring JsonObject(const std::vector<std::pair<std::wstring, std::wstring>>& members, int depth);
+std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth);
 std::wstring JsonSettings(const std::vector<Setting>& settings, int depth);
+
+// What --json prints of a command that could not do its work: the exit status and the reasons.
+std::wstring JsonFailure(int status, const std::vector<std::wstring>& messages);
 
 }  // namespace v5site

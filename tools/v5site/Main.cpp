@@ -3,8 +3,14 @@
 
 #include <objbase.h>
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "CommandLine.h"
 #include "Console.h"
+#include "Json.h"
 #include "Report.h"
 #include "SiteClient.h"
 
@@ -12,12 +18,20 @@ namespace {
 
 using namespace v5site;
 
+// Prints a result; the status, or that the tool cannot run where the result could not be written.
+ExitStatus Printed(std::wstring_view output, ExitStatus status) {
+    if (Print(output)) {
+        return status;
+    }
+    PrintError(L"v5site: the output cannot be written\n");
+    return kCannotRun;
+}
+
 ExitStatus RunSite(const CommandLine& line) {
     SiteClient site;
     const Report report = Run(line, site);
-    Print(report.output);
     PrintError(report.errors);
-    return report.status;
+    return Printed(report.output, report.status);
 }
 
 }  // namespace
@@ -25,24 +39,24 @@ ExitStatus RunSite(const CommandLine& line) {
 int wmain(int count, wchar_t** arguments) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     ExitStatus status = kCannotRun;
+    const std::vector<std::wstring> words(arguments + 1, arguments + count);
     try {
-        const CommandLine line = ParseCommandLine({arguments + 1, arguments + count});
+        const CommandLine line = ParseCommandLine(words);
         switch (line.command) {
             case Command::kHelp:
-                Print(kHelpText);
-                status = kFine;
+                status = Printed(kHelpText, kFine);
                 break;
             case Command::kVersion:
-                Print(L"v5site " V5SITE_VERSION L"\n");
-                status = kFine;
+                status = Printed(L"v5site " V5SITE_VERSION L"\n", kFine);
                 break;
             default:
                 status = RunSite(line);
         }
-    } catch (const UsageError& error) {
-        PrintError(L"v5site: " + error.What() + L"\nTry 'v5site --help'.\n");
-    } catch (const ClientError& error) {
+    } catch (const Error& error) {
         PrintError(L"v5site: " + error.What() + L"\n");
+        if (std::find(words.begin(), words.end(), L"--json") != words.end()) {
+            Print(JsonFailure(status, {error.What()}));
+        }
     }
     CoUninitialize();
     return status;

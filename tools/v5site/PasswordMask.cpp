@@ -7,11 +7,6 @@ namespace v5site {
 
 namespace {
 
-std::wstring_view Trimmed(std::wstring_view text) {
-    const size_t first = std::min(text.find_first_not_of(L" \t"), text.size());
-    return text.substr(first, text.find_last_not_of(L" \t") + 1 - first);
-}
-
 bool EndsWith(std::wstring_view text, std::wstring_view end) {
     return text.size() >= end.size() &&
            std::equal(end.begin(), end.end(), text.end() - static_cast<std::ptrdiff_t>(end.size()),
@@ -21,46 +16,100 @@ bool EndsWith(std::wstring_view text, std::wstring_view end) {
 }
 
 bool IsPasswordName(std::wstring_view name) {
-    return EndsWith(Trimmed(name), L"password") || EndsWith(Trimmed(name), L"pwd");
+    const size_t last = name.find_last_not_of(L" \t\"'");
+    name = name.substr(0, last + 1);
+    return EndsWith(name, L"password") || EndsWith(name, L"pwd") || EndsWith(name, L"passwd") ||
+           EndsWith(name, L"secret");
 }
 
-// Where the value that starts at `start` ends: at the next semicolon outside quotes or braces.
-size_t EndOfValue(std::wstring_view text, size_t start) {
-    const size_t first = std::min(text.find_first_not_of(L" \t", start), text.size());
-    const wchar_t open = first < text.size() ? text[first] : L'\0';
-    if (open != L'"' && open != L'\'' && open != L'{') {
-        return std::min(text.find(L';', start), text.size());
-    }
-    const wchar_t close = open == L'{' ? L'}' : open;
-    size_t end = text.find(close, first + 1);
+// The quote that closes a value which begins with `open`; none for a value without quotes.
+wchar_t Closing(wchar_t open) {
+    return open == L'{' ? L'}' : open == L'"' || open == L'\'' ? open : L'\0';
+}
+
+// Where the closing quote of a value is whose text starts at `start`; a doubled quote stands for itself.
+size_t EndOfQuoted(std::wstring_view text, size_t start, wchar_t close) {
+    size_t end = text.find(close, start);
     while (end != std::wstring_view::npos && end + 1 < text.size() && text[end + 1] == close) {
-        end = text.find(close, end + 2);  // a doubled quote stands for itself
+        end = text.find(close, end + 2);
     }
-    return end == std::wstring_view::npos ? text.size() : std::min(text.find(L';', end), text.size());
+    return std::min(end, text.size());
+}
+
+std::wstring WithQuotesUndoubled(std::wstring_view text, wchar_t quote) {
+    std::wstring plain;
+    for (size_t i = 0; i < text.size(); ++i) {
+        plain += text[i];
+        i += text[i] == quote && i + 1 < text.size() && text[i + 1] == quote ? 1 : 0;
+    }
+    return plain;
+}
+
+std::wstring WithQuotesDoubled(std::wstring_view text, wchar_t quote) {
+    std::wstring quoted;
+    for (const wchar_t c : text) {
+        quoted.append(c == quote ? 2 : 1, c);
+    }
+    return quoted;
+}
+
+std::wstring MaskAddresses(std::wstring_view text) {
+    constexpr std::wstring_view kScheme = L"://";
+    std::wstring masked;
+    for (size_t found = text.find(kScheme); found != std::wstring_view::npos; found = text.find(kScheme)) {
+        const size_t user = found + kScheme.size();
+        const size_t colon = std::min(text.find_first_of(L":@/?#\" \t", user), text.size());
+        const size_t end = std::min(text.find_first_of(L"\" \t", user), text.size());
+        const size_t at = text.substr(0, end).rfind(L'@');
+        const bool hasSecret = colon < end && text[colon] == L':' && at != std::wstring_view::npos && at > colon;
+        masked += text.substr(0, hasSecret ? colon + 1 : user);
+        masked += hasSecret ? L"***" : L"";
+        text.remove_prefix(hasSecret ? at : user);
+    }
+    return masked += text;
+}
+
+std::wstring MaskSettings(std::wstring_view text, int depth) {
+    constexpr int kDeepest = 8;  // values within values; each level of real ones doubles the quotes
+    if (depth > kDeepest) {
+        return L"***";
+    }
+    std::wstring masked;
+    size_t at = 0;
+    while (at < text.size()) {
+        const size_t equals = text.find_first_of(L"=;", at);
+        if (equals == std::wstring_view::npos || text[equals] == L';') {  // a setting or the rest of a value
+            const size_t next = std::min(equals, text.size() - 1) + 1;
+            masked += text.substr(at, next - at);
+            at = next;
+            continue;
+        }
+        masked += text.substr(at, equals + 1 - at);
+        const size_t first = std::min(text.find_first_not_of(L" \t", equals + 1), text.size());
+        const wchar_t close = first < text.size() ? Closing(text[first]) : L'\0';
+        const size_t quoteEnd = close == L'\0' ? first : EndOfQuoted(text, first + 1, close);
+        if (IsPasswordName(text.substr(at, equals - at))) {
+            masked += L"***";
+            at = std::min(text.find(L';', quoteEnd), text.size());
+            continue;
+        }
+        if (close == L'\0') {  // the value may itself be a setting: look at it as one
+            at = equals + 1;
+            continue;
+        }
+        const std::wstring inner = WithQuotesUndoubled(text.substr(first + 1, quoteEnd - first - 1), close);
+        masked += text.substr(equals + 1, first - equals);
+        masked += WithQuotesDoubled(MaskSettings(inner, depth + 1), close);
+        masked += text.substr(quoteEnd, 1);
+        at = std::min(quoteEnd + 1, text.size());
+    }
+    return masked;
 }
 
 }  // namespace
 
-std::wstring MaskPasswords(std::wstring_view connection) {
-    std::wstring masked;
-    size_t at = 0;
-    while (at < connection.size()) {
-        const size_t equals = connection.find(L'=', at);
-        const size_t semicolon = connection.find(L';', at);
-        if (equals == std::wstring_view::npos || semicolon < equals) {  // a setting without a value
-            const size_t next = std::min(semicolon, connection.size() - 1) + 1;
-            masked += connection.substr(at, next - at);
-            at = next;
-            continue;
-        }
-        const size_t end = EndOfValue(connection, equals + 1);
-        masked += connection.substr(at, equals + 1 - at);
-        masked += IsPasswordName(connection.substr(at, equals - at)) ? L"***"
-                                                                     : connection.substr(equals + 1, end - equals - 1);
-        masked += connection.substr(end, 1);
-        at = end + 1;
-    }
-    return masked;
+std::wstring MaskPasswords(std::wstring_view text) {
+    return MaskAddresses(MaskSettings(text, 0));  // in this order: an address never hides where a quote ends
 }
 
 }  // namespace v5site

@@ -149,17 +149,22 @@ Report List(const CommandLine& line, const SiteClient& site) {
 }
 
 Report Show(const CommandLine& line, const SiteClient& site) {
-    std::vector<Setting> connections = site.Connections();
-    if (!line.showPasswords) {
-        for (Setting& connection : connections) {
-            connection.value = MaskPasswords(std::get<std::wstring>(connection.value));
+    const auto fit = [&line](std::vector<Setting> group) {
+        for (Setting& setting : group) {
+            auto* text = std::get_if<std::wstring>(&setting.value);
+            if (text != nullptr && !line.showPasswords) {
+                *text = MaskPasswords(*text);
+            }
         }
-    }
+        return group;
+    };
+    const std::vector<Setting> settings = fit(site.Settings()), folders = fit(site.Folders()),
+                               connections = fit(site.Connections());
     Report report;
     if (line.json) {
         report.output = JsonObject({{L"file", JsonText(site.FilePath())},
-                                    {L"settings", JsonSettings(site.Settings(), 1)},
-                                    {L"folders", JsonSettings(site.Folders(), 1)},
+                                    {L"settings", JsonSettings(settings, 1)},
+                                    {L"folders", JsonSettings(folders, 1)},
                                     {L"connections", JsonSettings(connections, 1)}},
                                    0) +
                         L"\n";
@@ -167,16 +172,17 @@ Report Show(const CommandLine& line, const SiteClient& site) {
     }
     const std::wstring heading = std::wstring(L"Connection strings (") + (line.dotNet ? L".NET" : L"OLE DB") + L", " +
                                  (line.noninteractive ? L"non-interactive" : L"interactive") + L")";
-    report.output = L"File " + site.FilePath() + L"\n\n" + Group(L"Settings", site.Settings()) + L"\n" +
-                    Group(L"Folders", site.Folders()) + L"\n" + Group(heading.c_str(), connections);
+    report.output = L"File " + site.FilePath() + L"\n\n" + Group(L"Settings", settings) + L"\n" +
+                    Group(L"Folders", folders) + L"\n" + Group(heading.c_str(), connections);
     return report;
 }
 
 // Why there is nothing to list or show: the last finding says it.
-Report Nothing(const std::wstring& why) {
+Report Nothing(const CommandLine& line, const std::wstring& why) {
     Report report;
     report.errors = L"v5site: " + why + L"\n";
     report.status = kNoDahs;
+    report.output = line.json ? JsonFailure(report.status, {why}) : L"";
     return report;
 }
 
@@ -193,14 +199,14 @@ Report Run(const CommandLine& line, SiteClient& site) {
         return Check(line, usable, site);
     }
     if (!usable) {
-        return Nothing(site.Findings().back());
+        return Nothing(line, site.Findings().back());
     }
     if (line.command == Command::kList) {
         return List(line, site);
     }
     if (!site.Choose(line)) {
-        return Nothing(line.dahsID ? L"DAHS " + std::to_wstring(*line.dahsID) + L" is not defined or not usable"
-                                   : site.Findings().back());
+        return Nothing(line, line.dahsID ? L"DAHS " + std::to_wstring(*line.dahsID) + L" is not defined or not usable"
+                                         : site.Findings().back());
     }
     return line.command == Command::kSecurity ? ShowSecurity(line, site.Security()) : Show(line, site);
 }

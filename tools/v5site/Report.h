@@ -16,7 +16,7 @@ struct Report {
     ExitStatus status = kFine;
 };
 
-// Reads the site and carries the command out. Throws ClientError.
+// Reads the site and carries the command out. Throws Error.
 Report Run(const CommandLine& line, SiteClient& site);
 
 // A cell of a column: the text, filled up with spaces to the width in characters.

@@ -15,14 +15,11 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-constexpr size_t kChangesShown = 20;
-constexpr long kRecordsSearched = 2000;  // the newest; other programs write to the event log too
-
 template <class Interface>
 ComPtr<Interface> Create(REFCLSID clsid, const wchar_t* name) {
     ComPtr<Interface> object;
     if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)))) {
-        throw ClientError(std::wstring(L"cannot create ") + name + L" (is it registered with regsvr32?)");
+        throw Error(std::wstring(L"cannot create ") + name + L" (is it registered with regsvr32?)");
     }
     return object;
 }
@@ -122,17 +119,19 @@ std::wstring Field(SAFEARRAY* records, LONG row, LONG column) {
     return V_VT(&value) == VT_DATE ? Timestamp(V_DATE(&value)) : TextOf(_bstr_t(value));
 }
 
-std::vector<Change> LastChanges(const SecuritySite& site) {
+// Reads every change of the event log; false, with the database's reasons among the messages, when it cannot be read.
+bool ReadTrail(const SecuritySite& site, std::vector<Change>& changes, std::vector<std::wstring>& messages) {
     const auto database = Create<IDatabaseInterface>(CLSID_DatabaseInterface, L"V5DBIL.DatabaseInterface");
+    const Listener listener(database.Get(), DIID__DatabaseInterfaceEvents, messages);
     const _bstr_t id(site.siteID.c_str()), none(L"");
-    VARIANT_BOOL done = VARIANT_FALSE;
+    VARIANT_BOOL isInitialised = VARIANT_FALSE, isOpen = VARIANT_FALSE, done = VARIANT_FALSE;
     _variant_t records;
+    const size_t messagesBefore = messages.size();
     database->SetApplicationName(_bstr_t(L"v5site"), &done);
     database->Initialise(id, _bstr_t(site.languageId.c_str()), _bstr_t(site.configDatabase.c_str()),
-                         _bstr_t(site.alarmsDatabase.c_str()), none, none, none, VARIANT_TRUE, 0, &done);
-    database->OpenSite(id, -1, -1, -1, 0, 0, 0, &done);
-    database->ReadEventLog(id, kRecordsSearched, records.GetAddress());
-    std::vector<Change> changes;
+                         _bstr_t(site.alarmsDatabase.c_str()), none, none, none, VARIANT_TRUE, 0, &isInitialised);
+    database->OpenSite(id, -1, -1, -1, 0, 0, 0, &isOpen);
+    const HRESULT result = database->ReadEventLog(id, 0, records.GetAddress());  // 0: all records
     LONG last = -1;
     if ((V_VT(&records) & VT_ARRAY) != 0) {
         SafeArrayGetUBound(V_ARRAY(&records), 1, &last);
@@ -144,11 +143,9 @@ std::vector<Change> LastChanges(const SecuritySite& site) {
                                Field(V_ARRAY(&records), row, EventLogColumn_Text)});
         }
     }
-    if (changes.size() > kChangesShown) {
-        changes.erase(changes.begin(), changes.end() - kChangesShown);
-    }
     database->Close();
-    return changes;
+    return isInitialised != VARIANT_FALSE && isOpen != VARIANT_FALSE && SUCCEEDED(result) &&
+           messages.size() == messagesBefore;
 }
 
 }  // namespace
@@ -184,7 +181,7 @@ SecurityFacts ReadSecurity(const SecuritySite& site) {
         facts.minimums.push_back({restriction, Named(level, levels)});
     }
     security->Teardown();
-    facts.changes = LastChanges(site);
+    facts.isTrailRead = ReadTrail(site, facts.changes, facts.messages);
     return facts;
 }
 

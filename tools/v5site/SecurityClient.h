@@ -33,11 +33,12 @@ struct SecurityFacts {
     NamedNumber userLevel;
     std::wstring lists[3];               // levels 1, 2 and 3
     std::vector<Minimum> minimums;       // of every published restriction
-    std::vector<Change> changes;         // the last ones, oldest first
+    bool isTrailRead = false;            // whether the event log could be read; else the changes are unknown
+    std::vector<Change> changes;         // all that the event log holds, oldest first
     std::vector<std::wstring> messages;  // what the component reported meanwhile
 };
 
-// Reads the security of a site. Throws ClientError when a component is not registered.
+// Reads the security of a site. Throws Error when a component is not registered.
 SecurityFacts ReadSecurity(const SecuritySite& site);
 
 }  // namespace v5site

@@ -14,7 +14,7 @@ std::wstring Display(const NamedNumber& value) {
     return value.name.empty() ? number : number + L"  " + value.name;
 }
 
-std::wstring Lines(const SecurityFacts& facts) {
+std::wstring Lines(const SecurityFacts& facts, bool all) {
     std::wstring text = L"Security    " + Display(facts.status) + L"\n" +  //
                         L"User        " + facts.user + L", level " + Display(facts.userLevel) + L"\n";
     for (size_t i = 0; i < std::size(facts.lists); ++i) {
@@ -30,8 +30,17 @@ std::wstring Lines(const SecurityFacts& facts) {
         text += L"  " + std::to_wstring(minimum.restriction.number) + L"  " + Padded(minimum.restriction.name, width) +
                 L"  " + Display(minimum.level) + L"\n";
     }
-    text += facts.changes.empty() ? L"\nNo changes recorded\n" : L"\nLast changes\n";
-    for (const Change& change : facts.changes) {
+    if (!facts.isTrailRead) {
+        return text + L"\nChanges unknown: the event log could not be read\n";
+    }
+    constexpr size_t kChangesShown = 20;
+    const size_t count = facts.changes.size(), shown = all ? count : std::min(count, kChangesShown);
+    text += count == 0       ? L"\nNo changes in the whole event log\n"
+            : shown == count ? L"\nAll changes\n"
+                             : L"\nThe last " + std::to_wstring(shown) + L" of " + std::to_wstring(count) +
+                                   L" changes (--all for all)\n";
+    for (size_t i = count - shown; i < count; ++i) {
+        const Change& change = facts.changes[i];
         text += L"  " + change.time + L"  " + change.tag + L"  " + change.text + L"\n";
     }
     return text;
@@ -39,15 +48,6 @@ std::wstring Lines(const SecurityFacts& facts) {
 
 std::wstring JsonNamed(const NamedNumber& value, int depth) {
     return JsonSettings({{L"number", value.number}, {L"name", value.name}}, depth);
-}
-
-std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth) {
-    std::vector<std::wstring> items;
-    items.reserve(texts.size());
-    for (const std::wstring& text : texts) {
-        items.push_back(JsonText(text));
-    }
-    return JsonArray(items, depth);
 }
 
 std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
@@ -71,6 +71,7 @@ std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
                  JsonSettings({{L"level1", facts.lists[0]}, {L"level2", facts.lists[1]}, {L"level3", facts.lists[2]}},
                               1)},
                 {L"minimums", JsonArray(minimums, 1)},
+                {L"changesRead", facts.isTrailRead ? L"true" : L"false"},
                 {L"changes", JsonArray(changes, 1)},
                 {L"messages", JsonTexts(facts.messages, 1)}},
                0) +
@@ -87,10 +88,11 @@ Report ShowSecurity(const CommandLine& line, const SecuritySite& site) {
     }
     if (!facts.isOpen) {
         report.status = kNoDahs;
+        report.output = line.json ? JsonFailure(report.status, facts.messages) : L"";
         return report;
     }
-    report.status = facts.messages.empty() ? kFine : kProblems;
-    report.output = line.json ? Json(site, facts) : L"Site        " + site.siteID + L"\n" + Lines(facts);
+    report.status = facts.messages.empty() && facts.isTrailRead ? kFine : kProblems;
+    report.output = line.json ? Json(site, facts) : L"Site        " + site.siteID + L"\n" + Lines(facts, line.all);
     return report;
 }
 

@@ -5,7 +5,7 @@
 
 namespace v5site {
 
-// Throws ClientError.
+// Throws Error.
 Report ShowSecurity(const CommandLine& line, const SecuritySite& site);
 
 }  // namespace v5site

@@ -17,7 +17,7 @@ void Check(HRESULT status, const wchar_t* what) {
     if (FAILED(status)) {
         std::array<wchar_t, 16> number{};
         static_cast<void>(std::swprintf(number.data(), number.size(), L"0x%08lX", static_cast<unsigned long>(status)));
-        throw ClientError(std::wstring(what) + L" failed (" + number.data() + L")");
+        throw Error(std::wstring(what) + L" failed (" + number.data() + L")");
     }
 }
 

@@ -5,7 +5,6 @@
 
 #include <wrl/client.h>
 
-#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -30,17 +29,6 @@ struct EntryRow {
     bool isRemote;
 };
 
-// A call on the component that failed; `What` says which and why.
-class ClientError : public std::exception {
-  public:
-    explicit ClientError(std::wstring what) : mWhat(std::move(what)) {}
-    const char* what() const noexcept override { return "the component failed"; }
-    const std::wstring& What() const { return mWhat; }
-
-  private:
-    std::wstring mWhat;
-};
-
 // The text of a string of the component's; null is the empty text.
 std::wstring TextOf(BSTR text);
 
@@ -51,7 +39,7 @@ struct SecuritySite {
 
 class SiteClient {
   public:
-    // Creates the configuration object. Throws ClientError when the component is not registered.
+    // Creates the configuration object. Throws Error when the component is not registered.
     SiteClient();
 
     // Reads the site file; false when there is none or no entry of it is usable.
