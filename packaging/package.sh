@@ -3,6 +3,9 @@
 
 package_version() { sed -n 's/^project(V5Strings VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt; }
 
+# release_time: the time that everything in the packages carries, the commit's unless SOURCE_DATE_EPOCH says another.
+release_time() { date -u -d "@${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}" '+%Y-%m-%d %H:%M:%S UTC'; }
+
 # describe WHAT WIDTH VERSION: what a package says about the component (see packaging/describe/Main.cpp).
 describe() {
   in_wine "$BUILD/win64/v5describe.exe" "$1" "$(windows_path "$BUILD/win64/V5Strings.dll")" "$3" "${2#win}"
@@ -49,11 +52,15 @@ stage_files() {
 
 # make_zip WIDTH OUTPUT
 make_zip() {
-  local name="V5Strings-$(package_version)-$1"
+  local name="V5Strings-$(package_version)-$1" time
+  time=$(release_time)
   rm -rf "${BUILD:?}/package/$name"
   stage_files "$1" "$BUILD/package/$name"
   rm -f "$2"
-  (cd "$BUILD/package" && cmake -E tar cf "$2" --format=zip "$name")
+  # Sorted names, permissions and the commit's time: the same files always make the same zip.
+  chmod -R u=rwX,go=rX "$BUILD/package/$name"
+  (cd "$BUILD/package" && find "$name" -type f | LC_ALL=C sort >"$name.files" &&
+    TZ=UTC cmake -E tar cf "$2" --format=zip --mtime="$time" --files-from="$name.files")
 }
 
 # make_packages WIDTH…: everything into dist/
@@ -65,4 +72,5 @@ make_packages() {
     make_zip "$width" "$PWD/dist/V5Strings-$version-$width.zip"
     make_installer "$width" "$version" "$PWD/dist/V5Strings-$version-$width.msi"
   done
+  (cd dist && sha256sum "V5Strings-$version"-*.{msi,zip} >SHA256SUMS)
 }
