@@ -3,8 +3,8 @@
 
 package_version() { sed -n 's/^project(V5Strings VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt; }
 
-# release_time: the time that everything in the packages carries, the commit's unless SOURCE_DATE_EPOCH says another.
-release_time() { date -u -d "@${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}" '+%Y-%m-%d %H:%M:%S UTC'; }
+# release_time: the time that the files in a zip carry, the commit's unless SOURCE_DATE_EPOCH says another (seconds).
+release_time() { echo "${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}"; }
 
 # describe WHAT WIDTH VERSION: what a package says about the component (see packaging/describe/Main.cpp).
 describe() {
@@ -52,15 +52,11 @@ stage_files() {
 
 # make_zip WIDTH OUTPUT
 make_zip() {
-  local name="V5Strings-$(package_version)-$1" time
-  time=$(release_time)
+  local name="V5Strings-$(package_version)-$1"
   rm -rf "${BUILD:?}/package/$name"
   stage_files "$1" "$BUILD/package/$name"
   rm -f "$2"
-  # Sorted names, permissions and the commit's time: the same files always make the same zip.
-  chmod -R u=rwX,go=rX "$BUILD/package/$name"
-  (cd "$BUILD/package" && find "$name" -type f | LC_ALL=C sort >"$name.files" &&
-    TZ=UTC cmake -E tar cf "$2" --format=zip --mtime="$time" --files-from="$name.files")
+  python3 packaging/make_zip.py "$2" "$BUILD/package/$name" "$(release_time)"
 }
 
 # make_packages WIDTH…: everything into dist/
