@@ -33,5 +33,8 @@ execute_process(COMMAND wixl -a ${architecture} -o "${OUTPUT}" V5Strings.wxs WOR
                 COMMAND_ERROR_IS_FATAL ANY)
 
 # wixl does not look into the files for their versions, by which the installer decides what replaces what.
-execute_process(COMMAND msibuild "${OUTPUT}" -q "UPDATE `File` SET `Version` = '${VERSION}.0', `Language` = '1033'"
+# The older version goes inside the transaction (after InstallInitialize): when the upgrade fails, it is put back.
+execute_process(COMMAND msibuild "${OUTPUT}"
+                        -q "UPDATE `InstallExecuteSequence` SET `Sequence` = 1501 WHERE `Action` = 'RemoveExistingProducts'"
+                        -q "UPDATE `File` SET `Version` = '${VERSION}.0', `Language` = '1033'"
                         -q "DELETE FROM `MsiFileHash`" COMMAND_ERROR_IS_FATAL ANY)

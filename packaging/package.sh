@@ -3,6 +3,9 @@
 
 package_version() { sed -n 's/^project(V5Strings VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt; }
 
+# release_time: the time that the files in a zip carry, the commit's unless SOURCE_DATE_EPOCH says another (seconds).
+release_time() { echo "${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}"; }
+
 # describe WHAT WIDTH VERSION: what a package says about the component (see packaging/describe/Main.cpp).
 describe() {
   in_wine "$BUILD/win64/v5describe.exe" "$1" "$(windows_path "$BUILD/win64/V5Strings.dll")" "$3" "${2#win}"
@@ -53,7 +56,7 @@ make_zip() {
   rm -rf "${BUILD:?}/package/$name"
   stage_files "$1" "$BUILD/package/$name"
   rm -f "$2"
-  (cd "$BUILD/package" && cmake -E tar cf "$2" --format=zip "$name")
+  python3 packaging/make_zip.py "$2" "$BUILD/package/$name" "$(release_time)"
 }
 
 # make_packages WIDTH…: everything into dist/
@@ -65,4 +68,5 @@ make_packages() {
     make_zip "$width" "$PWD/dist/V5Strings-$version-$width.zip"
     make_installer "$width" "$version" "$PWD/dist/V5Strings-$version-$width.msi"
   done
+  (cd dist && sha256sum "V5Strings-$version"-*.{msi,zip} >SHA256SUMS)
 }
