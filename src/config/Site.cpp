@@ -277,6 +277,10 @@ std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
     for (const auto& [label, value] : items) {
         text.append(label).append(value) += L'\t';
     }
+    constexpr std::int32_t kMostExtra = 16 * 1024 * 1024;  // more than 32 bit has memory for
+    if (extra > kMostExtra) {
+        throw AutomationError::RunTime(7, L"Out of memory");
+    }
     text.append(static_cast<size_t>(std::max(extra, 0)), L'\t');
     return Split(text, L'\t');
 }

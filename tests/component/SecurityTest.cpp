@@ -183,9 +183,13 @@ TEST_F(SecurityComponent, MessagesOfTheDatabaseAndOfSendersPassUnchanged) {
     ASSERT_EQ(mSecurity.As(&sink), S_OK);
     EXPECT_EQ(sink->RaiseMsg(-77, _bstr_t(L"as it comes\r\n\u00E9")), S_OK);
     EXPECT_EQ(sink->RaiseMsg(3, nullptr), S_OK);
+    const BSTR withNul = SysAllocStringLen(L"a\0b", 3);
+    EXPECT_EQ(sink->RaiseMsg(4, withNul), S_OK);
+    SysFreeString(withNul);
     EXPECT_EQ(Call(sink.Get(), L"RaiseMsg", {5L, L"late"}).status, S_OK);
     const std::vector<RecordedMessage> passed(events.messages.begin() + 2, events.messages.end());
-    EXPECT_EQ(passed, (std::vector<RecordedMessage>{{-77, L"as it comes\r\n\u00E9"}, {3, L""}, {5, L"late"}}));
+    EXPECT_EQ(passed, (std::vector<RecordedMessage>{
+                          {-77, L"as it comes\r\n\u00E9"}, {3, L""}, {4, {L"a\0b", 3}}, {5, L"late"}}));
     ComPtr<IUnknown> object, ofSink;
     EXPECT_EQ(mSecurity.As(&object), S_OK);
     EXPECT_EQ(sink.As(&ofSink), S_OK);

@@ -150,6 +150,14 @@ TEST_F(SecurityDocuments, MinimumsStoredAndRejected) {
         const Messages& messages;
     } cases[] = {{L"51", 51, none},    {L"\n 33 ", 33, none},   {L"5.2E1", 52, none}, {L"53", 54, invalid},
                  {L"57", 54, invalid}, {L"1e300", 54, invalid}, {L"fifty", 54, none}, {L"", 54, none}};
+    for (int hundredths = 4900; hundredths < 5700; ++hundredths) {  // only a whole level is one
+        const std::wstring text =
+            std::to_wstring(hundredths / 100) + L"." + std::to_wstring(hundredths % 100 + 100).substr(1);
+        Put(kMinimumsDocument, L"<root><MinPrivLevel rid=\"301\">" + text + L"</MinPrivLevel></root>");
+        const bool isLevel = hundredths % 100 == 0 && IsValidLevel(hundredths / 100);
+        EXPECT_EQ(security.MinimumLevel(301), isLevel ? hundredths / 100 : 54) << text;
+        EXPECT_EQ(messages.Take(), isLevel ? none : invalid) << text;
+    }
     for (const auto& c : cases) {
         Put(kMinimumsDocument, std::wstring(L"<root><MinPrivLevel rid=\"398\">50</MinPrivLevel><MinPrivLevel "
                                             L"rid=\"301\">") +
@@ -164,6 +172,16 @@ TEST_F(SecurityDocuments, MinimumsStoredAndRejected) {
     EXPECT_EQ(security.MinimumLevel(399), 50);
     EXPECT_EQ(security.MinimumLevel(301), 50);
     EXPECT_EQ(security.MinimumLevel(251), 54);
+}
+
+TEST_F(SecurityDocuments, AMinimumInOtherWordsIsAChange) {
+    host.machine.isAdministrator = true;
+    Put(kMinimumsDocument, L"<root><MinPrivLevel rid=\"7\"> 51 </MinPrivLevel></root>");
+    EXPECT_TRUE(security.SetMinimumLevel(7, 51));
+    EXPECT_EQ(Xml(kMinimumsDocument), L"<root><MinPrivLevel rid=\"7\">51</MinPrivLevel></root>");
+    EXPECT_EQ(
+        TakeLog(),
+        (Log{{L"RID 7: min privilege level changed from ' 51 ' to '51' by 'Operator7' ", kCategory, 1, L"STR-0139"}}));
 }
 
 TEST_F(SecurityDocuments, ChangingAMinimum) {
