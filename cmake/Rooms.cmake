@@ -24,6 +24,7 @@ endfunction()
 function(v5_server name)
   target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src/com/ClassFactory.cpp"
                                  "${CMAKE_SOURCE_DIR}/src/platform/StackGuard.cpp")
+  target_compile_definitions(${name} PRIVATE _CRT_RAND_S)  # makes <cstdlib> declare rand_s, for the stack guard
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
                         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
   target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--enable-stdcall-fixup

@@ -98,6 +98,7 @@ consteval DispatchType TypeInVariant() {
     } else {
         using Object = std::remove_pointer_t<Value>;
         static_assert(std::derived_from<Object, IUnknown>, "a type that late-bound calls do not know yet");
+        // cppcheck-suppress returnDanglingLifetime ; DispatchIid is a variable template
         return {std::derived_from<Object, IDispatch> ? VARTYPE{VT_DISPATCH} : VARTYPE{VT_UNKNOWN},
                 &DispatchIid<Object>};
     }

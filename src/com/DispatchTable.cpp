@@ -61,7 +61,7 @@ bool CanHold(const VARIANT& variable, VARTYPE type) {
 // The values of one call on their way into the method and back.
 class Values {
   public:
-    Values() = default;
+    Values() = default;  // cppcheck-suppress uninitMemberVar ; each slot is set when its value is taken
     ~Values() {
         for (size_t i = 0; i < mCount; ++i) {
             if (mSlots[i].isOwned) {
@@ -195,7 +195,7 @@ class Values {
     }
 
     size_t mCount = 0;
-    Slot mSlots[kMostParameters];
+    Slot mSlots[kMostParameters];          // set one by one as values are taken
     VARIANT mValues[kMostParameters + 1];  // the last one used is the result, which is not ours
 };
 

@@ -17,7 +17,7 @@ namespace {
 AutomationError ErrorToReport() {
     try {
         try {
-            throw;
+            throw;  // cppcheck-suppress rethrowNoCurrentException ; it is called where one is being handled
         } catch (const _com_error& error) {
             SetErrorInfo(0, nullptr);  // it belongs to an earlier call
             Check(error.Error());

@@ -1,7 +1,6 @@
 // The stack protector's random value, which lies between a function's arrays and its return address. The compiler's
 // run-time asks a cryptographic provider for it, which takes longer than all the rest of loading the DLL, unless there
 // is a value already: here it gets one first.
-#define _CRT_RAND_S  // makes <cstdlib> declare rand_s, the system's random numbers that nobody can foretell
 #include <cstdint>
 #include <cstdlib>
 
@@ -15,7 +14,7 @@ __attribute__((constructor(101), no_stack_protector)) void ChooseStackGuard() {
     std::uintptr_t guard = 0;
     for (size_t bits = 0; bits < sizeof(guard) * 8; bits += 32) {
         unsigned int random = 0;
-        if (rand_s(&random) != 0) {
+        if (rand_s(&random) != 0) {  // the system's random numbers, which nobody can foretell
             return;
         }
         guard |= std::uintptr_t{random} << bits;

@@ -107,7 +107,7 @@ void ExpectRun(const std::wstring& path, const std::string& prefix, const std::v
     ExpectLines(path, {kStart, prefix + R"(\*+)", box("Title"), box(Literally(date) + " .*"), box(""),
                        box("Installed Vantor Releases:"), box(releases[0]), box(releases[1]), box(releases[2]),
                        box("Log Filename: " + Literally(std::string(path.begin(), path.end()))),
-                       box("Machine Name: " + Literally(computer)), box(R"(O/S: Microsoft Windows .*\), 64-bit)"),
+                       box("Machine Name: " + Literally(computer)), box(R"(O/S: Microsoft Windows .*\), (32|64)-bit)"),
                        prefix + R"(\*+)", prefix, prefix + "first", kEnd});
 }
 
