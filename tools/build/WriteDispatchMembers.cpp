@@ -129,7 +129,8 @@ int main(int argc, char** argv) {
         Write(argv[1], argv[2]);
         return 0;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s: %s\n", argc > 1 ? argv[1] : "write-dispatch-members", error.what());
+        static_cast<void>(
+            std::fprintf(stderr, "%s: %s\n", argc > 1 ? argv[1] : "write-dispatch-members", error.what()));
         return 1;
     }
 }
