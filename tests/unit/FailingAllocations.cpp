@@ -8,6 +8,7 @@ namespace {
 thread_local size_t left = 0;  // until the failure; 0: none is due
 thread_local bool hasFailed = false;
 std::atomic<long> live = 0;
+std::atomic<long> made = 0;
 
 }  // namespace
 
@@ -33,6 +34,9 @@ bool MustAllocationFail() noexcept {
 long LiveAllocations() {
     return live;
 }
+long MadeAllocations() {
+    return made;
+}
 
 }  // namespace v5
 
@@ -42,6 +46,7 @@ void* operator new(std::size_t size) {
         throw std::bad_alloc();
     }
     ++live;
+    ++made;
     return memory;
 }
 void operator delete(void* memory) noexcept {

@@ -21,8 +21,9 @@ class FailingAllocation {
 // Counts an allocation of this thread that another allocator makes: whether it is the one that has to fail.
 bool MustAllocationFail() noexcept;
 
-// Allocations that are alive.
+// Allocations that are alive, and all that were made.
 long LiveAllocations();
+long MadeAllocations();
 
 // Runs `work(n)` for n = 1, 2, 3 … with the n-th allocation failing inside a FailingAllocation that `work` makes; it
 // answers whether the failure was reached. Gives the number of failures.
