@@ -1,4 +1,4 @@
-# cmake -DWIDTH=win64|win32 -DVERSION=5.3.0 -DFOLDER=… -DOUTPUT=….msi -P Installer.cmake
+# cmake -DWIDTH=win64|win32 -DVERSION=5.4.0 -DFOLDER=… -DOUTPUT=….msi -P Installer.cmake
 #
 # Makes the installer of one width from a folder with V5Strings.dll, v5site.exe and the generated rows.
 #
