@@ -118,7 +118,7 @@ void Start(Table& table) {
             {.name = std::string("start: CoCreateInstance to the first answer") + (isLateBound ? ", late-bound" : "") +
                      " / a class that does nothing",
              .goal = 1.2,
-             .runs = 15,
+             .runs = 6,
              .operations = kStarts},
             [&] { StartAndCall(__uuidof(FootnoteList), dll, isLateBound); },
             [&] { StartAndCall(kNothing, registered.Dll(), isLateBound); });

@@ -23,6 +23,22 @@ struct RuntimeReserve {
 };
 const RuntimeReserve kRuntimeReserve;
 
+// The compiler's thread library takes one of the process's 1,088 thread-local slots for each time that the DLL is
+// loaded and used, and keeps it when the DLL goes: a program that loads it again and again would have none left one
+// day, and be ended. Once most of them are taken, the DLL stays loaded instead.
+void StayWhereSlotsAreScarce() {
+    constexpr DWORD kMostSlots = 768;  // the rest is the program's
+    const DWORD next = TlsAlloc();     // the system gives the first that is free
+    if (next != TLS_OUT_OF_INDEXES) {
+        TlsFree(next);
+    }
+    if (next > kMostSlots) {
+        HMODULE self = nullptr;
+        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                           reinterpret_cast<LPCWSTR>(&kRuntimeReserve), &self);
+    }
+}
+
 class ClassFactory final : public SimpleObject<IClassFactory> {
   public:
     explicit ClassFactory(const ClassEntry& entry) : mEntry(entry) {}
@@ -60,6 +76,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
         return E_POINTER;
     }
     *object = nullptr;
+    v5::StayWhereSlotsAreScarce();
     for (const v5::ClassEntry& entry : v5::ThisComponent().classes) {
         if (*entry.clsid == clsid) {
             auto* factory = new (std::nothrow) v5::ClassFactory(entry);
