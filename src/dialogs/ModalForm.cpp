@@ -161,7 +161,7 @@ ModalForm::~ModalForm() = default;
 
 void ModalForm::ShowModal(Ownership ownership) {
     PausedWindows others;
-    mClosed = false;
+    mClosed = mWasActive = false;
     mFailure = nullptr;
     mOthers = &others;
     try {
