@@ -12,6 +12,7 @@ namespace v5::bench {
 namespace {
 
 struct NoEncoder : CodePage {
+    std::int16_t CodeOf(wchar_t character) const override { return static_cast<std::int16_t>(character); }
     void Encode(std::wstring_view, char*) const override {}
 };
 
