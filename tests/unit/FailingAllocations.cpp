@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <new>
 
 namespace {
 
@@ -40,19 +41,74 @@ long MadeAllocations() {
 
 }  // namespace v5
 
-void* operator new(std::size_t size) {
-    void* memory = v5::MustAllocationFail() ? nullptr : std::malloc(size != 0 ? size : 1);
+namespace {
+
+void* Counted(void* memory) noexcept {
+    live += memory != nullptr ? 1 : 0;
+    made += memory != nullptr ? 1 : 0;
+    return memory;
+}
+void* OrThrow(void* memory) {
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    ++live;
-    ++made;
     return memory;
 }
-void operator delete(void* memory) noexcept {
+
+void* Allocate(std::size_t size) noexcept {
+    return v5::MustAllocationFail() ? nullptr : Counted(std::malloc(size != 0 ? size : 1));
+}
+void Free(void* memory) noexcept {
     live -= memory != nullptr ? 1 : 0;
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
-    operator delete(memory);
+
+void* Allocate(std::size_t size, std::align_val_t alignment) noexcept {
+    const auto bytes = static_cast<std::size_t>(alignment);
+    if (v5::MustAllocationFail()) {
+        return nullptr;
+    }
+#ifdef _WIN32
+    return Counted(_aligned_malloc(size, bytes));
+#else
+    return Counted(std::aligned_alloc(bytes, (size + bytes - 1) / bytes * bytes));
+#endif
 }
+void FreeAligned(void* memory) noexcept {
+    live -= memory != nullptr ? 1 : 0;
+#ifdef _WIN32
+    _aligned_free(memory);
+#else
+    std::free(memory);
+#endif
+}
+
+}  // namespace
+
+// All forms: a sanitizer's own would otherwise stand in for those left out, and take what these allocate for foreign.
+using Nothrow = std::nothrow_t;
+using Size = std::size_t;
+using Align = std::align_val_t;
+
+// clang-format off
+void* operator new(Size size) { return OrThrow(Allocate(size)); }
+void* operator new[](Size size) { return OrThrow(Allocate(size)); }
+void* operator new(Size size, Align alignment) { return OrThrow(Allocate(size, alignment)); }
+void* operator new[](Size size, Align alignment) { return OrThrow(Allocate(size, alignment)); }
+void* operator new(Size size, const Nothrow&) noexcept { return Allocate(size); }
+void* operator new[](Size size, const Nothrow&) noexcept { return Allocate(size); }
+void* operator new(Size size, Align alignment, const Nothrow&) noexcept { return Allocate(size, alignment); }
+void* operator new[](Size size, Align alignment, const Nothrow&) noexcept { return Allocate(size, alignment); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, Size) noexcept { Free(memory); }
+void operator delete[](void* memory, Size) noexcept { Free(memory); }
+void operator delete(void* memory, const Nothrow&) noexcept { Free(memory); }
+void operator delete[](void* memory, const Nothrow&) noexcept { Free(memory); }
+void operator delete(void* memory, Align) noexcept { FreeAligned(memory); }
+void operator delete[](void* memory, Align) noexcept { FreeAligned(memory); }
+void operator delete(void* memory, Size, Align) noexcept { FreeAligned(memory); }
+void operator delete[](void* memory, Size, Align) noexcept { FreeAligned(memory); }
+void operator delete(void* memory, Align, const Nothrow&) noexcept { FreeAligned(memory); }
+void operator delete[](void* memory, Align, const Nothrow&) noexcept { FreeAligned(memory); }
+// clang-format on
