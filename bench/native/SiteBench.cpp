@@ -8,7 +8,7 @@
 
 #include "bench/Bench.h"
 #include "bench/SiteFile.h"
-#include "config/DahsSection.h"
+#include "config/SiteFile.h"
 
 namespace v5::bench {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "config/DahsSection.h"
+#include "config/SiteFile.h"
 #include "config/SiteHost.h"
 
 namespace v5 {

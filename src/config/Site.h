@@ -11,7 +11,7 @@
 
 #include "config/DahsEntryList.h"
 #include "config/DahsFolders.h"
-#include "config/DahsSection.h"
+#include "config/SiteFile.h"
 #include "config/SiteHost.h"
 
 namespace v5 {

@@ -94,7 +94,7 @@ def check_every_enumerator_is_documented():
 
 
 def check_every_key_is_documented():
-    keys = re.search(r"kKeyNames = \{(.*?)\};", read("src/config/DahsSection.cpp"), re.S)[1]
+    keys = re.search(r"kKeyNames = \{(.*?)\};", read("src/config/SiteFile.cpp"), re.S)[1]
     for key in re.findall(r'"([^"]+)"', keys):
         if f"`{key}`" not in read("docs/site-file.md"):
             yield f"docs/site-file.md does not explain the key {key}"

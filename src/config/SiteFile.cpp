@@ -1,4 +1,4 @@
-#include "config/DahsSection.h"
+#include "config/SiteFile.h"
 
 #include <algorithm>
 #include <array>
