@@ -14,11 +14,10 @@ namespace v5::bench {
 namespace {
 
 void ReadSite(const std::string& bytes) {
-    const IniFile file(bytes, SiteSections(),
-                       [](std::string_view text) { return std::wstring(text.begin(), text.end()); });
+    const IniFile file(std::wstring(bytes.begin(), bytes.end()), SiteSections());
     DahsEntryList entries;
     std::vector<std::wstring> problems;
-    ReadDahsEntries(file, L"Vantor5.INI", BlankConnections::kIgnoreEntry, entries, problems);
+    ReadDahsEntries(file, L"Vantor5.INI", BlankConnections::IgnoreEntry, entries, problems);
     if (entries.Count() != 99 || !problems.empty()) {
         throw std::runtime_error("the site file is not sound");
     }

@@ -43,7 +43,7 @@ class NumberScanner {
             return std::nullopt;
         }
         ScanTrailingMarks();
-        if (!mRest.empty() || mParenthesis == Mark::kOpen) {
+        if (!mRest.empty() || mParenthesis == Mark::Open) {
             return std::nullopt;
         }
         // The run-time gives &H and &O texts their own sign and passes over any other.
@@ -51,7 +51,7 @@ class NumberScanner {
     }
 
   private:
-    enum class Mark { kNone, kOpen, kClosed };
+    enum class Mark { None, Open, Closed };
 
     wchar_t Next() const { return mRest.empty() ? L'\0' : mRest.front(); }
     void Skip(size_t count = 1) { mRest.remove_prefix(count); }
@@ -80,8 +80,8 @@ class NumberScanner {
 
     void ScanLeadingMarks() {
         while (true) {
-            if (mParenthesis == Mark::kNone && Next() == L'(') {
-                mParenthesis = Mark::kOpen;
+            if (mParenthesis == Mark::None && Next() == L'(') {
+                mParenthesis = Mark::Open;
                 Skip();
             } else if (!TakeSignBlankOrCurrency()) {
                 return;
@@ -91,8 +91,8 @@ class NumberScanner {
 
     void ScanTrailingMarks() {
         while (true) {
-            if (mParenthesis == Mark::kOpen && Next() == L')') {
-                mParenthesis = Mark::kClosed;
+            if (mParenthesis == Mark::Open && Next() == L')') {
+                mParenthesis = Mark::Closed;
                 mNegative = true;
                 Skip();
             } else if (!TakeSignBlankOrCurrency()) {
@@ -195,7 +195,7 @@ class NumberScanner {
     }
 
     std::wstring_view mRest;
-    Mark mParenthesis = Mark::kNone;
+    Mark mParenthesis = Mark::None;
     bool mPlus = false;
     bool mMinus = false;
     bool mCurrency = false;

@@ -1,7 +1,5 @@
 #include "base/Utf8.h"
 
-#include <optional>
-
 namespace v5 {
 
 namespace {
@@ -69,7 +67,7 @@ std::optional<char32_t> TakeUtf8(std::string_view& bytes) {
             }
             code = (code << 6) | (byte(i) & 0x3F);
         }
-        return code >= form.minimum && code <= 0x10FFFF ? std::optional<char32_t>(code) : std::nullopt;
+        return code >= form.minimum && IsCharacter(code) ? std::optional<char32_t>(code) : std::nullopt;
     };
     for (const Form& form : kForms) {
         if (const auto code = decode(form)) {
@@ -80,9 +78,46 @@ std::optional<char32_t> TakeUtf8(std::string_view& bytes) {
     return std::nullopt;
 }
 
-// The text of UTF-8 `bytes`; the sequences of characters that `isWanted` rejects count as malformed.
-template <class Filter>
-std::wstring Decoded(std::string_view bytes, Filter isWanted) {
+// The text of UTF-16 bytes; `lowByte` is the place of a unit's lower byte, 0 or 1.
+std::wstring FromUtf16(std::string_view bytes, size_t lowByte) {
+    const auto unit = [&](size_t i) -> char32_t {
+        return static_cast<unsigned char>(bytes[2 * i + lowByte]) |
+               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - lowByte])) << 8);
+    };
+    const size_t count = bytes.size() / 2;
+    std::wstring text;
+    text.reserve(count);
+    for (size_t i = 0; i < count; ++i) {
+        const bool isPair = IsHighSurrogate(unit(i)) && i + 1 < count && IsLowSurrogate(unit(i + 1));
+        AppendWide(isPair ? Join(unit(i), unit(i + 1)) : unit(i), text);
+        i += isPair ? 1 : 0;
+    }
+    return text;
+}
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf16LittleEndianMark = "\xFF\xFE";
+constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
+
+}  // namespace
+
+std::string ToUtf8(std::wstring_view text) {
+    const auto unit = [&](size_t i) { return static_cast<char32_t>(text[i]); };
+    std::string out;
+    out.reserve(text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (IsHighSurrogate(unit(i)) && i + 1 < text.size() && IsLowSurrogate(unit(i + 1))) {
+            AppendUtf8(Join(unit(i), unit(i + 1)), out);
+            ++i;
+        } else {
+            AppendUtf8(IsCharacter(unit(i)) ? unit(i) : kReplacement, out);
+        }
+    }
+    return out;
+}
+
+std::wstring FromUtf8(std::string_view bytes) {
+    bytes.remove_prefix(bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0);
     std::wstring text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
@@ -92,7 +127,7 @@ std::wstring Decoded(std::string_view bytes, Filter isWanted) {
             continue;
         }
         std::string_view rest = bytes;
-        if (const auto code = TakeUtf8(rest); code && isWanted(*code)) {
+        if (const auto code = TakeUtf8(rest)) {
             AppendWide(*code, text);
             bytes = rest;
         } else {
@@ -103,46 +138,17 @@ std::wstring Decoded(std::string_view bytes, Filter isWanted) {
     return text;
 }
 
-// UTF-8 from `count` code units of UTF-16 (characters, where wide ones have 32 bits), which `unit` gives by their
-// index. `repaired` gives the character to write for a unit that belongs to no pair.
-template <class UnitAt, class Repair>
-std::string Encoded(size_t count, UnitAt unit, Repair repaired) {
-    std::string out;
-    out.reserve(count);
-    for (size_t i = 0; i < count; ++i) {
-        if (IsHighSurrogate(unit(i)) && i + 1 < count && IsLowSurrogate(unit(i + 1))) {
-            AppendUtf8(Join(unit(i), unit(i + 1)), out);
-            ++i;
-        } else {
-            AppendUtf8(repaired(unit(i)), out);
-        }
+std::optional<std::wstring> DecodeMarked(std::string_view bytes) {
+    if (bytes.starts_with(kUtf8Mark)) {
+        return FromUtf8(bytes);
     }
-    return out;
-}
-
-}  // namespace
-
-std::string ToUtf8(std::wstring_view text) {
-    const auto unit = [&](size_t i) { return static_cast<char32_t>(text[i]); };
-    return Encoded(text.size(), unit, [](char32_t code) { return IsCharacter(code) ? code : kReplacement; });
-}
-
-std::wstring FromUtf8(std::string_view bytes) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    return Decoded(bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0), IsCharacter);
-}
-
-std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
-    const size_t lowByte = order == ByteOrder::kLittleEndian ? 0 : 1;
-    const auto unit = [&](size_t i) -> char32_t {
-        return static_cast<unsigned char>(bytes[2 * i + lowByte]) |
-               (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - lowByte])) << 8);
-    };
-    return Encoded(bytes.size() / 2, unit, [](char32_t code) { return code; });
-}
-
-std::wstring WideFromUtf8(std::string_view bytes) {
-    return Decoded(bytes, [](char32_t) { return true; });
+    if (bytes.starts_with(kUtf16LittleEndianMark)) {
+        return FromUtf16(bytes.substr(kUtf16LittleEndianMark.size()), 0);
+    }
+    if (bytes.starts_with(kUtf16BigEndianMark)) {
+        return FromUtf16(bytes.substr(kUtf16BigEndianMark.size()), 1);
+    }
+    return std::nullopt;
 }
 
 }  // namespace v5

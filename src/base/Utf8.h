@@ -1,6 +1,7 @@
 // Between text and the bytes of files and stored documents.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,11 +12,8 @@ namespace v5 {
 std::string ToUtf8(std::wstring_view text);
 std::wstring FromUtf8(std::string_view bytes);
 
-// Text files. Half surrogate pairs, which UTF-16 files may contain, go through both functions unharmed (in between as
-// their three-byte form); else WideFromUtf8 is as FromUtf8, but keeps a byte-order mark. Of UTF-16 bytes a last odd one
-// is dropped.
-enum class ByteOrder { kLittleEndian, kBigEndian };
-std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order);
-std::wstring WideFromUtf8(std::string_view bytes);
+// The text of a file whose first bytes mark it as UTF-8 or UTF-16, without the mark; nullopt when there is no mark.
+// Half surrogate pairs, which UTF-16 files may contain, stay; a last odd byte is dropped.
+std::optional<std::wstring> DecodeMarked(std::string_view bytes);
 
 }  // namespace v5

@@ -14,9 +14,9 @@ std::wstring RowText(const DahsEntry& entry) {
     if (!entry.description.empty() && !EqualsIgnoreCase(entry.description, entry.siteID)) {
         text += L" - " + entry.description;
     }
-    if (entry.role == RedundantDasRole::kPrimary) {
+    if (entry.role == RedundantDasRole::Primary) {
         text += L" (primary)";
-    } else if (entry.role == RedundantDasRole::kSecondary) {
+    } else if (entry.role == RedundantDasRole::Secondary) {
         text += L" (secondary - use primary instead)";
     }
     return text;
@@ -37,7 +37,7 @@ std::optional<size_t> FindRow(const std::vector<DahsChooserRow>& rows, Test test
 DahsChooser::DahsChooser(const DahsEntryList& entries, bool allowSecondary, bool allowRemote,
                          const RemoteTest& isRemote) {
     for (const DahsEntryPtr& entry : entries) {
-        const bool isSecondary = entry->role == RedundantDasRole::kSecondary;
+        const bool isSecondary = entry->role == RedundantDasRole::Secondary;
         const bool refusedAsSecondary = isSecondary && !allowSecondary;
         const bool refusedAsRemote = !allowRemote && isRemote(*entry);
         mLeftOutSecondary += refusedAsSecondary ? 1 : 0;

@@ -239,7 +239,7 @@ class DahsChooserForm final : public ModalForm {
 
 DahsChooser ReadChooser(const DahsChooserSettings& settings, SiteHost& host) {
     Site site(host);
-    if (!site.Read(AppCategory::kNotApplicable, false, false, settings.blankConnections)) {
+    if (!site.Read(AppCategory::NotApplicable, false, false, settings.blankConnections)) {
         if (!site.Problems().empty()) {
             Report(site.Problems().front());
         }

@@ -9,7 +9,7 @@
 namespace v5 {
 
 struct DahsChooserSettings {
-    BlankConnections blankConnections = BlankConnections::kIgnoreEntry;
+    BlankConnections blankConnections = BlankConnections::IgnoreEntry;
     bool allowSecondary = true;
     bool allowRemote = true;
     std::int32_t initialDahsId = 0;  // selected at first when it is offered

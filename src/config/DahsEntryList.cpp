@@ -6,7 +6,7 @@ namespace v5 {
 
 std::int32_t DahsEntryList::CountOfNonSecondary() const {
     return static_cast<std::int32_t>(std::count_if(
-        begin(), end(), [](const DahsEntryPtr& entry) { return entry->role != RedundantDasRole::kSecondary; }));
+        begin(), end(), [](const DahsEntryPtr& entry) { return entry->role != RedundantDasRole::Secondary; }));
 }
 
 DahsEntryPtr DahsEntryList::At(std::int64_t position) const {

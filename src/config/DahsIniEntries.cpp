@@ -28,14 +28,15 @@ DahsEntryPtr WithDahsId(const DahsEntryList& list, std::int32_t dahsID) {
 
 }  // namespace
 
-STDMETHODIMP DahsIniEntries::Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) {
-    return Return(result, [&] {
-        return ObjectOf(ToBool(isDahsId) ? WithDahsId(*mList, index1) : AtPosition(*mList, std::int64_t{index1} - 1));
+STDMETHODIMP DahsIniEntries::Item(long lngIndex1, VARIANT_BOOL blnDahsID, _DahsIniEntry** Result) {
+    return Return(Result, [&] {
+        return ObjectOf(ToBool(blnDahsID) ? WithDahsId(*mList, lngIndex1)
+                                          : AtPosition(*mList, std::int64_t{lngIndex1} - 1));
     });
 }
 
-STDMETHODIMP DahsIniEntries::Item0(long index0, _DahsIniEntry** result) {
-    return Return(result, [&] { return ObjectOf(AtPosition(*mList, index0)); });
+STDMETHODIMP DahsIniEntries::Item0(long lngIndex0, _DahsIniEntry** Result) {
+    return Return(Result, [&] { return ObjectOf(AtPosition(*mList, lngIndex0)); });
 }
 
 ComPtr<DahsIniEntry> DahsIniEntries::ObjectOf(const DahsEntryPtr& entry) {
@@ -46,8 +47,8 @@ ComPtr<DahsIniEntry> DahsIniEntries::ObjectOf(const DahsEntryPtr& entry) {
     return object;
 }
 
-STDMETHODIMP DahsIniEntries::NewEnum(IUnknown** result) {
-    return Return(result, [&] {
+STDMETHODIMP DahsIniEntries::NewEnum(IUnknown** Result) {
+    return Return(Result, [&] {
         std::vector<ComPtr<IDispatch>> objects;
         for (const DahsEntryPtr& entry : *mList) {
             objects.emplace_back(ObjectOf(entry));

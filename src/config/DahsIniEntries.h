@@ -20,15 +20,15 @@ class DahsIniEntries final : public AutomationObject<DahsIniEntries, _DahsIniEnt
     explicit DahsIniEntries(std::shared_ptr<const DahsEntryList> list = std::make_shared<const DahsEntryList>())
         : mList(std::move(list)) {}
 
-    STDMETHODIMP get_Count(long* result) override {
-        return Return(result, [&] { return mList->Count(); });
+    STDMETHODIMP get_Count(long* Result) override {
+        return Return(Result, [&] { return mList->Count(); });
     }
-    STDMETHODIMP get_CountOfNonSecondaryDahsEntries(long* result) override {
-        return Return(result, [&] { return mList->CountOfNonSecondary(); });
+    STDMETHODIMP get_CountOfNonSecondaryDahsEntries(long* Result) override {
+        return Return(Result, [&] { return mList->CountOfNonSecondary(); });
     }
-    STDMETHODIMP Item(long index1, VARIANT_BOOL isDahsId, _DahsIniEntry** result) override;
-    STDMETHODIMP Item0(long index0, _DahsIniEntry** result) override;
-    STDMETHODIMP NewEnum(IUnknown** result) override;
+    STDMETHODIMP Item(long lngIndex1, VARIANT_BOOL blnDahsID, _DahsIniEntry** Result) override;
+    STDMETHODIMP Item0(long lngIndex0, _DahsIniEntry** Result) override;
+    STDMETHODIMP NewEnum(IUnknown** Result) override;
 
   private:
     // The one object of an entry, however and how often clients ask for it.

@@ -2,60 +2,66 @@
 
 namespace v5 {
 
-STDMETHODIMP DahsIniMain::get_Problems(VARIANT* result) {
-    if (result != nullptr && mSite.Problems().empty()) {
-        VariantInit(result);
+STDMETHODIMP DahsIniMain::get_Problems(VARIANT* Result) {
+    if (Result != nullptr && mSite.Problems().empty()) {
+        VariantInit(Result);
         return S_OK;
     }
-    return Return(result, [&] { return mSite.Problems(); });
+    return Return(Result, [&] { return mSite.Problems(); });
 }
 
-STDMETHODIMP DahsIniMain::ReadVantorINI4(AppCategoryForProcessorAffinityEnum category, VARIANT_BOOL noninteractive,
-                                         VARIANT_BOOL dotNet, DahsEntryOptionsEnum option, VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false, [&] {
-        return mSite.Read(static_cast<AppCategory>(category), ToBool(noninteractive), ToBool(dotNet),
-                          static_cast<BlankConnections>(option));
+STDMETHODIMP DahsIniMain::ReadVantorINI4(AppCategoryForProcessorAffinityEnum lngSetCpuAffinity,
+                                         VARIANT_BOOL blnIsNoninteractiveProcess,
+                                         VARIANT_BOOL blnUseDotNetConnectionStrings,
+                                         DahsEntryOptionsEnum lngConnStringOption, VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] {
+        return mSite.Read(static_cast<AppCategory>(lngSetCpuAffinity), ToBool(blnIsNoninteractiveProcess),
+                          ToBool(blnUseDotNetConnectionStrings), static_cast<BlankConnections>(lngConnStringOption));
     });
 }
 
-STDMETHODIMP DahsIniMain::ChooseDahs3(long dahsID, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
-                                      VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false, [&] { return mSite.Choose(dahsID, ToBool(noninteractive), ToBool(dotNet)); });
+STDMETHODIMP DahsIniMain::ChooseDahs3(long lngDahsID, VARIANT_BOOL blnIsNoninteractiveProcess,
+                                      VARIANT_BOOL blnUseDotNetConnectionStrings, VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] {
+        return mSite.Choose(lngDahsID, ToBool(blnIsNoninteractiveProcess), ToBool(blnUseDotNetConnectionStrings));
+    });
 }
 
-STDMETHODIMP DahsIniMain::ChooseDahs4(BSTR siteID, VARIANT_BOOL noninteractive, VARIANT_BOOL dotNet,
-                                      VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false,
-                         [&] { return mSite.ChooseSite(View(siteID), ToBool(noninteractive), ToBool(dotNet)); });
+STDMETHODIMP DahsIniMain::ChooseDahs4(BSTR strSiteID, VARIANT_BOOL blnIsNoninteractiveProcess,
+                                      VARIANT_BOOL blnUseDotNetConnectionStrings, VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] {
+        return mSite.ChooseSite(View(strSiteID), ToBool(blnIsNoninteractiveProcess),
+                                ToBool(blnUseDotNetConnectionStrings));
+    });
 }
 
-STDMETHODIMP DahsIniMain::SetupWithOneForcedDahsEntry(BSTR siteID, VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false, [&] { return mSite.SetupForced(std::wstring(View(siteID))); });
+STDMETHODIMP DahsIniMain::SetupWithOneForcedDahsEntry(BSTR strSiteID, VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] { return mSite.SetupForced(std::wstring(View(strSiteID))); });
 }
 
-STDMETHODIMP DahsIniMain::FindRedundantDasIDs(BSTR siteID, long initialDasID, long* primaryDasID,
-                                              long* secondaryDasID) {
-    if (primaryDasID == nullptr || secondaryDasID == nullptr) {
+STDMETHODIMP DahsIniMain::FindRedundantDasIDs(BSTR strSiteID, long lngInitialDasID, long* lngPrimaryDasID,
+                                              long* lngSecondaryDasID) {
+    if (lngPrimaryDasID == nullptr || lngSecondaryDasID == nullptr) {
         return E_POINTER;
     }
     return Do([&] {
-        const RedundantDasIds ids = mSite.FindRedundantDasIds(View(siteID), initialDasID);
-        *primaryDasID = ids.primary;
-        *secondaryDasID = ids.secondary;
+        const RedundantDasIds ids = mSite.FindRedundantDasIds(View(strSiteID), lngInitialDasID);
+        *lngPrimaryDasID = ids.primary;
+        *lngSecondaryDasID = ids.secondary;
     });
 }
 
-STDMETHODIMP DahsIniMain::GetDahsIDForSiteID(BSTR siteID, long* result) {
-    return Return(result, [&] { return mSite.FindRedundantDasIds(View(siteID), 0).primary; });
+STDMETHODIMP DahsIniMain::GetDahsIDForSiteID(BSTR strSiteID, long* Result) {
+    return Return(Result, [&] { return mSite.FindRedundantDasIds(View(strSiteID), 0).primary; });
 }
 
-STDMETHODIMP DahsIniMain::GetDahsIDForComputerName(BSTR, VARIANT_BOOL preferPrimaryDas, long* result) {
+STDMETHODIMP DahsIniMain::GetDahsIDForComputerName(BSTR, VARIANT_BOOL blnPreferPrimaryDas, long* Result) {
     // The computer is always the one that the process runs on, whatever name is passed: callers rely on it.
-    return Return(result, [&] { return mSite.FindLocalDahsId(ToBool(preferPrimaryDas)); });
+    return Return(Result, [&] { return mSite.FindLocalDahsId(ToBool(blnPreferPrimaryDas)); });
 }
 
-STDMETHODIMP DahsIniMain::GetInfoArray(long extraArrayEntries, VARIANT* result) {
-    return Return(result, [&] { return mSite.InfoTexts(extraArrayEntries); });
+STDMETHODIMP DahsIniMain::GetInfoArray(long lngExtraArrayEntries, VARIANT* Result) {
+    return Return(Result, [&] { return mSite.InfoTexts(lngExtraArrayEntries); });
 }
 
 }  // namespace v5

@@ -3,22 +3,16 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/Utf8.h"
-
 namespace v5 {
 
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kUtf16LittleEndianMark = "\xFF\xFE";
-constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
-
 // Blanks in the sense of the profile functions: white space and the old end-of-file mark Ctrl+Z.
-bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1A';
+bool IsBlank(wchar_t c) {
+    return c == L' ' || (c >= L'\t' && c <= L'\r') || c == L'\x1A';
 }
 
-std::string_view Strip(std::string_view text) {
+std::wstring_view Strip(std::wstring_view text) {
     while (!text.empty() && IsBlank(text.front())) {
         text.remove_prefix(1);
     }
@@ -28,71 +22,58 @@ std::string_view Strip(std::string_view text) {
     return text;
 }
 
-std::string_view UpToNul(std::string_view text) {
-    return text.substr(0, text.find('\0'));
+std::wstring_view UpToNul(std::wstring_view text) {
+    return text.substr(0, text.find(L'\0'));
 }
 
-std::string_view WithoutQuotes(std::string_view value) {
+std::wstring_view WithoutQuotes(std::wstring_view value) {
     const bool quoted =
-        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
+        value.size() >= 2 && (value.front() == L'"' || value.front() == L'\'') && value.front() == value.back();
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
 // Takes the next line off the front of `rest`, blanks around it dropped.
-std::string_view TakeLine(std::string_view& rest, char lineEnd) {
+std::wstring_view TakeLine(std::wstring_view& rest, wchar_t lineEnd) {
     const size_t end = rest.find(lineEnd);
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    const std::wstring_view line = rest.substr(0, end);
+    rest.remove_prefix(end == std::wstring_view::npos ? rest.size() : end + 1);
     return Strip(line);
 }
 
 // Whether the line is a section's header; if so, `name` is the section. A "[" that is never closed starts none.
-bool IsHeader(std::string_view line, std::string_view& name) {
-    if (line.empty() || line.front() != '[') {
+bool IsHeader(std::wstring_view line, std::wstring_view& name) {
+    if (line.empty() || line.front() != L'[') {
         return false;
     }
-    const size_t close = line.rfind(']');
-    if (close == std::string_view::npos) {
+    const size_t close = line.rfind(L']');
+    if (close == std::wstring_view::npos) {
         return false;
     }
     name = Strip(UpToNul(line.substr(1, close - 1)));
     return true;
 }
 
-bool IsAscii(std::string_view bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 }  // namespace
 
-IniFile::IniFile(std::string bytes, const IniNames& sections, AnsiDecoder decodeAnsi)
-    : mBytes(std::move(bytes)), mDecodeAnsi(std::move(decodeAnsi)), mSections(sections.size()) {
-    if (mBytes.starts_with(kUtf16LittleEndianMark)) {
-        mBytes = Utf8FromUtf16(std::string_view(mBytes).substr(2), ByteOrder::kLittleEndian);
-        mIsUtf8 = true;
-    } else if (mBytes.starts_with(kUtf16BigEndianMark)) {
-        mBytes = Utf8FromUtf16(std::string_view(mBytes).substr(2), ByteOrder::kBigEndian);
-        mIsUtf8 = true;
-    } else if (mBytes.starts_with(kUtf8Mark)) {
-        mBytes.erase(0, kUtf8Mark.size());
-        mIsUtf8 = true;
-    }
-    mLineEnd = mBytes.find('\n') == std::string::npos ? '\r' : '\n';
+IniFile::IniFile(std::wstring text, const IniNames& sections)
+    : mText(std::move(text)),
+      mLineEnd(mText.find(L'\n') == std::wstring::npos ? L'\r' : L'\n'),
+      mSections(sections.size()) {
     Index(sections);
 }
 
 void IniFile::Index(const IniNames& sections) {
-    std::string_view rest = mBytes;
+    std::wstring_view rest = mText;
     size_t current = IniNames::kNone;
-    const char* begin = nullptr;
-    const auto closeSection = [&](const char* end) {
+    const wchar_t* begin = nullptr;
+    const auto closeSection = [&](const wchar_t* end) {
         if (current != IniNames::kNone && mSections[current].data() == nullptr) {
-            mSections[current] = std::string_view(begin, static_cast<size_t>(end - begin));
+            mSections[current] = std::wstring_view(begin, static_cast<size_t>(end - begin));
         }
     };
     while (!rest.empty()) {
-        const char* lineStart = rest.data();
-        std::string_view name;
+        const wchar_t* lineStart = rest.data();
+        std::wstring_view name;
         if (IsHeader(TakeLine(rest, mLineEnd), name)) {
             closeSection(lineStart);
             current = sections.Find(name);
@@ -102,13 +83,13 @@ void IniFile::Index(const IniNames& sections) {
     closeSection(rest.data());
 }
 
-void IniFile::ReadSection(size_t section, const IniNames& keys, std::span<std::string_view> values) const {
-    std::fill(values.begin(), values.end(), std::string_view());
-    std::string_view rest = mSections[section];
+void IniFile::ReadSection(size_t section, const IniNames& keys, std::span<std::wstring_view> values) const {
+    std::fill(values.begin(), values.end(), std::wstring_view());
+    std::wstring_view rest = mSections[section];
     while (!rest.empty()) {
-        const std::string_view line = TakeLine(rest, mLineEnd);
-        const size_t equals = line.find('=');
-        if (equals == std::string_view::npos || line.front() == ';') {
+        const std::wstring_view line = TakeLine(rest, mLineEnd);
+        const size_t equals = line.find(L'=');
+        if (equals == std::wstring_view::npos || line.front() == L';') {
             continue;
         }
         const size_t key = keys.Find(Strip(UpToNul(line.substr(0, equals))));
@@ -116,13 +97,6 @@ void IniFile::ReadSection(size_t section, const IniNames& keys, std::span<std::s
             values[key] = WithoutQuotes(Strip(UpToNul(line.substr(equals + 1))));
         }
     }
-}
-
-std::wstring IniFile::Decode(std::string_view value) const {
-    if (IsAscii(value)) {
-        return {value.begin(), value.end()};
-    }
-    return mIsUtf8 ? WideFromUtf8(value) : mDecodeAnsi(value);
 }
 
 }  // namespace v5

@@ -1,57 +1,40 @@
 #include "config/IniNames.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
+#include <cstdint>
 
 namespace v5 {
 
 namespace {
 
-char Fold(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-}
-
-bool SameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return x == y || Fold(x) == Fold(y); });
-}
-
-// Eight letters at a time. Setting bit 5 of every byte makes letters of either case alike (and some other characters,
-// which only costs a comparison).
-size_t Hash(std::string_view name) {
-    constexpr std::uint64_t kFold = 0x2020202020202020u;
-    constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15u;  // 2^64 divided by the golden ratio
-    std::uint64_t hash = name.size();
-    for (size_t at = 0; at < name.size(); at += sizeof(std::uint64_t)) {
-        std::uint64_t letters = 0;
-        std::memcpy(&letters, name.data() + at, std::min(sizeof letters, name.size() - at));
-        hash = std::rotl((hash ^ (letters | kFold)) * kMix, 32);
-    }
-    return static_cast<size_t>(hash);
+wchar_t Fold(wchar_t c) {
+    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c | 0x20) : c;
 }
 
 }  // namespace
 
-IniNames::IniNames(std::span<const std::string_view> names)
-    : mNames(names.begin(), names.end()), mSlots(std::bit_ceil(names.size() * 4 + 1)) {
-    for (size_t i = 0; i < mNames.size(); ++i) {
-        size_t slot = Hash(mNames[i]) & (mSlots.size() - 1);
-        while (mSlots[slot] != 0) {
-            slot = (slot + 1) & (mSlots.size() - 1);
-        }
-        mSlots[slot] = static_cast<std::uint8_t>(i + 1);
+// FNV-1a, a character at a time: http://www.isthe.com/chongo/tech/comp/fnv/
+size_t IniNames::Hash::operator()(std::wstring_view name) const {
+    std::uint32_t hash = 0x811C9DC5;
+    for (const wchar_t c : name) {
+        hash = (hash ^ static_cast<std::uint32_t>(Fold(c))) * 0x01000193;
+    }
+    return hash;
+}
+
+bool IniNames::Equal::operator()(std::wstring_view a, std::wstring_view b) const {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) { return Fold(x) == Fold(y); });
+}
+
+IniNames::IniNames(std::span<const std::wstring_view> names) {
+    for (size_t i = 0; i < names.size(); ++i) {
+        mPositions.emplace(names[i], i);
     }
 }
 
-size_t IniNames::Find(std::string_view name) const {
-    for (size_t slot = Hash(name) & (mSlots.size() - 1); mSlots[slot] != 0; slot = (slot + 1) & (mSlots.size() - 1)) {
-        const size_t position = mSlots[slot] - 1u;
-        if (SameName(mNames[position], name)) {
-            return position;
-        }
-    }
-    return kNone;
+size_t IniNames::Find(std::wstring_view name) const {
+    const auto found = mPositions.find(name);
+    return found == mPositions.end() ? kNone : found->second;
 }
 
 }  // namespace v5

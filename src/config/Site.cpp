@@ -37,21 +37,20 @@ std::wstring Number(Enumeration value) {
 
 std::wstring_view RedundantDasRoleText(RedundantDasRole role) {
     switch (role) {
-        case RedundantDasRole::kStandalone:
+        case RedundantDasRole::Standalone:
             return L"Standalone";
-        case RedundantDasRole::kPrimary:
+        case RedundantDasRole::Primary:
             return L"Primary";
-        case RedundantDasRole::kSecondary:
+        case RedundantDasRole::Secondary:
             return L"Secondary";
     }
     return L"??";
 }
 
 bool CurrentDahs::MustUseReportsUrl() const {
-    const auto ostra =
-        connections.begin() + static_cast<std::ptrdiff_t>(Database::kOstra);  // the last: it may be blank
     return !entry->reportsUrl.empty() &&
-           std::any_of(connections.begin(), ostra, [](const std::wstring& text) { return text.empty(); });
+           std::any_of(std::begin(kDatabases), std::end(kDatabases),
+                       [&](Database database) { return database != Database::Ostra && connections[database].empty(); });
 }
 
 bool Site::Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option) {
@@ -94,14 +93,13 @@ bool Site::Locate() {
 
 bool Site::Parse(BlankConnections option) {
     try {
-        std::string bytes;
-        const std::wstring reason = mHost.ReadFile(mPath, bytes);
+        std::wstring text;
+        const std::wstring reason = mHost.ReadFile(mPath, text);
         if (!reason.empty()) {
             ReportUnreadable(reason);
             return false;
         }
-        const IniFile file(std::move(bytes), SiteSections(),
-                           [this](std::string_view text) { return mHost.DecodeAnsi(text); });
+        const IniFile file(std::move(text), SiteSections());
         ReadDahsEntries(file, mPath, option, *mEntries, mProblems);
     } catch (const std::bad_alloc&) {
         ReportUnreadable(L"it is too large");
@@ -143,7 +141,7 @@ void Site::Select(const DahsEntryPtr& entry, bool noninteractive, bool dotNet) {
     CurrentDahs chosen;
     chosen.entry = entry;
     chosen.isRemote = IsRemote(*entry);
-    chosen.connections = entry->Connections(ConnectionFormFor(noninteractive, dotNet));
+    chosen.connections = entry->connectionStrings[ConnectionFormFor(noninteractive, dotNet)];
     chosen.folders = FoldersOf(*entry, mHost);
     mCurrent = std::move(chosen);
 }
@@ -186,7 +184,7 @@ RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteID, std::int32_t
     std::wstring site(siteID);
     if (const DahsEntryPtr initial = initialDasID != 0 ? mEntries->Find(initialDasID) : nullptr) {
         site = initial->siteID;
-        if (initial->role == RedundantDasRole::kStandalone) {
+        if (initial->role == RedundantDasRole::Standalone) {
             return {initialDasID, 0};
         }
     }
@@ -195,10 +193,10 @@ RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteID, std::int32_t
         if (!EqualsIgnoreCase(entry->siteID, site)) {
             continue;
         }
-        if (entry->role == RedundantDasRole::kStandalone) {
+        if (entry->role == RedundantDasRole::Standalone) {
             return {entry->dahsID, 0};
         }
-        (entry->role == RedundantDasRole::kPrimary ? ids.primary : ids.secondary) = entry->dahsID;
+        (entry->role == RedundantDasRole::Primary ? ids.primary : ids.secondary) = entry->dahsID;
     }
     if (ids.primary == 0) {
         std::swap(ids.primary, ids.secondary);
@@ -209,7 +207,7 @@ RedundantDasIds Site::FindRedundantDasIds(std::wstring_view siteID, std::int32_t
 std::int32_t Site::FindLocalDahsId(bool preferPrimary) const {
     for (const DahsEntryPtr& entry : *mEntries) {
         if (!IsRemote(*entry)) {
-            return preferPrimary && entry->role == RedundantDasRole::kSecondary
+            return preferPrimary && entry->role == RedundantDasRole::Secondary
                        ? FindRedundantDasIds(entry->siteID, 0).primary
                        : entry->dahsID;
         }
@@ -218,9 +216,9 @@ std::int32_t Site::FindLocalDahsId(bool preferPrimary) const {
 }
 
 void Site::SetAffinity(AppCategory category) {
-    const auto index = static_cast<size_t>(category);
     const DahsEntryPtr first = mEntries->At(0);
-    const std::int32_t requested = index < kAppCategoryCount ? first->affinityMasks[index] : 0;
+    const bool isCategory = static_cast<size_t>(category) < kAppCategoryCount;
+    const std::int32_t requested = isCategory ? first->affinityMasks[category] : 0;
     if (requested == 0) {
         return;
     }
@@ -237,7 +235,7 @@ void Site::SetAffinity(AppCategory category) {
 std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
     const DahsEntry& dahs = *mCurrent.entry;
     const DahsFolders& folders = mCurrent.folders;
-    const auto connection = [&](Database database) { return mCurrent.connections[static_cast<size_t>(database)]; };
+    const ConnectionStrings& connections = mCurrent.connections;
     const std::pair<const wchar_t*, std::wstring> items[] = {
         {L"ActualVantorINI=", mPath},
         {L"DahsEntries.Count=", std::to_wstring(mEntries->Count())},
@@ -265,12 +263,12 @@ std::vector<std::wstring> Site::InfoTexts(std::int32_t extra) const {
         {L"PrimaryBackupDir=", folders.primaryBackup},
         {L"SecondaryBackupDir=", folders.secondaryBackup},
         {L"TempDir=", folders.temp},
-        {L"SqlConnectionString_Alarms=", connection(Database::kAlarms)},
-        {L"SqlConnectionString_Config=", connection(Database::kConfig)},
-        {L"SqlConnectionString_Data=", connection(Database::kData)},
-        {L"SqlConnectionString_DataShortTerm=", connection(Database::kDataShortTerm)},
-        {L"SqlConnectionString_Realtime=", connection(Database::kRealtime)},
-        {L"SqlConnectionString_Ostra=", connection(Database::kOstra)},
+        {L"SqlConnectionString_Alarms=", connections[Database::Alarms]},
+        {L"SqlConnectionString_Config=", connections[Database::Config]},
+        {L"SqlConnectionString_Data=", connections[Database::Data]},
+        {L"SqlConnectionString_DataShortTerm=", connections[Database::DataShortTerm]},
+        {L"SqlConnectionString_Realtime=", connections[Database::Realtime]},
+        {L"SqlConnectionString_Ostra=", connections[Database::Ostra]},
         {L"ReportsURL=", dahs.reportsUrl},
     };
     std::wstring text;

@@ -9,87 +9,88 @@
 
 #include "base/Numbers.h"
 #include "base/Text.h"
-#include "config/ConnectionString.h"
 
 namespace v5 {
 
 namespace {
 
 // The keys of a [DahsN] section, in the order in which they are read and their messages appear.
-enum Key : size_t {
-    kSiteId,
-    kLanguageId,
-    kComputerName,
-    kDescription,
-    kHdr,
-    kAutoOutput,
-    kTrace,
-    kLogFlush,
-    kReportsUrl,
-    kVantorDir,
-    kLogsDir,
-    kRole,
-    kSyncStaging,
-    kSyncCompare,
-    kSyncMerge,
-    kHealthTimeouts,
-    kConnections,  // the first of 24: by ConnectionForm, then Database
-    kBackupDir = kConnections + kConnectionFormCount * kDatabaseCount,
-    kKeyCount,
+namespace key {
+enum : size_t {
+    SiteID,
+    LanguageID,
+    DahsComputerName,
+    DahsDescription,
+    HDR,
+    AutoOutputEnabled,
+    TraceEnabled,
+    LogFlush,
+    ReportsURL,
+    VantorDir,
+    LogsDir,
+    RedundantDasRole,
+    RedundantDasSyncStagingEnabled,
+    RedundantDasSyncCompareEnabled,
+    RedundantDASSyncMergeEnabled,
+    DRCurrentHealthTimeouts,
+    SQL,  // the first of 24: by ConnectionForm, then Database
+    BackupDir = SQL + kConnectionFormCount * kDatabaseCount,
+    Count,
 };
+}  // namespace key
 
-constexpr std::array<std::string_view, kKeyCount> kKeyNames = {
-    "SiteID",
-    "LanguageID",
-    "DahsComputerName",
-    "DahsDescription",
-    "HDR",
-    "AutoOutputEnabled",
-    "TraceEnabled",
-    "LogFlushEnabled",
-    "ReportsURL",
-    "VantorDir",
-    "LogsDir",
-    "RedundantDasRole",
-    "RedundantDasSyncStagingEnabled",
-    "RedundantDasSyncCompareEnabled",
-    "RedundantDASSyncMergeEnabled",
-    "DRCurrentHealthTimeouts",
-    "SQLAlarms",
-    "SQLConfig",
-    "SQLData",
-    "SQLDataShortTerm",
-    "SQLRealtime",
-    "SQLOstra",
-    "SQLAlarmsNoninteractive",
-    "SQLConfigNoninteractive",
-    "SQLDataNoninteractive",
-    "SQLDataShortTermNoninteractive",
-    "SQLRealtimeNoninteractive",
-    "SQLOstraNoninteractive",
-    "SQLAlarms.NET",
-    "SQLConfig.NET",
-    "SQLData.NET",
-    "SQLDataShortTerm.NET",
-    "SQLRealtime.NET",
-    "SQLOstra.NET",
-    "SQLAlarmsNoninteractive.NET",
-    "SQLConfigNoninteractive.NET",
-    "SQLDataNoninteractive.NET",
-    "SQLDataShortTermNoninteractive.NET",
-    "SQLRealtimeNoninteractive.NET",
-    "SQLOstraNoninteractive.NET",
-    "BackupDir",
+constexpr std::array<std::wstring_view, key::Count> kKeyNames = {
+    L"SiteID",
+    L"LanguageID",
+    L"DahsComputerName",
+    L"DahsDescription",
+    L"HDR",
+    L"AutoOutputEnabled",
+    L"TraceEnabled",
+    L"LogFlushEnabled",
+    L"ReportsURL",
+    L"VantorDir",
+    L"LogsDir",
+    L"RedundantDasRole",
+    L"RedundantDasSyncStagingEnabled",
+    L"RedundantDasSyncCompareEnabled",
+    L"RedundantDASSyncMergeEnabled",
+    L"DRCurrentHealthTimeouts",
+    L"SQLAlarms",
+    L"SQLConfig",
+    L"SQLData",
+    L"SQLDataShortTerm",
+    L"SQLRealtime",
+    L"SQLOstra",
+    L"SQLAlarmsNoninteractive",
+    L"SQLConfigNoninteractive",
+    L"SQLDataNoninteractive",
+    L"SQLDataShortTermNoninteractive",
+    L"SQLRealtimeNoninteractive",
+    L"SQLOstraNoninteractive",
+    L"SQLAlarms.NET",
+    L"SQLConfig.NET",
+    L"SQLData.NET",
+    L"SQLDataShortTerm.NET",
+    L"SQLRealtime.NET",
+    L"SQLOstra.NET",
+    L"SQLAlarmsNoninteractive.NET",
+    L"SQLConfigNoninteractive.NET",
+    L"SQLDataNoninteractive.NET",
+    L"SQLDataShortTermNoninteractive.NET",
+    L"SQLRealtimeNoninteractive.NET",
+    L"SQLOstraNoninteractive.NET",
+    L"BackupDir",
 };
 
 // The tags of the messages for blank connection strings. A blank Ostra string has a default instead.
-constexpr std::array<std::wstring_view, kDatabaseCount> kBlankConnectionTags = {L"STR-086",  L"STR-087", L"STR-088",
-                                                                                L"STR-0160", L"STR-089", L""};
+constexpr EnumArray<Database, std::wstring_view, kDatabaseCount> kBlankConnectionTags = {
+    {L"STR-086", L"STR-087", L"STR-088", L"STR-0160", L"STR-089", L""}};
 
 // The keys of the [AffinityMasks] section and the kind of program that each is for.
-constexpr std::array<std::string_view, 5> kMaskNames = {"IOS", "DR", "DM", "RG", "DBE"};
-constexpr std::array<AppCategory, 5> kMaskCategories = {AppCategory::kIos, AppCategory::kDr, AppCategory::kDm,
-                                                        AppCategory::kRg, AppCategory::kDbe};
+constexpr std::array<std::wstring_view, 5> kMaskNames = {L"IOS", L"DR", L"DM", L"RG", L"DBE"};
+constexpr std::array<AppCategory, 5> kMaskCategories = {AppCategory::Ios, AppCategory::Dr, AppCategory::Dm,
+                                                        AppCategory::Rg, AppCategory::Dbe};
 
 constexpr size_t kMasksSection = kMaxDahsId;  // its position in SiteSections, behind Dahs1 to Dahs99
 constexpr size_t kMaxNetBiosName = 15;        // characters
@@ -105,20 +106,14 @@ std::wstring CanonicalWord(std::wstring_view text) {
     return word;
 }
 
-std::optional<AutoOutput> AutoOutputFromWord(std::wstring_view text) {
-    constexpr std::pair<std::wstring_view, AutoOutput> kWords[] = {
-        {L"YES", AutoOutput::kEnabled},
-        {L"TRUE", AutoOutput::kEnabled},
-        {L"NO", AutoOutput::kDisabled},
-        {L"FALSE", AutoOutput::kDisabled},
-        {L"FASLE", AutoOutput::kDisabled},  // a misspelling that sites rely on
-        {L"AUTOPRIMARY", AutoOutput::kAutoPrimaryDas},
-        {L"AUTOSECONDARY", AutoOutput::kAutoSecondaryDas},
-        {L"AUTODAHSID", AutoOutput::kAutoDahsId},
-        {L"AUTODASID", AutoOutput::kAutoDahsId},
-    };
+template <class Value>
+using Word = std::pair<std::wstring_view, Value>;
+
+// What a word stands for; nothing when it is none of `words`.
+template <class Value, size_t count>
+std::optional<Value> FromWord(std::wstring_view text, const Word<Value> (&words)[count]) {
     const std::wstring word = CanonicalWord(text);
-    for (const auto& [name, value] : kWords) {
+    for (const auto& [name, value] : words) {
         if (word == name) {
             return value;
         }
@@ -126,29 +121,44 @@ std::optional<AutoOutput> AutoOutputFromWord(std::wstring_view text) {
     return std::nullopt;
 }
 
-std::optional<RedundantDasRole> RoleFromWord(std::wstring_view text) {
-    constexpr std::pair<std::wstring_view, RedundantDasRole> kWords[] = {
-        {L"STANDALONE", RedundantDasRole::kStandalone},
-        {L"PRIMARY", RedundantDasRole::kPrimary},
-        {L"SECONDARY", RedundantDasRole::kSecondary},
-    };
-    const std::wstring word = CanonicalWord(text);
-    for (const auto& [name, value] : kWords) {
-        if (word == name) {
-            return value;
+constexpr Word<AutoOutput> kAutoOutputWords[] = {
+    {L"YES", AutoOutput::Enabled},
+    {L"TRUE", AutoOutput::Enabled},
+    {L"NO", AutoOutput::Disabled},
+    {L"FALSE", AutoOutput::Disabled},
+    {L"FASLE", AutoOutput::Disabled},  // a misspelling that sites rely on
+    {L"AUTOPRIMARY", AutoOutput::AutoPrimaryDas},
+    {L"AUTOSECONDARY", AutoOutput::AutoSecondaryDas},
+    {L"AUTODAHSID", AutoOutput::AutoDahsId},
+    {L"AUTODASID", AutoOutput::AutoDahsId},
+};
+
+constexpr Word<RedundantDasRole> kRoleWords[] = {
+    {L"STANDALONE", RedundantDasRole::Standalone},
+    {L"PRIMARY", RedundantDasRole::Primary},
+    {L"SECONDARY", RedundantDasRole::Secondary},
+};
+
+// The string for the .NET data provider: without the first Provider and the first DataTypeCompatibility setting. A
+// keyword counts wherever it stands, inside a value too; the setting ends at the next semicolon.
+std::wstring DotNetConnection(std::wstring connection) {
+    for (const std::wstring_view keyword : {L"Provider", L"DataTypeCompatibility"}) {
+        const size_t start = FindIgnoreCase(connection, keyword);
+        if (start != std::wstring::npos) {
+            const size_t end = connection.find(L';', start);
+            connection.erase(start, end == std::wstring::npos ? end : end + 1 - start);
         }
     }
-    return std::nullopt;
+    return std::wstring(Trim(connection));
 }
 
-std::array<std::int32_t, kAppCategoryCount> ReadAffinityMasks(const IniFile& file) {
+AffinityMasks ReadAffinityMasks(const IniFile& file) {
     static const IniNames keys(kMaskNames);
-    std::array<std::string_view, kMaskNames.size()> values;
+    std::array<std::wstring_view, kMaskNames.size()> values;
     file.ReadSection(kMasksSection, keys, values);
-    std::array<std::int32_t, kAppCategoryCount> masks{};
+    AffinityMasks masks{};
     for (size_t i = 0; i < values.size(); ++i) {
-        const std::wstring value(Trim(file.Decode(values[i])));
-        masks[static_cast<size_t>(kMaskCategories[i])] = ToLong(ReplaceAll(value, L"0x", L"&H")).value_or(0);
+        masks[kMaskCategories[i]] = ToLong(ReplaceAll(Trim(values[i]), L"0x", L"&H")).value_or(0);
     }
     return masks;
 }
@@ -179,11 +189,7 @@ class DahsSectionReader {
     }
 
   private:
-    std::wstring Value(size_t key) const {
-        std::wstring value = mFile.Decode(mValues[key]);
-        const std::wstring_view trimmed = Trim(value);
-        return trimmed.size() == value.size() ? std::move(value) : std::wstring(trimmed);
-    }
+    std::wstring_view Value(size_t key) const { return Trim(mValues[key]); }
 
     // Adds a message in which $file$ and $n$ stand for the file's path and the number of the entry, and $name$ for
     // the computer name.
@@ -203,7 +209,7 @@ class DahsSectionReader {
     void ReportMissing(std::wstring_view tag, size_t key, std::wstring_view detail = {}) {
         std::wstring text(tag);
         text += L": '$file$', DAHS $n$: missing or invalid value for '";
-        text.append(kKeyNames[key].begin(), kKeyNames[key].end()).append(L"'");
+        text.append(kKeyNames[key]).append(L"'");
         if (!detail.empty()) {
             text.append(L"; ").append(detail);
         }
@@ -212,17 +218,17 @@ class DahsSectionReader {
 
     // False when the section does not exist.
     bool ReadIdentity() {
-        mEntry.siteID = ToUpper(Value(kSiteId));
+        mEntry.siteID = ToUpper(Value(key::SiteID));
         if (mEntry.siteID.empty()) {
             return false;
         }
         if (IsNumeric(mEntry.siteID)) {
-            ReportMissing(L"STR-084", kSiteId, L"may not be a number");
+            ReportMissing(L"STR-084", key::SiteID, L"may not be a number");
             mValid = false;
         }
-        mEntry.languageId = Value(kLanguageId);
+        mEntry.languageId = Value(key::LanguageID);
         ReadComputerName();
-        mEntry.description = Value(kDescription);
+        mEntry.description = Value(key::DahsDescription);
         if (EqualsIgnoreCase(mEntry.description, L"{optional DAHS description}")) {
             mEntry.description.clear();
         }
@@ -230,10 +236,10 @@ class DahsSectionReader {
     }
 
     void ReadComputerName() {
-        mEntry.computerName = Value(kComputerName);
+        mEntry.computerName = Value(key::DahsComputerName);
         const std::wstring& name = mEntry.computerName;
         if (name.empty()) {
-            ReportMissing(L"STR-091", kComputerName, L"may not be blank");
+            ReportMissing(L"STR-091", key::DahsComputerName, L"may not be blank");
             mValid = false;
         }
         if (name.size() > kMaxNetBiosName) {
@@ -255,36 +261,36 @@ class DahsSectionReader {
 
     // A switch that is on unless the file turns it off, and one that is off unless the file turns it on.
     bool IsOnByDefault(size_t key) const {
-        const std::wstring value = Value(key);
+        const std::wstring_view value = Value(key);
         const std::optional<double> number = ParseNumber(value);
         return number ? *number != 0 : !IsOneOf(value, {L"FALSE", L"NO", L"FASLE"});
     }
     bool IsOffByDefault(size_t key) const {
-        const std::wstring value = Value(key);
+        const std::wstring_view value = Value(key);
         const std::optional<double> number = ParseNumber(value);
         return number ? *number != 0 : IsOneOf(value, {L"TRUE", L"YES"});
     }
 
     void ReadSwitches() {
-        mEntry.hdrEnabled = IsOnByDefault(kHdr);
+        mEntry.hdrEnabled = IsOnByDefault(key::HDR);
         ReadAutoOutput();
-        mEntry.extraTraceMsgsEnabled = IsOnByDefault(kTrace);
-        mEntry.logFlushEnabled = IsOnByDefault(kLogFlush);
+        mEntry.extraTraceMsgsEnabled = IsOnByDefault(key::TraceEnabled);
+        mEntry.logFlushEnabled = IsOnByDefault(key::LogFlush);
     }
 
     void ReadAutoOutput() {
-        mEntry.autoOutput = AutoOutput::kUnknown;
+        mEntry.autoOutput = AutoOutput::Unknown;
         mEntry.autoOutputTimeout = 60;
-        const std::wstring value = Value(kAutoOutput);
+        const std::wstring_view value = Value(key::AutoOutputEnabled);
         if (value.empty()) {
             return;
         }
         if (const std::optional<double> number = ParseNumber(value)) {
-            mEntry.autoOutput = *number != 0 ? AutoOutput::kEnabled : AutoOutput::kDisabled;
+            mEntry.autoOutput = *number != 0 ? AutoOutput::Enabled : AutoOutput::Disabled;
             return;
         }
         const std::vector<std::wstring> parts = Split(value, L',');
-        if (const std::optional<AutoOutput> setting = AutoOutputFromWord(parts[0])) {
+        if (const std::optional<AutoOutput> setting = FromWord(parts[0], kAutoOutputWords)) {
             mEntry.autoOutput = *setting;
         } else {
             Report(L"STR-0172: '$file$', DAHS $n$: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.");
@@ -300,107 +306,102 @@ class DahsSectionReader {
     }
 
     void ReadFolders() {
-        mEntry.reportsUrl = Value(kReportsUrl);
-        mEntry.vantorDir = Value(kVantorDir);
+        mEntry.reportsUrl = Value(key::ReportsURL);
+        mEntry.vantorDir = Value(key::VantorDir);
         if (mEntry.vantorDir.empty()) {
-            ReportMissing(L"STR-085", kVantorDir);
+            ReportMissing(L"STR-085", key::VantorDir);
             mValid = false;
         }
-        mEntry.logsDir = Value(kLogsDir);
+        mEntry.logsDir = Value(key::LogsDir);
         if (mEntry.logsDir.empty() && !mEntry.vantorDir.empty()) {
             mEntry.logsDir = mEntry.vantorDir + L"\\Logs";
         }
         if (mEntry.logsDir.empty()) {
-            ReportMissing(L"STR-142", kLogsDir);
+            ReportMissing(L"STR-142", key::LogsDir);
             mValid = false;
         }
     }
 
     void ReadRedundancy() {
         ReadRole();
-        mEntry.syncStagingEnabled = IsOffByDefault(kSyncStaging);
-        mEntry.syncCompareEnabled = IsOffByDefault(kSyncCompare);
-        mEntry.syncMergeEnabled = IsOffByDefault(kSyncMerge);
-        mEntry.drCurrentHealthTimeouts = Value(kHealthTimeouts);
+        mEntry.syncStagingEnabled = IsOffByDefault(key::RedundantDasSyncStagingEnabled);
+        mEntry.syncCompareEnabled = IsOffByDefault(key::RedundantDasSyncCompareEnabled);
+        mEntry.syncMergeEnabled = IsOffByDefault(key::RedundantDASSyncMergeEnabled);
+        mEntry.drCurrentHealthTimeouts = Value(key::DRCurrentHealthTimeouts);
         std::erase(mEntry.drCurrentHealthTimeouts, L' ');
     }
 
     void ReadRole() {
-        const std::wstring value = Value(kRole);
+        const std::wstring_view value = Value(key::RedundantDasRole);
         if (value.empty()) {
             return;
         }
-        if (const std::optional<RedundantDasRole> role = RoleFromWord(value)) {
+        if (const std::optional<RedundantDasRole> role = FromWord(value, kRoleWords)) {
             mEntry.role = *role;
         } else {
             Report(L"STR-0179: '$file$', DAHS $n$: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'.");
         }
         // In these two texts the quote before RedundantDasRole stays open: programs know them so.
-        if (mEntry.role == RedundantDasRole::kPrimary && mEntry.autoOutput == AutoOutput::kAutoSecondaryDas) {
+        if (mEntry.role == RedundantDasRole::Primary && mEntry.autoOutput == AutoOutput::AutoSecondaryDas) {
             Report(
                 L"STR-0180: '$file$', DAHS $n$: 'RedundantDasRole=PRIMARY is inconsistent with "
                 L"AutoOutputEnabled=AUTOSECONDARY. Will assume 'STANDALONE'.");
-            mEntry.role = RedundantDasRole::kStandalone;
-        } else if (mEntry.role == RedundantDasRole::kSecondary && mEntry.autoOutput == AutoOutput::kAutoPrimaryDas) {
+            mEntry.role = RedundantDasRole::Standalone;
+        } else if (mEntry.role == RedundantDasRole::Secondary && mEntry.autoOutput == AutoOutput::AutoPrimaryDas) {
             Report(
                 L"STR-0181: '$file$', DAHS $n$: 'RedundantDasRole=SECONDARY is inconsistent with "
                 L"AutoOutputEnabled=AUTOPRIMARY. Will assume 'STANDALONE'.");
-            mEntry.role = RedundantDasRole::kStandalone;
+            mEntry.role = RedundantDasRole::Standalone;
         }
     }
 
-    std::wstring& Connection(ConnectionForm form, size_t database) {
-        return mEntry.connectionStrings[static_cast<size_t>(form)][database];
-    }
-    std::wstring ConnectionValue(ConnectionForm form, size_t database) const {
-        return Value(kConnections + static_cast<size_t>(form) * kDatabaseCount + database);
+    std::wstring_view ConnectionValue(ConnectionForm form, Database database) const {
+        return Value(key::SQL + static_cast<size_t>(form) * kDatabaseCount + static_cast<size_t>(database));
     }
 
     void ReadOleDbConnections() {
-        for (size_t database = 0; database < kDatabaseCount; ++database) {
-            std::wstring& plain = Connection(ConnectionForm::kOleDb, database);
-            plain = ConnectionValue(ConnectionForm::kOleDb, database);
-            if (plain.empty() && database == static_cast<size_t>(Database::kOstra)) {
-                plain = OstraConnection(Connection(ConnectionForm::kOleDb, static_cast<size_t>(Database::kData)));
-            } else if (plain.empty()) {
-                ReportMissing(kBlankConnectionTags[database], kConnections + database);
+        ConnectionStrings& plain = mEntry.connectionStrings[ConnectionForm::OleDb];
+        ConnectionStrings& noninteractive = mEntry.connectionStrings[ConnectionForm::OleDbNoninteractive];
+        for (const Database database : kDatabases) {
+            plain[database] = ConnectionValue(ConnectionForm::OleDb, database);
+            if (plain[database].empty() && database == Database::Ostra) {  // it stands beside the Data database
+                plain[database] = ReplaceAll(plain[Database::Data], L"Vantor5Data", L"Vantor5Ostra");
+            } else if (plain[database].empty()) {
+                ReportMissing(kBlankConnectionTags[database], key::SQL + static_cast<size_t>(database));
                 mBlankConnection = true;
             }
-        }
-        for (size_t database = 0; database < kDatabaseCount; ++database) {
-            std::wstring& noninteractive = Connection(ConnectionForm::kOleDbNoninteractive, database);
-            noninteractive = ConnectionValue(ConnectionForm::kOleDbNoninteractive, database);
-            if (noninteractive.empty()) {
-                noninteractive = Connection(ConnectionForm::kOleDb, database);
+            noninteractive[database] = ConnectionValue(ConnectionForm::OleDbNoninteractive, database);
+            if (noninteractive[database].empty()) {
+                noninteractive[database] = plain[database];
             }
         }
     }
 
     void ReadDotNetConnections() {
         constexpr std::pair<ConnectionForm, ConnectionForm> kForms[] = {
-            {ConnectionForm::kDotNet, ConnectionForm::kOleDb},
-            {ConnectionForm::kDotNetNoninteractive, ConnectionForm::kOleDbNoninteractive}};
+            {ConnectionForm::DotNet, ConnectionForm::OleDb},
+            {ConnectionForm::DotNetNoninteractive, ConnectionForm::OleDbNoninteractive}};
         for (const auto& [dotNetForm, oleDbForm] : kForms) {
-            for (size_t database = 0; database < kDatabaseCount; ++database) {
-                std::wstring& dotNet = Connection(dotNetForm, database);
+            for (const Database database : kDatabases) {
+                std::wstring& dotNet = mEntry.connectionStrings[dotNetForm][database];
                 dotNet = ConnectionValue(dotNetForm, database);
                 if (dotNet.empty()) {
-                    dotNet = DotNetConnection(Connection(oleDbForm, database));
+                    dotNet = DotNetConnection(mEntry.connectionStrings[oleDbForm][database]);
                 }
             }
         }
     }
 
     void ReadBackupDir() {
-        mEntry.primaryBackupDir = Value(kBackupDir);
+        mEntry.primaryBackupDir = Value(key::BackupDir);
         if (mEntry.primaryBackupDir.empty()) {
-            ReportMissing(L"STR-024", kBackupDir);
+            ReportMissing(L"STR-024", key::BackupDir);
         }
     }
 
     // Whether the entry can be used.
     bool Judge() {
-        if (mBlankConnection && mOption == BlankConnections::kIgnoreEntry) {
+        if (mBlankConnection && mOption == BlankConnections::IgnoreEntry) {
             Report(L"STR-0174: DAHS$n$ in '$file$' cannot be used because one or more connection strings are blank");
             return false;
         }
@@ -414,26 +415,26 @@ class DahsSectionReader {
     const std::wstring& mPath;
     const BlankConnections mOption;
     std::vector<std::wstring>& mProblems;
-    std::array<std::string_view, kKeyCount> mValues;
+    std::array<std::wstring_view, key::Count> mValues;
     DahsEntry mEntry;
     bool mValid = true;
     bool mBlankConnection = false;
 };
 
-std::vector<std::string> SiteSectionNames() {
-    std::vector<std::string> names;
+std::vector<std::wstring> SiteSectionNames() {
+    std::vector<std::wstring> names;
     for (std::int32_t number = 1; number <= kMaxDahsId; ++number) {
-        names.push_back("Dahs" + std::to_string(number));
+        names.push_back(L"Dahs" + std::to_wstring(number));
     }
-    names.emplace_back("AffinityMasks");
+    names.emplace_back(L"AffinityMasks");
     return names;
 }
 
 }  // namespace
 
 const IniNames& SiteSections() {
-    static const std::vector<std::string> names = SiteSectionNames();
-    static const IniNames sections(std::vector<std::string_view>(names.begin(), names.end()));
+    static const std::vector<std::wstring> names = SiteSectionNames();
+    static const IniNames sections(std::vector<std::wstring_view>(names.begin(), names.end()));
     return sections;
 }
 

@@ -13,7 +13,7 @@ namespace v5 {
 inline constexpr std::int32_t kMaxDahsId = 99;
 
 // Whether entries whose connection strings are blank are kept. The values are published.
-enum class BlankConnections : std::int32_t { kIgnoreEntry = 0, kAllowEntry = 1 };
+enum class BlankConnections : std::int32_t { IgnoreEntry = 0, AllowEntry = 1 };
 
 // The sections that `ReadDahsEntries` asks the file for: Dahs1 to Dahs99 and AffinityMasks.
 const IniNames& SiteSections();

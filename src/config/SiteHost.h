@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace v5 {
 
@@ -24,14 +22,12 @@ class SiteHost {
     virtual bool FolderExists(const std::wstring& path) const = 0;
     virtual bool FileExists(const std::wstring& path) const = 0;
 
-    // Reads a whole file into `bytes`. Gives an empty text, or the reason why it cannot be read in the system's words.
-    virtual std::wstring ReadFile(const std::wstring& path, std::string& bytes) const = 0;
+    // Reads a whole text file, in the machine's ANSI code page unless a mark at its start says UTF-8 or UTF-16. Gives
+    // an empty text, or the reason why it cannot be read in the system's words.
+    virtual std::wstring ReadFile(const std::wstring& path, std::wstring& text) const = 0;
 
     // Creates one folder, whose parent exists. Gives an empty text, or the reason in the system's words.
     virtual std::wstring CreateFolder(const std::wstring& path) = 0;
-
-    // Text from bytes in the machine's ANSI code page.
-    virtual std::wstring DecodeAnsi(std::string_view bytes) const = 0;
 
     // The folder that holds this library's own file, and the system's folder for temporary files; neither ends in a
     // backslash.

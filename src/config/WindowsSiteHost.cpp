@@ -117,17 +117,18 @@ bool WindowsSiteHost::FileExists(const std::wstring& path) const {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-std::wstring WindowsSiteHost::ReadFile(const std::wstring& path, std::string& bytes) const {
+std::wstring WindowsSiteHost::ReadFile(const std::wstring& path, std::wstring& text) const {
     const ReadableFile file(path);
-    return file.IsOpen() && file.ReadAll(bytes) ? std::wstring() : LastErrorText();
+    std::string bytes;
+    if (!file.IsOpen() || !file.ReadAll(bytes)) {
+        return LastErrorText();
+    }
+    text = FromTextFile(bytes);
+    return {};
 }
 
 std::wstring WindowsSiteHost::CreateFolder(const std::wstring& path) {
     return CreateDirectoryW(path.c_str(), nullptr) ? std::wstring() : LastErrorText();
-}
-
-std::wstring WindowsSiteHost::DecodeAnsi(std::string_view bytes) const {
-    return FromAnsi(bytes);
 }
 
 std::wstring WindowsSiteHost::LibraryFolder() const {

@@ -11,9 +11,8 @@ class WindowsSiteHost : public SiteHost {
     std::wstring FullPath(const std::wstring& path) const override;
     bool FolderExists(const std::wstring& path) const override;
     bool FileExists(const std::wstring& path) const override;
-    std::wstring ReadFile(const std::wstring& path, std::string& bytes) const override;
+    std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override;
     std::wstring CreateFolder(const std::wstring& path) override;
-    std::wstring DecodeAnsi(std::string_view bytes) const override;
     std::wstring LibraryFolder() const override;
     std::wstring TemporaryFolder() const override;
     std::wstring LocalComputerName() const override;

@@ -16,33 +16,34 @@ class LogFileClass final : public AutomationObject<LogFileClass, _LogFileClass, 
   public:
     static constexpr wchar_t kProgId[] = L"V5Strings.LogFileClass";
 
-    STDMETHODIMP get_Active(VARIANT_BOOL* result) override { return get_IsActive(result); }
-    STDMETHODIMP get_IsActive(VARIANT_BOOL* result) override {
-        return Return(result, [&] { return mLog.IsActive(); });
+    STDMETHODIMP get_Active(VARIANT_BOOL* Result) override { return get_IsActive(Result); }
+    STDMETHODIMP get_IsActive(VARIANT_BOOL* Result) override {
+        return Return(Result, [&] { return mLog.IsActive(); });
     }
-    STDMETHODIMP get_Filename(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(mLog.Filename()); });
+    STDMETHODIMP get_Filename(BSTR* Result) override {
+        return Return(Result, [&] { return std::wstring_view(mLog.Filename()); });
     }
-    STDMETHODIMP get_LogError(BSTR* result) override {
-        return Return(result, [&] { return std::wstring_view(mLog.Error()); });
+    STDMETHODIMP get_LogError(BSTR* Result) override {
+        return Return(Result, [&] { return std::wstring_view(mLog.Error()); });
     }
-    STDMETHODIMP StartLog(BSTR filename, BSTR title, VARIANT_BOOL showMilliseconds, VARIANT_BOOL showTimestamp,
-                          VARIANT_BOOL* result) override {
-        return StartLog2(filename, title, showMilliseconds, showTimestamp, 0, result);
+    STDMETHODIMP StartLog(BSTR strFilename, BSTR strLogTitle, VARIANT_BOOL blnShowMilliseconds,
+                          VARIANT_BOOL blnShowTimestamp, VARIANT_BOOL* Result) override {
+        return StartLog2(strFilename, strLogTitle, blnShowMilliseconds, blnShowTimestamp, 0, Result);
     }
-    STDMETHODIMP StartLog2(BSTR filename, BSTR title, VARIANT_BOOL showMilliseconds, VARIANT_BOOL showTimestamp,
-                           long maxTimeGapExpectedSeconds, VARIANT_BOOL* result) override {
-        return Return(result, [&] {
-            return mLog.Start(View(filename), View(title),
-                              {ToBool(showMilliseconds), ToBool(showTimestamp), maxTimeGapExpectedSeconds});
+    STDMETHODIMP StartLog2(BSTR strFilename, BSTR strLogTitle, VARIANT_BOOL blnShowMilliseconds,
+                           VARIANT_BOOL blnShowTimestamp, long lngMaxTimeGapExpectedSeconds,
+                           VARIANT_BOOL* Result) override {
+        return Return(Result, [&] {
+            return mLog.Start(View(strFilename), View(strLogTitle),
+                              {ToBool(blnShowMilliseconds), ToBool(blnShowTimestamp), lngMaxTimeGapExpectedSeconds});
         });
     }
     STDMETHODIMP StopLog() override {
         return DoQuietly([&] { mLog.Stop(); });
     }
-    STDMETHODIMP WriteToLog(BSTR text) override { return WriteToLog2(text, VARIANT_FALSE); }
-    STDMETHODIMP WriteToLog2(BSTR text, VARIANT_BOOL forceFlushToDisk) override {
-        return DoQuietly([&] { mLog.Write(View(text), ToBool(forceFlushToDisk)); });
+    STDMETHODIMP WriteToLog(BSTR strText) override { return WriteToLog2(strText, VARIANT_FALSE); }
+    STDMETHODIMP WriteToLog2(BSTR strText, VARIANT_BOOL blnForceFlushToDisk) override {
+        return DoQuietly([&] { mLog.Write(View(strText), ToBool(blnForceFlushToDisk)); });
     }
     STDMETHODIMP Flush() override {
         return DoQuietly([&] { mLog.Flush(); });

@@ -2,6 +2,11 @@
 
 #include <windows.h>
 
+#include <optional>
+#include <utility>
+
+#include "base/Utf8.h"
+
 namespace v5 {
 
 void AnsiCodePage::Encode(std::wstring_view text, char* bytes) const {
@@ -35,6 +40,11 @@ std::wstring FromAnsi(std::string_view bytes) {
     std::wstring text(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0)), L'\0');
     MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), static_cast<int>(text.size()));
     return text;
+}
+
+std::wstring FromTextFile(std::string_view bytes) {
+    std::optional<std::wstring> marked = DecodeMarked(bytes);
+    return marked ? *std::move(marked) : FromAnsi(bytes);
 }
 
 }  // namespace v5

@@ -24,4 +24,7 @@ class AnsiCodePage final : public CodePage {
 std::string ToAnsi(std::wstring_view text);
 std::wstring FromAnsi(std::string_view bytes);
 
+// The text of a file: UTF-8 or UTF-16 when its first bytes are a mark that says so, else in the code page.
+std::wstring FromTextFile(std::string_view bytes);
+
 }  // namespace v5

@@ -29,59 +29,67 @@ void SecurityHostWithForms::ShowMessageBox(std::wstring_view text, std::int32_t 
     ShowTimedMessageBox(settings);
 }
 
-STDMETHODIMP NimboSecurity::Setup(BSTR siteID, BSTR languageID, BSTR configDatabase, BSTR alarmsDatabase,
-                                  BSTR applicationName, VARIANT_BOOL isNoninteractive, VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false, [&] {
+STDMETHODIMP NimboSecurity::Setup(BSTR strSiteID, BSTR strLanguageID, BSTR strSqlConnectionString_ConfigDB,
+                                  BSTR strSqlConnectionString_AlarmsDB, BSTR strApplicationName,
+                                  VARIANT_BOOL blnIsNoninteractiveProcess, VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] {
         SiteConnection connection;
-        connection.siteID = View(siteID);
-        connection.languageID = View(languageID);
-        connection.configDatabase = View(configDatabase);
-        connection.alarmsDatabase = View(alarmsDatabase);
-        connection.isNoninteractive = ToBool(isNoninteractive);
-        return mSecurity.Setup(connection, View(applicationName));
+        connection.siteID = View(strSiteID);
+        connection.languageID = View(strLanguageID);
+        connection.configDatabase = View(strSqlConnectionString_ConfigDB);
+        connection.alarmsDatabase = View(strSqlConnectionString_AlarmsDB);
+        connection.isNoninteractive = ToBool(blnIsNoninteractiveProcess);
+        return mSecurity.Setup(connection, View(strApplicationName));
     });
 }
 
-STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevel(RestrictionIDEnum restriction, VARIANT_BOOL allowPassword,
-                                                    VARIANT_BOOL* result) {
-    return CheckUserPrivilegeLevelEx(restriction, allowPassword, nullptr, nullptr, nullptr, nullptr, result);
+STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevel(RestrictionIDEnum lngRestrictionID,
+                                                    VARIANT_BOOL blnAllowUserToEnterVantorPassword,
+                                                    VARIANT_BOOL* Result) {
+    return CheckUserPrivilegeLevelEx(lngRestrictionID, blnAllowUserToEnterVantorPassword, nullptr, nullptr, nullptr,
+                                     nullptr, Result);
 }
 
-STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevelEx(RestrictionIDEnum restriction, VARIANT_BOOL allowPassword,
-                                                      BSTR* errorMessage, BSTR dialogMessage, BSTR dialogTitle,
-                                                      VARIANT_BOOL* enteredMasterPassword, VARIANT_BOOL* result) {
-    DoQuietly([&] { Answer(errorMessage, L""); });
-    if (enteredMasterPassword != nullptr) {
-        *enteredMasterPassword = VARIANT_FALSE;
+STDMETHODIMP NimboSecurity::CheckUserPrivilegeLevelEx(RestrictionIDEnum lngRestrictionID,
+                                                      VARIANT_BOOL blnAllowUserToEnterVantorPassword, BSTR* strErrorMsg,
+                                                      BSTR strPasswordDialogMessage, BSTR strPasswordDialogTitle,
+                                                      VARIANT_BOOL* blnEnteredMasterPwd, VARIANT_BOOL* Result) {
+    DoQuietly([&] { Answer(strErrorMsg, L""); });
+    if (blnEnteredMasterPwd != nullptr) {
+        *blnEnteredMasterPwd = VARIANT_FALSE;
     }
-    return ReturnQuietly(result, false, [&] {
+    return ReturnQuietly(Result, false, [&] {
         const CheckResult check = mSecurity.Check(
-            restriction, {.allowed = ToBool(allowPassword),
-                          .texts = {std::wstring(View(dialogMessage)), std::wstring(View(dialogTitle))}});
-        if (enteredMasterPassword != nullptr && check.enteredMasterPassword) {
-            *enteredMasterPassword = VARIANT_TRUE;
+            lngRestrictionID,
+            {.allowed = ToBool(blnAllowUserToEnterVantorPassword),
+             .texts = {std::wstring(View(strPasswordDialogMessage)), std::wstring(View(strPasswordDialogTitle))}});
+        if (blnEnteredMasterPwd != nullptr && check.enteredMasterPassword) {
+            *blnEnteredMasterPwd = VARIANT_TRUE;
         }
         return check.isAllowed;
     });
 }
 
-STDMETHODIMP NimboSecurity::GetSidsForPrivilegeLevels(BSTR* level1, BSTR* level2, BSTR* level3, VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false, [&] {
+STDMETHODIMP NimboSecurity::GetSidsForPrivilegeLevels(BSTR* strLevel1SidList, BSTR* strLevel2SidList,
+                                                      BSTR* strLevel3SidList, VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] {
         AccountListTexts lists;
         const bool done = mSecurity.GetAccountLists(lists);
-        Answer(level1, lists.level1);
-        Answer(level2, lists.level2);
-        Answer(level3, lists.level3);
+        Answer(strLevel1SidList, lists.level1);
+        Answer(strLevel2SidList, lists.level2);
+        Answer(strLevel3SidList, lists.level3);
         return done;
     });
 }
 
-STDMETHODIMP NimboSecurity::SetSidsForAllPrivilegeLevels(BSTR level1, BSTR level2, BSTR level3,
-                                                         VARIANT_BOOL allowPassword, VARIANT_BOOL* result) {
-    return ReturnQuietly(result, false, [&] {
-        const AccountListTexts lists = {std::wstring(View(level1)), std::wstring(View(level2)),
-                                        std::wstring(View(level3))};
-        return mSecurity.SetAccountLists(lists, ToBool(allowPassword));
+STDMETHODIMP NimboSecurity::SetSidsForAllPrivilegeLevels(BSTR strLevel1SidList, BSTR strLevel2SidList,
+                                                         BSTR strLevel3SidList,
+                                                         VARIANT_BOOL blnAllowUserToEnterVantorPassword,
+                                                         VARIANT_BOOL* Result) {
+    return ReturnQuietly(Result, false, [&] {
+        const AccountListTexts lists = {std::wstring(View(strLevel1SidList)), std::wstring(View(strLevel2SidList)),
+                                        std::wstring(View(strLevel3SidList))};
+        return mSecurity.SetAccountLists(lists, ToBool(blnAllowUserToEnterVantorPassword));
     });
 }
 

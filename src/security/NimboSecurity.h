@@ -26,8 +26,9 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
   public:
     static constexpr wchar_t kProgId[] = L"V5Strings.NimboSecurity";
 
-    STDMETHODIMP Setup(BSTR siteID, BSTR languageID, BSTR configDatabase, BSTR alarmsDatabase, BSTR applicationName,
-                       VARIANT_BOOL isNoninteractive, VARIANT_BOOL* result) override;
+    STDMETHODIMP Setup(BSTR strSiteID, BSTR strLanguageID, BSTR strSqlConnectionString_ConfigDB,
+                       BSTR strSqlConnectionString_AlarmsDB, BSTR strApplicationName,
+                       VARIANT_BOOL blnIsNoninteractiveProcess, VARIANT_BOOL* Result) override;
     STDMETHODIMP Teardown() override {
         return DoQuietly([&] { mSecurity.Teardown(); });
     }
@@ -35,8 +36,8 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
         return DoQuietly([&] { mSecurity.ClearLogonMemory(); });
     }
 
-    STDMETHODIMP get_SecurityEnabledStatus(SecurityEnabledEnum* result) override {
-        return ReturnQuietly(result, SecurityStatus::EnabledOther, [&] { return mSecurity.Status(); });
+    STDMETHODIMP get_SecurityEnabledStatus(SecurityEnabledEnum* Result) override {
+        return ReturnQuietly(Result, SecurityStatus::EnabledOther, [&] { return mSecurity.Status(); });
     }
     STDMETHODIMP EnableSecurity() override {
         return DoQuietly([&] { mSecurity.SetEnabled(true); });
@@ -45,52 +46,55 @@ class NimboSecurity final : public EventfulObject<NimboSecurity, _NimboSecurity,
         return DoQuietly([&] { mSecurity.SetEnabled(false); });
     }
 
-    STDMETHODIMP GetUserPrivilegeLevel(PrivilegeLevelEnum* result) override {
-        return ReturnQuietly(result, V5Strings::PrivLevel_None, [&] { return Published(mSecurity.UserLevel()); });
+    STDMETHODIMP GetUserPrivilegeLevel(PrivilegeLevelEnum* Result) override {
+        return ReturnQuietly(Result, V5Strings::PrivLevel_None, [&] { return Published(mSecurity.UserLevel()); });
     }
-    STDMETHODIMP CheckUserPrivilegeLevel(RestrictionIDEnum restriction, VARIANT_BOOL allowPassword,
-                                         VARIANT_BOOL* result) override;
-    STDMETHODIMP CheckUserPrivilegeLevelEx(RestrictionIDEnum restriction, VARIANT_BOOL allowPassword,
-                                           BSTR* errorMessage, BSTR dialogMessage, BSTR dialogTitle,
-                                           VARIANT_BOOL* enteredMasterPassword, VARIANT_BOOL* result) override;
-    STDMETHODIMP SetManualAlarmResetPwd(BSTR scrambled, VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return mSecurity.SetAlarmResetPassword(View(scrambled)); });
-    }
-
-    STDMETHODIMP GetSidsForPrivilegeLevels(BSTR* level1, BSTR* level2, BSTR* level3, VARIANT_BOOL* result) override;
-    STDMETHODIMP SetSidsForAllPrivilegeLevels(BSTR level1, BSTR level2, BSTR level3, VARIANT_BOOL allowPassword,
-                                              VARIANT_BOOL* result) override;
-
-    STDMETHODIMP GetMinPrivilegeLevelForRID(RestrictionIDEnum restriction, PrivilegeLevelEnum* result) override {
-        return GetMinPrivilegeLevelForPID(restriction, result);
-    }
-    STDMETHODIMP GetMinPrivilegeLevelForPID(long restriction, PrivilegeLevelEnum* result) override {
-        return ReturnQuietly(result, V5Strings::PrivLevel_3Low,
-                             [&] { return Published(mSecurity.MinimumLevel(restriction)); });
-    }
-    STDMETHODIMP SetMinPrivilegeLevelForRID(RestrictionIDEnum restriction, PrivilegeLevelEnum minimum,
-                                            VARIANT_BOOL* result) override {
-        return SetMinPrivilegeLevelForPID(restriction, minimum, result);
-    }
-    STDMETHODIMP SetMinPrivilegeLevelForPID(long restriction, PrivilegeLevelEnum minimum,
-                                            VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return mSecurity.SetMinimumLevel(restriction, minimum); });
+    STDMETHODIMP CheckUserPrivilegeLevel(RestrictionIDEnum lngRestrictionID,
+                                         VARIANT_BOOL blnAllowUserToEnterVantorPassword, VARIANT_BOOL* Result) override;
+    STDMETHODIMP CheckUserPrivilegeLevelEx(RestrictionIDEnum lngRestrictionID,
+                                           VARIANT_BOOL blnAllowUserToEnterVantorPassword, BSTR* strErrorMsg,
+                                           BSTR strPasswordDialogMessage, BSTR strPasswordDialogTitle,
+                                           VARIANT_BOOL* blnEnteredMasterPwd, VARIANT_BOOL* Result) override;
+    STDMETHODIMP SetManualAlarmResetPwd(BSTR strNewEncryptedPwd, VARIANT_BOOL* Result) override {
+        return ReturnQuietly(Result, false, [&] { return mSecurity.SetAlarmResetPassword(View(strNewEncryptedPwd)); });
     }
 
-    STDMETHODIMP GetCurrentUserName(BSTR* result) override {
-        return ReturnQuietly(result, std::wstring_view(), [&] { return mSecurity.User().Name(); });
+    STDMETHODIMP GetSidsForPrivilegeLevels(BSTR* strLevel1SidList, BSTR* strLevel2SidList, BSTR* strLevel3SidList,
+                                           VARIANT_BOOL* Result) override;
+    STDMETHODIMP SetSidsForAllPrivilegeLevels(BSTR strLevel1SidList, BSTR strLevel2SidList, BSTR strLevel3SidList,
+                                              VARIANT_BOOL blnAllowUserToEnterVantorPassword,
+                                              VARIANT_BOOL* Result) override;
+
+    STDMETHODIMP GetMinPrivilegeLevelForRID(RestrictionIDEnum lngRestrictionID, PrivilegeLevelEnum* Result) override {
+        return GetMinPrivilegeLevelForPID(lngRestrictionID, Result);
     }
-    STDMETHODIMP GetCurrentUserNameNoncached(BSTR* result) override {
-        return ReturnQuietly(result, std::wstring_view(), [&] { return mSecurity.User().NameNoncached(); });
+    STDMETHODIMP GetMinPrivilegeLevelForPID(long lngPID, PrivilegeLevelEnum* Result) override {
+        return ReturnQuietly(Result, V5Strings::PrivLevel_3Low,
+                             [&] { return Published(mSecurity.MinimumLevel(lngPID)); });
     }
-    STDMETHODIMP GetWindowsUsername(BSTR* result) override {
-        return ReturnQuietly(result, std::wstring_view(), [&] { return mSecurity.User().WindowsName(); });
+    STDMETHODIMP SetMinPrivilegeLevelForRID(RestrictionIDEnum lngRestrictionID, PrivilegeLevelEnum lngNewMinPrivLevel,
+                                            VARIANT_BOOL* Result) override {
+        return SetMinPrivilegeLevelForPID(lngRestrictionID, lngNewMinPrivLevel, Result);
     }
-    STDMETHODIMP IsSqlAuthenticationEnabledInSqlServer(VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return mSecurity.User().IsSqlAuthenticationEnabled(); });
+    STDMETHODIMP SetMinPrivilegeLevelForPID(long lngPID, PrivilegeLevelEnum lngNewMinPrivLevel,
+                                            VARIANT_BOOL* Result) override {
+        return ReturnQuietly(Result, false, [&] { return mSecurity.SetMinimumLevel(lngPID, lngNewMinPrivLevel); });
     }
-    STDMETHODIMP IsSqlAuthenticationUsedInConnStrings(VARIANT_BOOL* result) override {
-        return ReturnQuietly(result, false, [&] { return mSecurity.User().IsSqlAuthenticationUsed(); });
+
+    STDMETHODIMP GetCurrentUserName(BSTR* Result) override {
+        return ReturnQuietly(Result, std::wstring_view(), [&] { return mSecurity.User().Name(); });
+    }
+    STDMETHODIMP GetCurrentUserNameNoncached(BSTR* Result) override {
+        return ReturnQuietly(Result, std::wstring_view(), [&] { return mSecurity.User().NameNoncached(); });
+    }
+    STDMETHODIMP GetWindowsUsername(BSTR* Result) override {
+        return ReturnQuietly(Result, std::wstring_view(), [&] { return mSecurity.User().WindowsName(); });
+    }
+    STDMETHODIMP IsSqlAuthenticationEnabledInSqlServer(VARIANT_BOOL* Result) override {
+        return ReturnQuietly(Result, false, [&] { return mSecurity.User().IsSqlAuthenticationEnabled(); });
+    }
+    STDMETHODIMP IsSqlAuthenticationUsedInConnStrings(VARIANT_BOOL* Result) override {
+        return ReturnQuietly(Result, false, [&] { return mSecurity.User().IsSqlAuthenticationUsed(); });
     }
 
   protected:

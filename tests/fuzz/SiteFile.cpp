@@ -1,6 +1,7 @@
 // A site file of any bytes: read, judged, every entry chosen, everything rendered.
 #include <array>
 
+#include "base/Utf8.h"
 #include "config/Site.h"
 #include "fuzz/Fuzz.h"
 
@@ -17,18 +18,13 @@ class OneFileHost final : public SiteHost {
     std::wstring FullPath(const std::wstring& path) const override { return path; }
     bool FolderExists(const std::wstring&) const override { return true; }
     bool FileExists(const std::wstring&) const override { return true; }
-    std::wstring ReadFile(const std::wstring&, std::string& bytes) const override {
-        bytes = mBytes;
+    std::wstring ReadFile(const std::wstring&, std::wstring& text) const override {
+        const auto marked = DecodeMarked(mBytes);
+        const std::u8string_view ansi(reinterpret_cast<const char8_t*>(mBytes.data()), mBytes.size());
+        text = marked ? *marked : std::wstring(ansi.begin(), ansi.end());
         return {};
     }
     std::wstring CreateFolder(const std::wstring&) override { return L"refused"; }
-    std::wstring DecodeAnsi(std::string_view bytes) const override {
-        std::wstring text;
-        for (const char c : bytes) {
-            text += static_cast<wchar_t>(static_cast<unsigned char>(c));
-        }
-        return text;
-    }
     std::wstring LibraryFolder() const override { return L"C:\\Library"; }
     std::wstring TemporaryFolder() const override { return L"C:\\Temp"; }
     std::wstring LocalComputerName() const override { return L"HERE"; }
@@ -48,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     OneFileHost host(input.Bytes());
     Site site(host);
     const bool read = site.Read(static_cast<AppCategory>(options & 7), (options & 8) != 0, (options & 16) != 0,
-                                (options & 32) != 0 ? BlankConnections::kAllowEntry : BlankConnections::kIgnoreEntry);
+                                (options & 32) != 0 ? BlankConnections::AllowEntry : BlankConnections::IgnoreEntry);
     Require(read == (site.Entries()->Count() > 0), "reading succeeds exactly when there is an entry");
     std::int32_t last = 0;
     for (const DahsEntryPtr& entry : *site.Entries()) {

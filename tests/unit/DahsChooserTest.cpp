@@ -35,10 +35,10 @@ bool IsFar(const DahsEntry& entry) {
 
 TEST(DahsChooser, RowsAndFirstChoice) {
     const DahsEntryList entries = Entries({
-        Entry(3, kSecondary, L"NORTH", L"Stack 1"),
-        Entry(5, kPrimary, L"NORTH", L"Stack 1", L"far"),
-        Entry(7, kStandalone, L"SOUTH", L"South"),  // says no more than the site itself
-        Entry(99, kStandalone, L"WEST"),
+        Entry(3, Secondary, L"NORTH", L"Stack 1"),
+        Entry(5, Primary, L"NORTH", L"Stack 1", L"far"),
+        Entry(7, Standalone, L"SOUTH", L"South"),  // says no more than the site itself
+        Entry(99, Standalone, L"WEST"),
     });
     const DahsChooser chooser(entries, true, true, IsFar);
     const std::pair<int, const wchar_t*> rows[] = {
@@ -55,7 +55,7 @@ TEST(DahsChooser, RowsAndFirstChoice) {
     EXPECT_EQ(chooser.FirstChoice(), 1u);
     EXPECT_EQ(chooser.RowOf(99), 3u);
     EXPECT_EQ(chooser.RowOf(4), std::nullopt);
-    EXPECT_EQ(DahsChooser(Entries({Entry(1, kSecondary, L"N")}), true, true, IsFar).FirstChoice(), std::nullopt);
+    EXPECT_EQ(DahsChooser(Entries({Entry(1, Secondary, L"N")}), true, true, IsFar).FirstChoice(), std::nullopt);
 
     const DahsChooser near(entries, false, false, IsFar);
     ASSERT_EQ(near.Rows().size(), 2u);
@@ -64,9 +64,9 @@ TEST(DahsChooser, RowsAndFirstChoice) {
 }
 
 TEST(DahsChooser, WhatAnEmptyListSays) {
-    const DahsEntry primary = Entry(1, kPrimary, L"N", L"", L"far");
-    const DahsEntry secondary = Entry(2, kSecondary, L"N");
-    const DahsEntry farSecondary = Entry(3, kSecondary, L"N", L"", L"far");
+    const DahsEntry primary = Entry(1, Primary, L"N", L"", L"far");
+    const DahsEntry secondary = Entry(2, Secondary, L"N");
+    const DahsEntry farSecondary = Entry(3, Secondary, L"N", L"", L"far");
     const struct {
         DahsEntryList entries;
         const wchar_t* message;

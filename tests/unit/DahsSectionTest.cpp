@@ -22,9 +22,8 @@ struct Result {
     Problems problems;
 };
 
-Result ReadFile(const std::string& text, BlankConnections option = BlankConnections::kIgnoreEntry) {
-    const FakeSiteHost host;
-    const IniFile file(text, SiteSections(), [&](std::string_view bytes) { return host.DecodeAnsi(bytes); });
+Result ReadFile(const std::string& text, BlankConnections option = BlankConnections::IgnoreEntry) {
+    const IniFile file(FakeSiteHost::Decoded(text), SiteSections());
     Result result;
     ReadDahsEntries(file, L"F", option, result.entries, result.problems);
     return result;
@@ -50,10 +49,10 @@ TEST(DahsSection, DefaultsOfASoundSection) {
     const DahsEntry& entry = *result.entries.At(0);
     EXPECT_EQ(entry.dahsID, 3);
     EXPECT_TRUE(entry.hdrEnabled && entry.extraTraceMsgsEnabled && entry.logFlushEnabled);
-    EXPECT_EQ(entry.autoOutput, AutoOutput::kUnknown);
+    EXPECT_EQ(entry.autoOutput, AutoOutput::Unknown);
     EXPECT_TRUE(entry.AutoOutputEnabled());
     EXPECT_EQ(entry.autoOutputTimeout, 60);
-    EXPECT_EQ(entry.role, RedundantDasRole::kStandalone);
+    EXPECT_EQ(entry.role, RedundantDasRole::Standalone);
     EXPECT_FALSE(entry.syncStagingEnabled || entry.syncCompareEnabled || entry.syncMergeEnabled);
     EXPECT_EQ(entry.logsDir, L"D:\\V\\Logs");
     EXPECT_EQ(entry.primaryBackupDir, L"D:\\B");
@@ -127,11 +126,11 @@ TEST(DahsSection, Messages) {
 
 TEST(DahsSection, BlankConnectionStringsMayBeAllowed) {
     const std::string faults = "[Dahs1]\nSiteID=AB\nDahsComputerName=c\nVantorDir=D:\\V\nBackupDir=b\n";
-    const Result kept = ReadFile(faults, BlankConnections::kAllowEntry);
+    const Result kept = ReadFile(faults, BlankConnections::AllowEntry);
     ASSERT_EQ(kept.entries.Count(), 1);
     EXPECT_EQ(kept.problems.size(), 5u);
-    EXPECT_EQ(kept.entries.At(0)->Connections(ConnectionForm::kDotNet)[0], L"");
-    const Result dropped = ReadFile(faults + "[Dahs2]\nSiteID=9\n", BlankConnections::kAllowEntry);
+    EXPECT_EQ(kept.entries.At(0)->connectionStrings[ConnectionForm::DotNet][Database::Alarms], L"");
+    const Result dropped = ReadFile(faults + "[Dahs2]\nSiteID=9\n", BlankConnections::AllowEntry);
     EXPECT_EQ(dropped.entries.Count(), 1);
     EXPECT_EQ(dropped.problems.back(), L"STR-031: DAHS2 in 'F' cannot be used because one or more entries are invalid");
 }
@@ -142,18 +141,18 @@ TEST(DahsSection, AutoOutput) {
         AutoOutput setting;
         std::int32_t timeout;
     };
-    for (const Case& c : {Case{"1", AutoOutput::kEnabled, 60}, Case{"0", AutoOutput::kDisabled, 60},
-                          Case{"1,30", AutoOutput::kEnabled, 60}, Case{"(0)", AutoOutput::kDisabled, 60},
-                          Case{"true", AutoOutput::kEnabled, 60}, Case{"Fasle,5", AutoOutput::kDisabled, 5},
-                          Case{"auto_secondary,30", AutoOutput::kAutoSecondaryDas, 30},
-                          Case{"Auto-Primary, 2.5 ,x", AutoOutput::kAutoPrimaryDas, 2},
-                          Case{"-auto_dahs-ID,3.5", AutoOutput::kAutoDahsId, 4},
-                          Case{"AutoDasID,&H10", AutoOutput::kAutoDahsId, 16}, Case{"yes,-5", AutoOutput::kEnabled, 0},
-                          Case{"no,3000000000", AutoOutput::kDisabled, 0}, Case{"maybe,9", AutoOutput::kUnknown, 9}}) {
+    for (const Case& c : {Case{"1", AutoOutput::Enabled, 60}, Case{"0", AutoOutput::Disabled, 60},
+                          Case{"1,30", AutoOutput::Enabled, 60}, Case{"(0)", AutoOutput::Disabled, 60},
+                          Case{"true", AutoOutput::Enabled, 60}, Case{"Fasle,5", AutoOutput::Disabled, 5},
+                          Case{"auto_secondary,30", AutoOutput::AutoSecondaryDas, 30},
+                          Case{"Auto-Primary, 2.5 ,x", AutoOutput::AutoPrimaryDas, 2},
+                          Case{"-auto_dahs-ID,3.5", AutoOutput::AutoDahsId, 4},
+                          Case{"AutoDasID,&H10", AutoOutput::AutoDahsId, 16}, Case{"yes,-5", AutoOutput::Enabled, 0},
+                          Case{"no,3000000000", AutoOutput::Disabled, 0}, Case{"maybe,9", AutoOutput::Unknown, 9}}) {
         const DahsEntry entry = ReadEntry(std::string("AutoOutputEnabled=") + c.value);
         EXPECT_EQ(entry.autoOutput, c.setting) << c.value;
         EXPECT_EQ(entry.autoOutputTimeout, c.timeout) << c.value;
-        EXPECT_EQ(entry.AutoOutputEnabled(), c.setting != AutoOutput::kDisabled) << c.value;
+        EXPECT_EQ(entry.AutoOutputEnabled(), c.setting != AutoOutput::Disabled) << c.value;
     }
 }
 
@@ -183,7 +182,7 @@ TEST(DahsSection, Texts) {
     EXPECT_EQ(entry.description, L"");
     EXPECT_EQ(entry.reportsUrl, L"http://x/y?a=b");
     EXPECT_EQ(entry.logsDir, L"D:\\V\\\\Logs");  // the folder is taken as it stands
-    EXPECT_EQ(entry.role, RedundantDasRole::kSecondary);
+    EXPECT_EQ(entry.role, RedundantDasRole::Secondary);
     EXPECT_EQ(entry.drCurrentHealthTimeouts, L"1,2;34");
     EXPECT_FALSE(entry.extraTraceMsgsEnabled || entry.logFlushEnabled);
     EXPECT_TRUE(entry.syncCompareEnabled);
@@ -191,26 +190,25 @@ TEST(DahsSection, Texts) {
 
 TEST(DahsSection, ConnectionStrings) {
     const auto at = [](const DahsEntry& entry, ConnectionForm form, Database database) {
-        return entry.Connections(form)[static_cast<size_t>(database)];
+        return entry.connectionStrings[form][database];
     };
     const DahsEntry derived = ReadEntry(
         "SQLData=PROVIDER=p;Server=s;Database=Vantor5Data;Pwd=xProviderY;datatypecompatibility=80\n"
         "SQLConfigNoninteractive=Provider=q;c\nSQLAlarms.NET=own");
-    EXPECT_EQ(at(derived, ConnectionForm::kDotNet, Database::kData), L"Server=s;Database=Vantor5Data;Pwd=xProviderY;");
-    EXPECT_EQ(at(derived, ConnectionForm::kOleDb, Database::kOstra),
+    EXPECT_EQ(at(derived, ConnectionForm::DotNet, Database::Data), L"Server=s;Database=Vantor5Data;Pwd=xProviderY;");
+    EXPECT_EQ(at(derived, ConnectionForm::OleDb, Database::Ostra),
               L"PROVIDER=p;Server=s;Database=Vantor5Ostra;Pwd=xProviderY;datatypecompatibility=80");
-    EXPECT_EQ(at(derived, ConnectionForm::kDotNet, Database::kOstra),
-              L"Server=s;Database=Vantor5Ostra;Pwd=xProviderY;");
-    EXPECT_EQ(at(derived, ConnectionForm::kOleDbNoninteractive, Database::kAlarms), L"alarms");
-    EXPECT_EQ(at(derived, ConnectionForm::kDotNetNoninteractive, Database::kConfig), L"c");
-    EXPECT_EQ(at(derived, ConnectionForm::kDotNet, Database::kConfig), L"config");
-    EXPECT_EQ(at(derived, ConnectionForm::kDotNet, Database::kAlarms), L"own");
-    EXPECT_EQ(at(derived, ConnectionForm::kDotNetNoninteractive, Database::kAlarms), L"alarms");
+    EXPECT_EQ(at(derived, ConnectionForm::DotNet, Database::Ostra), L"Server=s;Database=Vantor5Ostra;Pwd=xProviderY;");
+    EXPECT_EQ(at(derived, ConnectionForm::OleDbNoninteractive, Database::Alarms), L"alarms");
+    EXPECT_EQ(at(derived, ConnectionForm::DotNetNoninteractive, Database::Config), L"c");
+    EXPECT_EQ(at(derived, ConnectionForm::DotNet, Database::Config), L"config");
+    EXPECT_EQ(at(derived, ConnectionForm::DotNet, Database::Alarms), L"own");
+    EXPECT_EQ(at(derived, ConnectionForm::DotNetNoninteractive, Database::Alarms), L"alarms");
 
     const DahsEntry inside = ReadEntry("SQLData=Server=s;Pwd=aProvider1;Database=VANTOR5DATA");
-    EXPECT_EQ(at(inside, ConnectionForm::kDotNet, Database::kData), L"Server=s;Pwd=aDatabase=VANTOR5DATA");
-    EXPECT_EQ(at(inside, ConnectionForm::kOleDb, Database::kOstra), L"Server=s;Pwd=aProvider1;Database=VANTOR5DATA");
-    EXPECT_EQ(at(ReadEntry("SQLData=a;provider"), ConnectionForm::kDotNet, Database::kData), L"a;");
+    EXPECT_EQ(at(inside, ConnectionForm::DotNet, Database::Data), L"Server=s;Pwd=aDatabase=VANTOR5DATA");
+    EXPECT_EQ(at(inside, ConnectionForm::OleDb, Database::Ostra), L"Server=s;Pwd=aProvider1;Database=VANTOR5DATA");
+    EXPECT_EQ(at(ReadEntry("SQLData=a;provider"), ConnectionForm::DotNet, Database::Data), L"a;");
 
     // Every key reaches the string of its own name.
     std::string lines;
@@ -223,8 +221,9 @@ TEST(DahsSection, ConnectionStrings) {
     }
     const DahsEntry full = ReadEntry(lines);
     for (size_t i = 0; i < names.size(); ++i) {
-        EXPECT_EQ(full.connectionStrings[i / kDatabaseCount][i % kDatabaseCount],
-                  L"<" + std::wstring(names[i].begin(), names[i].end()) + L">");
+        EXPECT_EQ(
+            full.connectionStrings[static_cast<ConnectionForm>(i / kDatabaseCount)][kDatabases[i % kDatabaseCount]],
+            L"<" + std::wstring(names[i].begin(), names[i].end()) + L">");
     }
 }
 
@@ -234,12 +233,12 @@ TEST(DahsSection, AffinityMasks) {
                                    kConnectionKeys);
     ASSERT_EQ(result.entries.Count(), 1);
     const auto& masks = result.entries.At(0)->affinityMasks;
-    EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kIos)], 15);
-    EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kDr)], 3);
-    EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kDm)], 0);
-    EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kRg)], -1);
-    EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kDbe)], 12);
-    EXPECT_EQ(masks[static_cast<size_t>(AppCategory::kNotApplicable)], 0);
+    EXPECT_EQ(masks[AppCategory::Ios], 15);
+    EXPECT_EQ(masks[AppCategory::Dr], 3);
+    EXPECT_EQ(masks[AppCategory::Dm], 0);
+    EXPECT_EQ(masks[AppCategory::Rg], -1);
+    EXPECT_EQ(masks[AppCategory::Dbe], 12);
+    EXPECT_EQ(masks[AppCategory::NotApplicable], 0);
 }
 
 TEST(DahsSection, SectionsFrom1To99AreReadInOrder) {

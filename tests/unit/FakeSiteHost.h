@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "base/Utf8.h"
 #include "config/SiteHost.h"
 
 namespace v5 {
@@ -34,11 +35,11 @@ class FakeSiteHost : public SiteHost {
     }
     bool FolderExists(const std::wstring& path) const override { return folders.count(path) != 0; }
     bool FileExists(const std::wstring& path) const override { return files.count(path) != 0; }
-    std::wstring ReadFile(const std::wstring& path, std::string& bytes) const override {
+    std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override {
         if (unreadable.count(path) != 0) {
             return L"Access is denied.";
         }
-        bytes = files.at(path);
+        text = Decoded(files.at(path));
         return {};
     }
     std::wstring CreateFolder(const std::wstring& path) override {
@@ -49,8 +50,11 @@ class FakeSiteHost : public SiteHost {
         folders.insert(path);
         return {};
     }
-    // Windows-1252 as far as the tests need it.
-    std::wstring DecodeAnsi(std::string_view bytes) const override {
+    // Windows-1252 as far as the tests need it, unless a mark says otherwise.
+    static std::wstring Decoded(std::string_view bytes) {
+        if (const auto marked = DecodeMarked(bytes)) {
+            return *marked;
+        }
         std::wstring text;
         for (const char c : bytes) {
             const auto code = static_cast<unsigned char>(c);

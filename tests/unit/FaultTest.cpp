@@ -87,15 +87,11 @@ struct FaultySite : FakeSiteHost {
     bool FileExists(const std::wstring& path) const override {
         return machine.Succeeds("FileExists") && FakeSiteHost::FileExists(path);
     }
-    std::wstring ReadFile(const std::wstring& path, std::string& bytes) const override {
-        return machine.Succeeds("ReadFile") ? FakeSiteHost::ReadFile(path, bytes) : L"it broke";
+    std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override {
+        return machine.Succeeds("ReadFile") ? FakeSiteHost::ReadFile(path, text) : L"it broke";
     }
     std::wstring CreateFolder(const std::wstring& path) override {
         return machine.Succeeds("CreateFolder") ? FakeSiteHost::CreateFolder(path) : L"it broke";
-    }
-    std::wstring DecodeAnsi(std::string_view bytes) const override {
-        machine.Succeeds("DecodeAnsi");
-        return FakeSiteHost::DecodeAnsi(bytes);
     }
     std::wstring LibraryFolder() const override {
         machine.Succeeds("LibraryFolder");
@@ -164,7 +160,7 @@ const NeighbourTest kNeighbourTests[] = {
         Site site(host);
         bool done = false;
         const std::string failed = FailCall(host.machine, failure, n, [&] {
-            done = site.Read(AppCategory::kIos, false, false, BlankConnections::kIgnoreEntry);
+            done = site.Read(AppCategory::Ios, false, false, BlankConnections::IgnoreEntry);
         });
         EXPECT_EQ(done, site.Current().entry->dahsID == 1) << "whether there is a current DAHS, in call " << n;
         EXPECT_TRUE(done || Mentions(site.Problems(), L"Could not ")) << failure.name << " in " << failed;
@@ -287,7 +283,7 @@ const Work kWork[] = {
          {
              const FailingAllocation failing(n);
              try {
-                 done = site.Read(AppCategory{}, true, true, BlankConnections::kIgnoreEntry);
+                 done = site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
              } catch (const std::bad_alloc&) {
              }
              reached = failing.HasFailed();
@@ -302,7 +298,7 @@ const Work kWork[] = {
          FakeSiteHost host;
          host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
          Site site(host);
-         site.Read(AppCategory{}, true, true, BlankConnections::kIgnoreEntry);
+         site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
          bool done = false;
          {
              const FailingAllocation failing(n);
@@ -312,7 +308,7 @@ const Work kWork[] = {
              }
              reached = failing.HasFailed();
          }
-         const bool same = site.Current().entry->dahsID == 1 && site.Current().connections[0].empty();
+         const bool same = site.Current().entry->dahsID == 1 && site.Current().connections[Database::Alarms].empty();
          return done ? site.Current().entry->dahsID == 2 : reached && (same || site.Current().entry->dahsID == 1);
      }},
     {"numbering a footnote",

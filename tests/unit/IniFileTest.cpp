@@ -3,23 +3,26 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
+#include <string_view>
+
+#include "unit/FakeSiteHost.h"
 
 namespace v5 {
 
 namespace {
 
-constexpr std::array<std::string_view, 2> kSections = {"Dahs1", "Dahs2"};
-constexpr std::array<std::string_view, 2> kKeys = {"SiteID", "HDR"};
+constexpr std::array<std::wstring_view, 2> kSections = {L"Dahs1", L"Dahs2"};
+constexpr std::array<std::wstring_view, 2> kKeys = {L"SiteID", L"HDR"};
 
 // The value of key SiteID in section Dahs1.
-std::wstring SiteIdIn(std::string bytes) {
+std::wstring SiteIdIn(std::string_view bytes) {
     const IniNames sections(kSections);
     const IniNames keys(kKeys);
-    const IniFile file(std::move(bytes), sections,
-                       [](std::string_view text) { return L"ansi" + std::to_wstring(text.size()); });
-    std::array<std::string_view, 2> values;
+    const IniFile file(FakeSiteHost::Decoded(bytes), sections);
+    std::array<std::wstring_view, 2> values;
     file.ReadSection(0, keys, values);
-    return file.Decode(values[0]);
+    return std::wstring(values[0]);
 }
 
 std::string Utf16(std::u16string_view text, bool bigEndian) {
@@ -70,7 +73,8 @@ TEST(IniFile, ProfileRules) {
         {"NULs elsewhere", "\0\0\n[\0]\n[Dahs1]\n\0=\0\nSiteID=AB\n"s, L"AB"},
         {"empty", "", L""},
         {"nothing but marks", "[]\n=\n[\n]\n;\n'\n\"", L""},
-        {"ANSI", "[Dahs1]\nSiteID=\xE9\xE8\n", L"ansi2"},
+        {"ANSI", "[Dahs1]\nSiteID=\xE9\x97\n", L"\u00E9\u2014"},
+        {"a bracket in a character", Utf16(u"[Dahs1] ;\u305D\u5D5D\nSiteID=AB", false), L"AB"},
         {"UTF-8", "\xEF\xBB\xBF[Dahs1]\nSiteID=\xC3\xA9\xE2\x82\xAC\n", L"\u00E9\u20AC"},
         {"UTF-8 that is none", "\xEF\xBB\xBF[Dahs1]\nSiteID=a\xC3(\xFF\xE2\x82\n", L"a\uFFFD(\uFFFD\uFFFD\uFFFD"},
         {"UTF-16", Utf16(u"[Dahs1]\r\nSiteID=\u0416\u20AC", false), L"\u0416\u20AC"},
@@ -90,12 +94,12 @@ TEST(IniFile, ProfileRules) {
 }
 
 TEST(IniFile, NamesAreFoundWithoutRegardToCaseAndToNothingElse) {
-    constexpr std::array<std::string_view, 4> kNames = {"SQLData", "SQLData.NET", "a@b[c", "x"};
+    constexpr std::array<std::wstring_view, 4> kNames = {L"SQLData", L"SQLData.NET", L"a@b[c", L"x"};
     const IniNames names(kNames);
-    EXPECT_EQ(names.Find("sqldata"), 0u);
-    EXPECT_EQ(names.Find("SQLDATA.net"), 1u);
-    EXPECT_EQ(names.Find("A@B[C"), 2u);
-    for (const char* other : {"a`b[c", "a@b{c", "SQLDat", "SQLDataX", "", "SQLData.NE\x14"}) {
+    EXPECT_EQ(names.Find(L"sqldata"), 0u);
+    EXPECT_EQ(names.Find(L"SQLDATA.net"), 1u);
+    EXPECT_EQ(names.Find(L"A@B[C"), 2u);
+    for (const wchar_t* other : {L"a`b[c", L"a@b{c", L"SQLDat", L"SQLDataX", L"", L"SQLData.NE\x14"}) {
         EXPECT_EQ(names.Find(other), IniNames::kNone) << other;
     }
 }
@@ -110,7 +114,7 @@ TEST(IniFile, NoiseIsHarmless) {
         while (bytes.size() < kLong) {
             bytes += unit;
         }
-        EXPECT_EQ(SiteIdIn(std::move(bytes)), L"AB") << unit;
+        EXPECT_EQ(SiteIdIn(bytes), L"AB") << unit;
     }
 }
 

@@ -26,8 +26,8 @@ struct SiteFixture {
 
     explicit SiteFixture(const std::string& file) { host.files[L"C:\\Site\\Vantor5.INI"] = file; }
 
-    bool Read(AppCategory category = AppCategory::kNotApplicable) {
-        return site.Read(category, false, false, BlankConnections::kIgnoreEntry);
+    bool Read(AppCategory category = AppCategory::NotApplicable) {
+        return site.Read(category, false, false, BlankConnections::IgnoreEntry);
     }
 };
 
@@ -125,7 +125,7 @@ TEST(SiteFileSearch, StartFolders) {
         host.files[c.file] = Section(1, "AB");
         Site site(host);
         const bool found = c.problems.back().find(L"found INI file") != std::wstring::npos;
-        EXPECT_EQ(site.Read(AppCategory::kNotApplicable, false, false, BlankConnections::kIgnoreEntry), found);
+        EXPECT_EQ(site.Read(AppCategory::NotApplicable, false, false, BlankConnections::IgnoreEntry), found);
         EXPECT_EQ(site.Problems(), c.problems);
         EXPECT_EQ(site.FilePath(), found ? c.file : L"");
     }
@@ -178,16 +178,16 @@ TEST(Site, Choosing) {
 
     EXPECT_TRUE(site.Choose(5, false, false));
     EXPECT_TRUE(site.Current().isRemote);
-    EXPECT_EQ(site.Current().connections[0], L"Provider=p;alarms");
+    EXPECT_EQ(site.Current().connections[Database::Alarms], L"Provider=p;alarms");
     EXPECT_FALSE(site.Choose(6, true, true));
     EXPECT_EQ(site.Current().entry->dahsID, 5);
-    EXPECT_EQ(site.Current().connections[0], L"Provider=p;alarms");
+    EXPECT_EQ(site.Current().connections[Database::Alarms], L"Provider=p;alarms");
     EXPECT_TRUE(site.Choose(4, true, false));
-    EXPECT_EQ(site.Current().connections[0], L"batch");
+    EXPECT_EQ(site.Current().connections[Database::Alarms], L"batch");
     EXPECT_TRUE(site.Choose(4, false, true));
-    EXPECT_EQ(site.Current().connections[0], L"alarms");
+    EXPECT_EQ(site.Current().connections[Database::Alarms], L"alarms");
     EXPECT_TRUE(site.Choose(4, true, true));
-    EXPECT_EQ(site.Current().connections[0], L"batch");
+    EXPECT_EQ(site.Current().connections[Database::Alarms], L"batch");
     EXPECT_TRUE(site.Choose(0, false, false));
     EXPECT_EQ(site.Current().entry->dahsID, 2);
 
@@ -223,7 +223,7 @@ TEST(Site, RedundantDases) {
     EXPECT_EQ(fixture.site.FindLocalDahsId(true), 1);
     EXPECT_EQ(fixture.site.Entries()->CountOfNonSecondary(), 4);
     EXPECT_EQ(SiteFixture("").site.FindLocalDahsId(true), 0);
-    EXPECT_EQ(RedundantDasRoleText(RedundantDasRole::kSecondary), L"Secondary");
+    EXPECT_EQ(RedundantDasRoleText(RedundantDasRole::Secondary), L"Secondary");
     EXPECT_EQ(RedundantDasRoleText(static_cast<RedundantDasRole>(3)), L"??");
 }
 
@@ -231,7 +231,7 @@ TEST(Site, ReportsUrlIsNeededWhenAConnectionIsMissing) {
     for (const auto& [lines, needed] : {std::pair("ReportsURL=u\nSQLRealtime=", true), std::pair("ReportsURL=u", false),
                                         std::pair("SQLRealtime=", false), std::pair("ReportsURL=u\nSQLData=", true)}) {
         SiteFixture fixture(Section(1, "AB", lines));
-        ASSERT_TRUE(fixture.site.Read(AppCategory::kNotApplicable, false, false, BlankConnections::kAllowEntry));
+        ASSERT_TRUE(fixture.site.Read(AppCategory::NotApplicable, false, false, BlankConnections::AllowEntry));
         EXPECT_EQ(fixture.site.Current().MustUseReportsUrl(), needed) << lines;
     }
 }
@@ -247,13 +247,12 @@ TEST(Site, Affinity) {
     };
     const wchar_t* const failed = L"STR-083: can't set affinity mask";
     for (const Case& c :
-         {Case{"0x1A", AppCategory::kDm, 0xF, false, 0xA, L"STR-082: set process affinity mask = &H1A"},
-          Case{"-1", AppCategory::kDm, 0xF, false, 0xF, L"STR-082: set process affinity mask = &HFFFFFFFF"},
-          Case{"0x10", AppCategory::kDm, 0xF, false, 0, failed},
-          Case{"1", AppCategory::kDm, std::nullopt, false, 0, failed},
-          Case{"1", AppCategory::kDm, 0xF, true, 1, failed}, Case{"0", AppCategory::kDm, 0xF, false, 0, nullptr},
-          Case{"1", AppCategory::kRg, 0xF, false, 0, nullptr},
-          Case{"1", AppCategory::kNotApplicable, 0xF, false, 0, nullptr},
+         {Case{"0x1A", AppCategory::Dm, 0xF, false, 0xA, L"STR-082: set process affinity mask = &H1A"},
+          Case{"-1", AppCategory::Dm, 0xF, false, 0xF, L"STR-082: set process affinity mask = &HFFFFFFFF"},
+          Case{"0x10", AppCategory::Dm, 0xF, false, 0, failed},
+          Case{"1", AppCategory::Dm, std::nullopt, false, 0, failed}, Case{"1", AppCategory::Dm, 0xF, true, 1, failed},
+          Case{"0", AppCategory::Dm, 0xF, false, 0, nullptr}, Case{"1", AppCategory::Rg, 0xF, false, 0, nullptr},
+          Case{"1", AppCategory::NotApplicable, 0xF, false, 0, nullptr},
           Case{"1", static_cast<AppCategory>(6), 0xF, false, 0, nullptr},
           Case{"1", static_cast<AppCategory>(-1), 0xF, false, 0, nullptr}}) {
         SiteFixture fixture(Section(1, "AB") + "[AffinityMasks]\nDM=" + c.mask);

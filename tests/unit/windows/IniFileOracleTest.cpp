@@ -14,23 +14,23 @@ namespace v5 {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> kSections = {"Dahs1", "Dahs2", "Dahs11"};
-constexpr std::array<std::string_view, 3> kKeys = {"SiteID", "HDR", "SQLData.NET"};
+constexpr std::array<std::wstring_view, 3> kSections = {L"Dahs1", L"Dahs2", L"Dahs11"};
+constexpr std::array<std::wstring_view, 3> kKeys = {L"SiteID", L"HDR", L"SQLData.NET"};
 
-enum class Encoding { kAnsi, kUtf8, kUtf16 };
+enum class Encoding { Ansi, Utf8, Utf16 };
 
 std::string Encoded(const std::wstring& text, Encoding encoding) {
-    if (encoding == Encoding::kUtf16) {
+    if (encoding == Encoding::Utf16) {
         const std::wstring marked = L"\uFEFF" + text;
         return {reinterpret_cast<const char*>(marked.data()), marked.size() * sizeof(wchar_t)};
     }
-    const UINT page = encoding == Encoding::kAnsi ? CP_ACP : CP_UTF8;
+    const UINT page = encoding == Encoding::Ansi ? CP_ACP : CP_UTF8;
     const auto size = static_cast<int>(text.size());
     std::string bytes(text.size() * 4, '\0');
     const int length =
         WideCharToMultiByte(page, 0, text.data(), size, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
     bytes.resize(static_cast<size_t>(length));
-    return (encoding == Encoding::kUtf8 ? "\xEF\xBB\xBF" : "") + bytes;
+    return (encoding == Encoding::Utf8 ? "\xEF\xBB\xBF" : "") + bytes;
 }
 
 // Lines put together from the pieces that the profile rules are about.
@@ -54,10 +54,10 @@ std::wstring RandomFile(std::mt19937& random) {
     return text;
 }
 
-std::wstring OracleValue(const std::wstring& path, std::string_view section, std::string_view key) {
+// Section and key are whole literals.
+std::wstring OracleValue(const std::wstring& path, std::wstring_view section, std::wstring_view key) {
     wchar_t value[512] = L"";
-    GetPrivateProfileStringW(std::wstring(section.begin(), section.end()).c_str(),
-                             std::wstring(key.begin(), key.end()).c_str(), L"", value, 512, path.c_str());
+    GetPrivateProfileStringW(section.data(), key.data(), L"", value, 512, path.c_str());
     return value;
 }
 
@@ -80,14 +80,14 @@ TEST(IniFileOracle, GeneratedFilesReadAlike) {
         ASSERT_TRUE(WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
         CloseHandle(handle);
 
-        const IniFile file(bytes, sections, FromAnsi);
+        const IniFile file(FromTextFile(bytes), sections);
         for (size_t section = 0; section < kSections.size(); ++section) {
-            std::array<std::string_view, kKeys.size()> values;
+            std::array<std::wstring_view, kKeys.size()> values;
             file.ReadSection(section, keys, values);
             for (size_t key = 0; key < kKeys.size(); ++key) {
                 found += values[key].empty() ? 0 : 1;
-                EXPECT_EQ(file.Decode(values[key]), OracleValue(path, kSections[section], kKeys[key]))
-                    << "round " << round << ", " << kSections[section] << ", " << kKeys[key] << " in\n"
+                EXPECT_EQ(values[key], OracleValue(path, kSections[section], kKeys[key]))
+                    << "round " << round << ", " << ToAnsi(kSections[section]) << ", " << ToAnsi(kKeys[key]) << " in\n"
                     << ToAnsi(text);
             }
         }
