@@ -1,6 +1,7 @@
 #include "base/Dates.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <stdexcept>
 
@@ -10,64 +11,34 @@ namespace v5 {
 
 namespace {
 
-constexpr std::int64_t kSecondsPerDay = 86400;
+using namespace std::chrono;
 
-// Automation dates of 1 January 100 and of 31 December 9999.
-constexpr std::int64_t kFirstDay = -657434;
-constexpr std::int64_t kLastDay = 2958465;
+constexpr sys_days kZero = 1899y / December / 30;  // automation date 0
+constexpr sys_days kFirstDay = year{kMinYear} / January / 1;
+constexpr sys_days kLastDay = year{kMaxYear} / December / 31;
+constexpr std::int64_t kSecondsPerDay = seconds(days(1)).count();
 
-// The calendar repeats every 400 years. Counted from 1 March, so that the leap day ends a year, the day within such
-// an era follows from year, month and day without a table.
-constexpr std::int64_t kDaysPerEra = 146097;
-constexpr std::int64_t kEraDaysBefore1899 = 693899;  // 1 March of year 0 to 30 December 1899
-
-std::int64_t DayNumber(int year, int month, int day) {
-    const std::int64_t marchYear = month <= 2 ? year - 1 : year;
-    const std::int64_t era = marchYear / 400;
-    const std::int64_t yearOfEra = marchYear % 400;
-    const std::int64_t dayOfYear = (153 * ((month + 9) % 12) + 2) / 5 + day - 1;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * kDaysPerEra + dayOfEra - kEraDaysBefore1899;
+sys_days DayOf(const CivilDateTime& time) {
+    return year{time.year} / time.month / time.day;
 }
 
-CivilDateTime DateOfDayNumber(std::int64_t dayNumber) {
-    if (dayNumber < kFirstDay || dayNumber > kLastDay) {
+seconds TimeOfDay(const CivilDateTime& time) {
+    return hours(time.hour) + minutes(time.minute) + seconds(time.second);
+}
+
+CivilDateTime FromMoment(sys_seconds moment) {
+    const sys_days day = floor<days>(moment);
+    if (day < kFirstDay || day > kLastDay) {
         throw std::out_of_range("date outside the years 100 to 9999");
     }
-    const std::int64_t days = dayNumber + kEraDaysBefore1899;
-    const std::int64_t era = days / kDaysPerEra;
-    const std::int64_t dayOfEra = days % kDaysPerEra;
-    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t marchMonth = (5 * dayOfYear + 2) / 153;
-    CivilDateTime date;
-    date.month = static_cast<int>(marchMonth < 10 ? marchMonth + 3 : marchMonth - 9);
-    date.day = static_cast<int>(dayOfYear - (153 * marchMonth + 2) / 5 + 1);
-    date.year = static_cast<int>(era * 400 + yearOfEra + (date.month <= 2 ? 1 : 0));
-    return date;
-}
-
-std::int64_t DayNumber(const CivilDateTime& time) {
-    return DayNumber(time.year, time.month, time.day);
-}
-
-std::int64_t SecondOfDay(const CivilDateTime& time) {
-    return time.hour * 3600 + time.minute * 60 + time.second;
-}
-
-// The point in time `seconds` after midnight of a day; `seconds` may be negative or exceed a day.
-CivilDateTime SecondsAfter(std::int64_t dayNumber, std::int64_t seconds) {
-    std::int64_t days = seconds / kSecondsPerDay;
-    std::int64_t rest = seconds % kSecondsPerDay;
-    if (rest < 0) {
-        rest += kSecondsPerDay;
-        --days;
-    }
-    CivilDateTime time = DateOfDayNumber(dayNumber + days);
-    time.hour = static_cast<int>(rest / 3600);
-    time.minute = static_cast<int>(rest / 60 % 60);
-    time.second = static_cast<int>(rest % 60);
-    return time;
+    const year_month_day date = day;
+    const hh_mm_ss time(moment - day);
+    return {int{date.year()},
+            static_cast<int>(unsigned{date.month()}),
+            static_cast<int>(unsigned{date.day()}),
+            static_cast<int>(time.hours().count()),
+            static_cast<int>(time.minutes().count()),
+            static_cast<int>(time.seconds().count())};
 }
 
 CivilDateTime AddMonths(CivilDateTime time, std::int64_t count) {
@@ -100,34 +71,19 @@ constexpr Unit kUnits[] = {
     {L"s", 0, 1},
 };
 
-void AppendNumber(std::wstring& text, int number, size_t digits) {
-    const std::wstring plain = std::to_wstring(number);
-    text.append(digits - std::min(digits, plain.size()), L'0').append(plain);
-}
-
 std::wstring FormatTimestamp(const CivilDateTime& time, int shownHour) {
-    std::wstring text;
-    AppendNumber(text, time.year, 4);
-    AppendNumber(text += L'-', time.month, 2);
-    AppendNumber(text += L'-', time.day, 2);
-    AppendNumber(text += L' ', shownHour, 2);
-    AppendNumber(text += L':', time.minute, 2);
-    AppendNumber(text += L':', time.second, 2);
-    return text;
+    return ZeroPadded(time.year, 4) + L'-' + ZeroPadded(time.month, 2) + L'-' + ZeroPadded(time.day, 2) + L' ' +
+           ZeroPadded(shownHour, 2) + L':' + ZeroPadded(time.minute, 2) + L':' + ZeroPadded(time.second, 2);
 }
 
 }  // namespace
 
 int DaysInMonth(int year, int month) {
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leapYear = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leapYear ? 29 : kDays[month - 1];
+    return static_cast<int>(unsigned{(std::chrono::year{year} / month / last).day()});
 }
 
 int Weekday(const CivilDateTime& date) {
-    // 30 December 1899 was a Saturday.
-    const auto sinceSaturday = static_cast<int>(DayNumber(date) % 7);
-    return (sinceSaturday + 6) % 7 + 1;
+    return static_cast<int>(weekday(DayOf(date)).c_encoding()) + 1;
 }
 
 std::wstring FormatTimestamp24(const CivilDateTime& time) {
@@ -140,18 +96,20 @@ std::wstring FormatTimestamp12(const CivilDateTime& time) {
 }
 
 double ToAutomationDate(const CivilDateTime& time) {
-    const auto day = static_cast<double>(DayNumber(time));
-    const double fraction = static_cast<double>(SecondOfDay(time)) / static_cast<double>(kSecondsPerDay);
+    const auto day = static_cast<double>((DayOf(time) - kZero).count());
+    const double fraction = static_cast<double>(TimeOfDay(time).count()) / static_cast<double>(kSecondsPerDay);
     return day < 0 ? day - fraction : day + fraction;
 }
 
 CivilDateTime FromAutomationDate(double date) {
-    if (!(date > static_cast<double>(kFirstDay - 1) && date < static_cast<double>(kLastDay + 1))) {
+    const auto first = static_cast<double>((kFirstDay - kZero).count());
+    const auto last = static_cast<double>((kLastDay - kZero).count());
+    if (!(date > first - 1 && date < last + 1)) {
         throw std::out_of_range("date outside the years 100 to 9999");
     }
     const double day = std::trunc(date);
-    const double seconds = std::round(std::fabs(date - day) * static_cast<double>(kSecondsPerDay));
-    return SecondsAfter(static_cast<std::int64_t>(day), static_cast<std::int64_t>(seconds));
+    const double fraction = std::round(std::fabs(date - day) * static_cast<double>(kSecondsPerDay));
+    return FromMoment(kZero + days(static_cast<int>(day)) + seconds(static_cast<int>(fraction)));
 }
 
 CivilDateTime AddInterval(std::wstring_view unit, std::int32_t count, const CivilDateTime& time) {
@@ -163,7 +121,7 @@ CivilDateTime AddInterval(std::wstring_view unit, std::int32_t count, const Civi
     if (found->months != 0) {
         return AddMonths(time, found->months * count);
     }
-    return SecondsAfter(DayNumber(time), SecondOfDay(time) + found->seconds * count);
+    return FromMoment(DayOf(time) + TimeOfDay(time) + seconds(found->seconds * count));
 }
 
 }  // namespace v5

@@ -162,6 +162,10 @@ std::vector<std::wstring> Split(std::wstring_view text, wchar_t separator) {
     return pieces;
 }
 
+std::wstring ZeroPadded(std::wstring digits, size_t width) {
+    return digits.insert(0, width - std::min(width, digits.size()), L'0');
+}
+
 std::wstring WithoutTrailingBackslash(std::wstring_view text) {
     return std::wstring(text.ends_with(L'\\') ? text.substr(0, text.size() - 1) : text);
 }

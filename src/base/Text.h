@@ -31,6 +31,12 @@ std::wstring ReplaceAll(std::wstring_view text, std::wstring_view what, std::wst
 // The pieces of `text` between separators. An empty text gives one empty piece.
 std::vector<std::wstring> Split(std::wstring_view text, wchar_t separator);
 
+// `digits` with as many zeros before them as make `width` characters; longer ones as they are.
+std::wstring ZeroPadded(std::wstring digits, size_t width);
+inline std::wstring ZeroPadded(int number, size_t width) {
+    return ZeroPadded(std::to_wstring(number), width);
+}
+
 // `text` without one trailing backslash, if it has one: the form in which folder paths are kept.
 std::wstring WithoutTrailingBackslash(std::wstring_view text);
 

@@ -40,23 +40,15 @@ void Report(const std::wstring& message) {
     ShowTimedMessageBox(settings);
 }
 
-struct ImageListDeleter {
-    void operator()(HIMAGELIST images) const {
-        SystemFunction<decltype(ImageList_Destroy)>(L"comctl32.dll", "ImageList_Destroy")(images);
-    }
-};
-using ImageListHandle = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDeleter>;
-
 // The list's one image, "DAHS", in the size of the display's small icons.
-ImageListHandle CreateImages(int size) {
+OwnedHandle<HIMAGELIST> CreateImages(int size) {
     const auto create = SystemFunction<decltype(ImageList_Create)>(L"comctl32.dll", "ImageList_Create");
-    ImageListHandle images(create(size, size, ILC_COLOR32 | ILC_MASK, 1, 0));
-    const auto icon =
-        static_cast<HICON>(LoadImageW(ThisModule(), MAKEINTRESOURCEW(kDahsIcon), IMAGE_ICON, size, size, 0));
-    if (icon != nullptr) {
+    OwnedHandle<HIMAGELIST> images(create(size, size, ILC_COLOR32 | ILC_MASK, 1, 0));
+    const OwnedHandle<HICON> icon(
+        static_cast<HICON>(LoadImageW(ThisModule(), MAKEINTRESOURCEW(kDahsIcon), IMAGE_ICON, size, size, 0)));
+    if (icon) {
         SystemFunction<decltype(ImageList_ReplaceIcon)>(L"comctl32.dll", "ImageList_ReplaceIcon")(images.get(), -1,
-                                                                                                  icon);
-        DestroyIcon(icon);
+                                                                                                  icon.get());
     }
     return images;
 }
@@ -233,7 +225,7 @@ class DahsChooserForm final : public ModalForm {
 
     const DahsChooser& mChooser;
     std::optional<size_t> mSelected;
-    ImageListHandle mImages;
+    OwnedHandle<HIMAGELIST> mImages;
     bool mCancelled = true;  // until the user says OK
 };
 

@@ -14,12 +14,12 @@ namespace {
 
 constexpr size_t kMaxSiteIdLength = 10;  // characters of a site identifier that ChooseSite looks at
 
-std::wstring UpperHex(std::uint32_t value) {
+std::wstring UpperHex(std::uint32_t number) {
     std::wstring digits;
     do {
-        digits.insert(digits.begin(), L"0123456789ABCDEF"[value & 0xF]);
-        value >>= 4;
-    } while (value != 0);
+        digits.insert(digits.begin(), L"0123456789ABCDEF"[number & 0xF]);
+        number >>= 4;
+    } while (number != 0);
     return digits;
 }
 

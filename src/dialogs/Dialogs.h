@@ -4,7 +4,7 @@
 #pragma once
 
 #include "dialogs/DateDialogModel.h"
-#include "dialogs/TimeDialogModel.h"
+#include "dialogs/TimeFields.h"
 #include "dialogs/TimedMessageBoxModel.h"
 
 namespace v5 {

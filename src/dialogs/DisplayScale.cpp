@@ -56,12 +56,12 @@ UINT DpiOf(HWND window) {
     return dpi != 0 ? dpi : SystemDpi();
 }
 
-FontHandle CreateMessageFont(UINT dpi, bool bold) {
+OwnedHandle<HFONT> CreateMessageFont(UINT dpi, bool bold) {
     LOGFONTW font = SystemFonts(dpi).lfMessageFont;
     if (bold) {
         font.lfWeight = FW_BOLD;
     }
-    return FontHandle(CreateFontIndirectW(&font));
+    return OwnedHandle<HFONT>(CreateFontIndirectW(&font));
 }
 
 SIZE MeasureText(HWND window, HFONT font, std::wstring_view text) {

@@ -212,7 +212,7 @@ void ModalForm::FocusOn(HWND control) const {
 
 void ModalForm::UseDpi(UINT dpi) {
     mDpi = dpi;
-    FontHandle font = CreateMessageFont(dpi);
+    OwnedHandle<HFONT> font = CreateMessageFont(dpi);
     for (HWND child = GetWindow(mWindow, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
         SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
     }

@@ -165,7 +165,7 @@ class ModalForm {
     bool mWasActive = false;           // when it was closed
     PausedWindows* mOthers = nullptr;  // while the form is shown
     UINT mDpi = USER_DEFAULT_SCREEN_DPI;
-    FontHandle mFont;
+    OwnedHandle<HFONT> mFont;
     SIZE mBaseUnits{};
     std::vector<std::unique_ptr<ControlHook>> mHooks;
     std::exception_ptr mFailure;

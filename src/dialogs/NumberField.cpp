@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
+
 namespace v5 {
 
 namespace {
@@ -74,8 +76,7 @@ int NumberField::Value() const {
 
 void NumberField::SetValue(int value) {
     mSettled = value;
-    mText = std::to_wstring(value);
-    mText.insert(0, mDigits - std::min(mDigits, mText.size()), L'0');
+    mText = ZeroPadded(value, mDigits);
 }
 
 void NumberField::StepAround(bool up) {

@@ -19,6 +19,20 @@ NumberField HourField(int hour, bool use24Hour) {
 
 }  // namespace
 
+std::wstring FilterCaption(std::wstring_view caption) {
+    constexpr std::wstring_view kOpen = L"{{";
+    constexpr std::wstring_view kClose = L"}}";
+    std::wstring text(caption);
+    for (size_t open = text.find(kOpen); open != std::wstring::npos; open = text.find(kOpen)) {
+        const size_t close = text.find(kClose, open + kOpen.size());
+        if (close == std::wstring::npos) {
+            break;
+        }
+        text.erase(open, close + kClose.size() - open);
+    }
+    return text;
+}
+
 TimeFields::TimeFields(int hour, int minute, bool use24Hour, std::wstring_view am, std::wstring_view pm)
     : mUse24Hour(use24Hour),
       mIsPm(hour >= kNoon),
@@ -27,7 +41,16 @@ TimeFields::TimeFields(int hour, int minute, bool use24Hour, std::wstring_view a
       mHour(HourField(hour, use24Hour)),
       mMinute(kMinutes, minute, 2) {}
 
+TimeFields::TimeFields(const CivilDateTime& time, bool use24Hour)
+    : TimeFields(time.hour, time.minute, use24Hour, FilterCaption(L"AM"), FilterCaption(L"PM")) {}
+
+TimeFields::TimeFields(const TimeDialogSettings& settings)
+    : TimeFields(FromAutomationDate(settings.DateTimeValue), settings.Use24HourFormat) {}
+
 void TimeFields::SetUse24Hour(bool use24Hour) {
+    if (use24Hour == mUse24Hour) {
+        return;
+    }
     const int hour = Hour();
     mUse24Hour = use24Hour;
     mIsPm = hour >= kNoon;
@@ -42,6 +65,13 @@ int TimeFields::ShownHour() const {
 
 int TimeFields::Hour() const {
     return mUse24Hour ? ShownHour() : ShownHour() % kNoon + (mIsPm ? kNoon : 0);
+}
+
+double TimeFields::DateTimeValue() const {
+    CivilDateTime answer;
+    answer.hour = Hour();
+    answer.minute = Minute();
+    return ToAutomationDate(answer);
 }
 
 std::wstring_view TimeFields::Text(TimePart part) const {

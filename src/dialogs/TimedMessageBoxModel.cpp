@@ -16,14 +16,9 @@ constexpr std::uint32_t kIconMask = 0x70;
 constexpr std::uint32_t kDefaultMask = 0x300;
 
 constexpr MessageBoxButton kButtons[] = {
-    {Ok, L"OK"},          {Cancel, L"Cancel"}, {Abort, L"&Abort"}, {Retry, L"&Retry"},
-    {Ignore, L"&Ignore"}, {Yes, L"&Yes"},      {No, L"&No"},
+    {Ok, L"OK", L'K'},          {Cancel, L"Cancel", L'C'}, {Abort, L"&Abort", L'A'}, {Retry, L"&Retry", L'R'},
+    {Ignore, L"&Ignore", L'I'}, {Yes, L"&Yes", L'Y'},      {No, L"&No", L'N'},
 };
-
-constexpr struct {
-    wchar_t key;
-    MessageBoxResult result;
-} kKeys[] = {{L'K', Ok}, {L'C', Cancel}, {L'A', Abort}, {L'R', Retry}, {L'I', Ignore}, {L'Y', Yes}, {L'N', No}};
 
 constexpr MessageBoxResult kOkOnly[] = {Ok};
 constexpr MessageBoxResult kOkCancel[] = {Ok, Cancel};
@@ -74,9 +69,9 @@ MessageBoxResult TimedMessageBoxModel::EscapeButton() const {
 }
 
 MessageBoxResult TimedMessageBoxModel::ButtonForKey(wchar_t key) {
-    const auto* found =
-        std::find_if(std::begin(kKeys), std::end(kKeys), [&](const auto& each) { return each.key == ToUpper(key); });
-    return found == std::end(kKeys) ? None : found->result;
+    const auto* found = std::find_if(std::begin(kButtons), std::end(kButtons),
+                                     [&](const auto& each) { return each.key == ToUpper(key); });
+    return found == std::end(kButtons) ? None : found->result;
 }
 
 bool TimedMessageBoxModel::Tick() {

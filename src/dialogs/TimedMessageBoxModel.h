@@ -27,6 +27,7 @@ struct TimedMessageBoxSettings {
 struct MessageBoxButton {
     MessageBoxResult result;
     std::wstring_view caption;  // with a mnemonic where the system's box has one
+    wchar_t key;                // the character that presses it, in upper case
 };
 
 // The wording of a result's button.

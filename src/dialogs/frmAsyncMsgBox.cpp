@@ -31,11 +31,6 @@ const wchar_t* SystemIcon(MessageBoxIcon icon) {
     }
 }
 
-struct IconDeleter {
-    void operator()(HICON icon) const { DestroyIcon(icon); }
-};
-using IconHandle = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
-
 class frmAsyncMsgBox final : public ModalForm {
   public:
     explicit frmAsyncMsgBox(const TimedMessageBoxSettings& settings)
@@ -137,7 +132,7 @@ class frmAsyncMsgBox final : public ModalForm {
     void ShowIcon() {
         if (const wchar_t* name = SystemIcon(mModel.Icon())) {
             const int size = FromTwips(kIconSize);
-            IconHandle icon(
+            OwnedHandle<HICON> icon(
                 static_cast<HICON>(CopyImage(LoadIconW(nullptr, name), IMAGE_ICON, size, size, LR_COPYFROMRESOURCE)));
             SendMessageW(Control(ids::imgIcons), STM_SETICON, reinterpret_cast<WPARAM>(icon.get()), 0);
             mIcon = std::move(icon);
@@ -158,7 +153,7 @@ class frmAsyncMsgBox final : public ModalForm {
 
     std::wstring mPrompt;
     TimedMessageBoxModel mModel;
-    IconHandle mIcon;
+    OwnedHandle<HICON> mIcon;
     MessageBoxResult mResult = MessageBoxResult::Cancel;  // unless a button says otherwise
 };
 

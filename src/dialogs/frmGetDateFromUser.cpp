@@ -353,7 +353,7 @@ class frmGetDateFromUser final : public ModalForm {
 
     DateDialogModel mModel;
     TimeFieldControls mTime{*this, mModel.Time()};
-    FontHandle mBoldFont;
+    OwnedHandle<HFONT> mBoldFont;
     bool mShowing = false;  // the controls change by our own hand, not the user's
     bool mAccepted = false;
 };

@@ -15,9 +15,9 @@ namespace {
 class frmGetTimeFromUser final : public ModalForm {
   public:
     explicit frmGetTimeFromUser(const TimeDialogSettings& settings)
-        : ModalForm(settings.Title), mModel(settings), mAllowsCancel(settings.AllowUserToCancel) {}
+        : ModalForm(settings.Title), mTime(settings), mAllowsCancel(settings.AllowUserToCancel) {}
 
-    TimeDialogResult Result() const { return {mModel.DateTimeValue(), mCancelled}; }
+    TimeDialogResult Result() const { return {mTime.DateTimeValue(), mCancelled}; }
 
   protected:
     void CreateControls() override {
@@ -55,7 +55,7 @@ class frmGetTimeFromUser final : public ModalForm {
         }
         switch (id) {
             case ids::chk24Hour:
-                mModel.SetUse24Hour(IsDlgButtonChecked(Window(), ids::chk24Hour) == BST_CHECKED);
+                mTime.SetUse24Hour(IsDlgButtonChecked(Window(), ids::chk24Hour) == BST_CHECKED);
                 ShowClock();
                 break;
             case ids::cmdOK:
@@ -85,14 +85,14 @@ class frmGetTimeFromUser final : public ModalForm {
     };
 
     void ShowClock() {
-        CheckDlgButton(Window(), ids::chk24Hour, mModel.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
+        CheckDlgButton(Window(), ids::chk24Hour, mTime.Use24Hour() ? BST_CHECKED : BST_UNCHECKED);
         mFields.Refresh();
     }
 
-    TimeDialogModel mModel;
+    TimeFields mTime;
     bool mAllowsCancel;
     bool mCancelled = true;  // until the user says OK
-    TimeFieldControls mFields{*this, mModel.Time()};
+    TimeFieldControls mFields{*this, mTime};
 };
 
 }  // namespace

@@ -1,22 +1,28 @@
 // The window of the about box.
+#include <string>
+#include <utility>
+
+#include "ProductConstants.h"
 #include "productinfo/BannerForm.h"
 #include "productinfo/ProductBoxes.h"
+#include "productinfo/ReleaseNumber.h"
 
 namespace v5 {
 namespace {
 
 class AboutForm final : public BannerForm {
   public:
-    explicit AboutForm(const AboutTexts& texts) : BannerForm(L"About Vantor"), mTexts(texts) {}
+    AboutForm(std::wstring_view appTitle, std::wstring release)
+        : BannerForm(L"About Vantor"), mAppTitle(appTitle), mRelease(std::move(release)) {}
 
   protected:
     void CreateControls() override {
         AddBanner();
-        AddText(lblProductName, mTexts.productName);
-        AddText(lblVantorRelease, mTexts.release);
-        AddText(lblCopyright, mTexts.copyright);
-        AddText(lblCompany, mTexts.company);
-        AddText(lblTrademarkNotice, mTexts.trademarkNotice);
+        AddText(lblProductName, mAppTitle);
+        AddText(lblVantorRelease, mRelease);
+        AddText(lblCopyright, std::wstring(product::kCopyright));
+        AddText(lblCompany, std::wstring(product::kCompanyName));
+        AddText(lblTrademarkNotice, std::wstring(product::kTrademarkNotice));
         AddClose();
     }
 
@@ -36,13 +42,14 @@ class AboutForm final : public BannerForm {
   private:
     enum TextId { lblProductName = 401, lblVantorRelease, lblCopyright, lblCompany, lblTrademarkNotice };
 
-    const AboutTexts& mTexts;
+    const std::wstring mAppTitle;
+    const std::wstring mRelease;
 };
 
 }  // namespace
 
-void ShowAboutBox(const AboutTexts& texts) {
-    AboutForm(texts).ShowModal();
+void ShowAboutBox(InstallerQueries& installer, MessageSink* sink, std::wstring_view appTitle) {
+    AboutForm(appTitle, ReleaseNumber(installer, sink, ReleaseKind::Full)).ShowModal();
 }
 
 }  // namespace v5

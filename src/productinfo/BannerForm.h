@@ -51,7 +51,7 @@ class BannerForm : public ModalForm {
     int TextHeight(int id, int width) const;
 
     Microsoft::WRL::ComPtr<IPicture> mPicture;
-    FontHandle mBoldFont;
+    OwnedHandle<HFONT> mBoldFont;
     UINT mBoldDpi = 0;
 };
 

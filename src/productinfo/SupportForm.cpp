@@ -2,15 +2,22 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <algorithm>
 
+#include "platform/SystemFunction.h"
 #include "productinfo/BannerForm.h"
 #include "productinfo/ProductBoxes.h"
-#include "productinfo/ShellOpen.h"
 
 namespace v5 {
 namespace {
+
+// Opens an address ("mailto:…") with its registered handler. A failure is passed over.
+void OpenAddress(HWND owner, const std::wstring& address) {
+    SystemFunction<decltype(ShellExecuteW)>(L"shell32.dll", "ShellExecuteW")(owner, L"open", address.c_str(), nullptr,
+                                                                             nullptr, SW_SHOWNORMAL);
+}
 
 constexpr COLORREF kLinkBlue = 0xFF0000;
 
@@ -22,11 +29,11 @@ COLORREF LinkColour() {
     return (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? GetSysColor(COLOR_HOTLIGHT) : kLinkBlue;
 }
 
-FontHandle Underlined(HFONT font) {
+OwnedHandle<HFONT> Underlined(HFONT font) {
     LOGFONTW description{};
     GetObjectW(font, sizeof description, &description);
     description.lfUnderline = TRUE;
-    return FontHandle(CreateFontIndirectW(&description));
+    return OwnedHandle<HFONT>(CreateFontIndirectW(&description));
 }
 
 class SupportForm final : public BannerForm {
@@ -71,7 +78,7 @@ class SupportForm final : public BannerForm {
 
     void OnCommand(int id, int notification) override {
         if (id == lblEmail && notification == BN_CLICKED && mInfo.emailIsLink) {
-            ShellOpen(Window(), SupportMailAddress(mInfo.email, TextOf(lblVantorRelease)));
+            OpenAddress(Window(), SupportMailAddress(mInfo.email, TextOf(lblVantorRelease)));
             return;
         }
         BannerForm::OnCommand(id, notification);
@@ -155,7 +162,7 @@ class SupportForm final : public BannerForm {
     }
 
     void PaintLink(const DRAWITEMSTRUCT& item) const {
-        const FontHandle font = Underlined(Font());
+        const OwnedHandle<HFONT> font = Underlined(Font());
         const HGDIOBJ previous = SelectObject(item.hDC, font.get());
         RECT box = item.rcItem;
         FillRect(item.hDC, &box, GetSysColorBrush(COLOR_BTNFACE));

@@ -17,8 +17,7 @@ namespace {
 
 // The number in the pattern "0000-00-00": eight digits at least, more of them before the first dash.
 std::wstring WithDatePattern(double number) {
-    std::wstring digits = std::to_wstring(std::llround(number));
-    digits.insert(0, 8 - std::min<size_t>(digits.size(), 8), L'0');
+    std::wstring digits = ZeroPadded(std::to_wstring(std::llround(number)), 8);
     digits.insert(digits.size() - 2, L"-");
     digits.insert(digits.size() - 5, L"-");
     return digits;

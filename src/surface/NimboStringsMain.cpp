@@ -29,7 +29,7 @@ STDMETHODIMP NimboStringsMain::ShowVantorAboutBox(IRaiseMsg* irm, BSTR AppTitle)
     return Do([&] {
         RaiseMsgSink sink(irm);
         WindowsInstaller installer;
-        ShowAboutBox(MakeAboutTexts(installer, &sink, View(AppTitle)));
+        ShowAboutBox(installer, &sink, View(AppTitle));
     });
 }
 

@@ -1,6 +1,6 @@
 // The caption filter and the prompt's line breaks.
 #include "dialogs/PromptWrap.h"
-#include "dialogs/TimeDialogModel.h"
+#include "dialogs/TimeFields.h"
 #include "fuzz/Fuzz.h"
 
 namespace {

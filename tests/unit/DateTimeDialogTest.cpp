@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "dialogs/DateDialogModel.h"
-#include "dialogs/TimeDialogModel.h"
+#include "dialogs/TimeFields.h"
 
 namespace v5 {
 
@@ -133,27 +133,27 @@ TEST(TimeDialog, AnswersATimeOfDayOnDayZero) {
                  {5 + 86399.0 / 86400, 23, 59}};
     for (const auto& each : cases) {
         for (const bool use24Hour : {false, true}) {
-            const TimeDialogModel dialog({L"", each.initial, use24Hour, true});
+            const TimeFields dialog(TimeDialogSettings{L"", each.initial, use24Hour, true});
             EXPECT_DOUBLE_EQ(dialog.DateTimeValue(), (each.hour * 60 + each.minute) / 1440.0);
         }
     }
-    EXPECT_THROW(TimeDialogModel({L"", 1e9, false, true}), std::out_of_range);
+    EXPECT_THROW(TimeFields(TimeDialogSettings{L"", 1e9, false, true}), std::out_of_range);
 }
 
 TEST(TimeDialog, ClockSwitchKeepsTheTime) {
-    TimeDialogModel dialog({L"", 13.0 / 24 + 5.0 / 1440, false, true});
-    EXPECT_EQ(dialog.Time().Text(TimePart::Hour), L"1");
+    TimeFields dialog(TimeDialogSettings{L"", 13.0 / 24 + 5.0 / 1440, false, true});
+    EXPECT_EQ(dialog.Text(TimePart::Hour), L"1");
     dialog.SetUse24Hour(true);
-    EXPECT_EQ(dialog.Time().Text(TimePart::Hour), L"13");
-    EXPECT_EQ(dialog.Time().Range(TimePart::Hour).highest, 23);
-    dialog.Time().SetText(TimePart::Hour, L"0");
+    EXPECT_EQ(dialog.Text(TimePart::Hour), L"13");
+    EXPECT_EQ(dialog.Range(TimePart::Hour).highest, 23);
+    dialog.SetText(TimePart::Hour, L"0");
     dialog.SetUse24Hour(false);
-    EXPECT_EQ(dialog.Time().Text(TimePart::Hour), L"12");
-    EXPECT_EQ(dialog.Time().Text(TimePart::AmPm), L"AM");
-    EXPECT_EQ(dialog.Time().Range(TimePart::Hour).lowest, 1);
-    dialog.Time().SetText(TimePart::Hour, L"1");
+    EXPECT_EQ(dialog.Text(TimePart::Hour), L"12");
+    EXPECT_EQ(dialog.Text(TimePart::AmPm), L"AM");
+    EXPECT_EQ(dialog.Range(TimePart::Hour).lowest, 1);
+    dialog.SetText(TimePart::Hour, L"1");
     dialog.SetUse24Hour(false);  // no change of mode: the half-typed field is left alone
-    EXPECT_EQ(dialog.Time().Text(TimePart::Hour), L"1");
+    EXPECT_EQ(dialog.Text(TimePart::Hour), L"1");
 }
 
 TEST(TimeDialog, CaptionFilter) {
