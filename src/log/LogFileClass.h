@@ -6,7 +6,7 @@
 #include "com/AutomationObject.h"
 #include "log/DiskLogFile.h"
 #include "log/LogWriter.h"
-#include "log/MachineLogHost.h"
+#include "log/WindowsLogHost.h"
 #include "platform/AnsiCodePage.h"
 #include "platform/SystemClock.h"
 
@@ -53,7 +53,7 @@ class LogFileClass final : public AutomationObject<LogFileClass, _LogFileClass, 
     DiskLogFile mFile;
     SystemClock mClock;
     AnsiCodePage mCodePage;
-    MachineLogHost mHost;
+    WindowsLogHost mHost;
     LogWriter mLog{mFile, mClock, mCodePage, mHost};  // last: it is the first to end, and still writes then
 };
 

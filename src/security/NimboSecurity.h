@@ -9,13 +9,13 @@
 #include "V5StringsMembers.h"
 #include "com/EventSource.h"
 #include "com/Values.h"
-#include "security/MachineSecurityHost.h"
+#include "security/WindowsSecurityHost.h"
 #include "security/Security.h"
 
 namespace v5 {
 
 // The machine, with the library's own password form and message box.
-class SecurityHostWithForms final : public MachineSecurityHost {
+class SecurityHostWithForms final : public WindowsSecurityHost {
   public:
     void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) override;
     void ShowMessageBox(std::wstring_view text, std::int32_t style, std::wstring_view title) override;

@@ -5,7 +5,7 @@
 
 namespace v5 {
 
-class MachineLogHost : public LogHost {
+class WindowsLogHost : public LogHost {
   public:
     std::wstring LibraryFolder() const override;
     std::wstring SystemErrorText(std::uint32_t code) const override;

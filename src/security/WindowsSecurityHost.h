@@ -8,7 +8,7 @@
 namespace v5 {
 
 // The derived class adds the password dialog and the message box. COM must be initialised on the thread.
-class MachineSecurityHost : public SecurityHost {
+class WindowsSecurityHost : public SecurityHost {
   public:
     std::unique_ptr<SiteDatabase> NewDatabase(MessageSink& messages) override;
     std::unique_ptr<Accounts> NewAccounts() override;

@@ -1,4 +1,4 @@
-#include "log/MachineLogHost.h"
+#include "log/WindowsLogHost.h"
 
 #include <windows.h>
 
@@ -11,18 +11,18 @@
 
 namespace v5 {
 
-std::wstring MachineLogHost::LibraryFolder() const {
+std::wstring WindowsLogHost::LibraryFolder() const {
     return ModuleFolder();
 }
 
-std::wstring MachineLogHost::SystemErrorText(std::uint32_t code) const {
+std::wstring WindowsLogHost::SystemErrorText(std::uint32_t code) const {
     std::array<char, 256> text;  // longer messages count as not found: published so
     const DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0,
                                         text.data(), static_cast<DWORD>(text.size()), nullptr);
     return FromAnsi({text.data(), length});
 }
 
-std::wstring MachineLogHost::LongDateAndTime(const CivilDateTime& time) const {
+std::wstring WindowsLogHost::LongDateAndTime(const CivilDateTime& time) const {
     SYSTEMTIME system{};
     system.wYear = static_cast<WORD>(time.year);
     system.wMonth = static_cast<WORD>(time.month);
@@ -38,16 +38,16 @@ std::wstring MachineLogHost::LongDateAndTime(const CivilDateTime& time) const {
     return std::wstring(dateText.data()) + L" " + timeText.data();
 }
 
-std::wstring MachineLogHost::ReleaseNumber(ReleaseKind kind) const {
+std::wstring WindowsLogHost::ReleaseNumber(ReleaseKind kind) const {
     WindowsInstaller installer;
     return v5::ReleaseNumber(installer, nullptr, kind);
 }
 
-std::wstring MachineLogHost::ComputerName() const {
+std::wstring WindowsLogHost::ComputerName() const {
     return LocalComputerName();
 }
 
-std::wstring MachineLogHost::OperatingSystem() const {
+std::wstring WindowsLogHost::OperatingSystem() const {
     return OperatingSystemText();
 }
 
