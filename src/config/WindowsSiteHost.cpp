@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "platform/AnsiCodePage.h"
+#include "platform/FileSystem.h"
 #include "platform/Module.h"
 #include "platform/SystemInfo.h"
 #include "platform/SystemText.h"
@@ -108,13 +109,11 @@ std::wstring WindowsSiteHost::FullPath(const std::wstring& path) const {
 }
 
 bool WindowsSiteHost::FolderExists(const std::wstring& path) const {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return v5::FolderExists(path);
 }
 
 bool WindowsSiteHost::FileExists(const std::wstring& path) const {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return v5::FileExists(path);
 }
 
 std::wstring WindowsSiteHost::ReadFile(const std::wstring& path, std::wstring& text) const {

@@ -42,7 +42,6 @@ void BannerForm::AddText(int id, const std::wstring& text) {
 
 void BannerForm::AddClose() {
     AddControl({cmdClose, WC_BUTTONW, L"Close", WS_TABSTOP | BS_DEFPUSHBUTTON});
-    SendMessageW(Window(), DM_SETDEFID, cmdClose, 0);
 }
 
 void BannerForm::PlaceBanner() {

@@ -1,6 +1,7 @@
 #include "productinfo/HtmlHelpViewer.h"
 
 #include "platform/AnsiCodePage.h"
+#include "platform/FileSystem.h"
 #include "platform/SystemFunction.h"
 
 namespace v5 {
@@ -13,8 +14,7 @@ constexpr UINT kDisplayTopic = 0;  // HH_DISPLAY_TOPIC without a topic: the file
 }  // namespace
 
 bool HtmlHelpViewer::FileExists(std::wstring_view path) const {
-    const DWORD attributes = GetFileAttributesW(std::wstring(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return v5::FileExists(std::wstring(path));
 }
 
 void HtmlHelpViewer::Open(std::wstring_view path) {
