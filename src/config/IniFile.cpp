@@ -32,16 +32,20 @@ std::wstring_view WithoutQuotes(std::wstring_view value) {
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-// Takes the next line off the front of `rest`, blanks around it dropped.
-std::wstring_view TakeLine(std::wstring_view& rest, wchar_t lineEnd) {
+}  // namespace
+
+wchar_t LineEndOf(std::wstring_view text) {
+    return text.find(L'\n') == std::wstring_view::npos ? L'\r' : L'\n';
+}
+
+std::wstring_view TakeIniLine(std::wstring_view& rest, wchar_t lineEnd) {
     const size_t end = rest.find(lineEnd);
     const std::wstring_view line = rest.substr(0, end);
     rest.remove_prefix(end == std::wstring_view::npos ? rest.size() : end + 1);
     return Strip(line);
 }
 
-// Whether the line is a section's header; if so, `name` is the section. A "[" that is never closed starts none.
-bool IsHeader(std::wstring_view line, std::wstring_view& name) {
+bool IsIniHeader(std::wstring_view line, std::wstring_view& name) {
     if (line.empty() || line.front() != L'[') {
         return false;
     }
@@ -53,12 +57,18 @@ bool IsHeader(std::wstring_view line, std::wstring_view& name) {
     return true;
 }
 
-}  // namespace
+bool IsIniSetting(std::wstring_view line, std::wstring_view& key, std::wstring_view& value) {
+    const size_t equals = line.find(L'=');
+    if (equals == std::wstring_view::npos || line.front() == L';') {
+        return false;
+    }
+    key = Strip(UpToNul(line.substr(0, equals)));
+    value = WithoutQuotes(Strip(UpToNul(line.substr(equals + 1))));
+    return true;
+}
 
 IniFile::IniFile(std::wstring text, const IniNames& sections)
-    : mText(std::move(text)),
-      mLineEnd(mText.find(L'\n') == std::wstring::npos ? L'\r' : L'\n'),
-      mSections(sections.size()) {
+    : mText(std::move(text)), mLineEnd(LineEndOf(mText)), mSections(sections.size()) {
     Index(sections);
 }
 
@@ -74,7 +84,7 @@ void IniFile::Index(const IniNames& sections) {
     while (!rest.empty()) {
         const wchar_t* lineStart = rest.data();
         std::wstring_view name;
-        if (IsHeader(TakeLine(rest, mLineEnd), name)) {
+        if (IsIniHeader(TakeIniLine(rest, mLineEnd), name)) {
             closeSection(lineStart);
             current = sections.Find(name);
             begin = rest.data();
@@ -87,14 +97,13 @@ void IniFile::ReadSection(size_t section, const IniNames& keys, std::span<std::w
     std::fill(values.begin(), values.end(), std::wstring_view());
     std::wstring_view rest = mSections[section];
     while (!rest.empty()) {
-        const std::wstring_view line = TakeLine(rest, mLineEnd);
-        const size_t equals = line.find(L'=');
-        if (equals == std::wstring_view::npos || line.front() == L';') {
+        std::wstring_view name, value;
+        if (!IsIniSetting(TakeIniLine(rest, mLineEnd), name, value)) {
             continue;
         }
-        const size_t key = keys.Find(Strip(UpToNul(line.substr(0, equals))));
+        const size_t key = keys.Find(name);
         if (key != IniNames::kNone && values[key].data() == nullptr) {
-            values[key] = WithoutQuotes(Strip(UpToNul(line.substr(equals + 1))));
+            values[key] = value;
         }
     }
 }

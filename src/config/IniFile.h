@@ -16,6 +16,14 @@
 
 namespace v5 {
 
+// The lines of a file, for readers that want them all. The end of a line is LineEndOf the whole text; TakeIniLine takes
+// the next line off the front of `rest` and drops the blanks around it. A line that starts with "[" and never closes it
+// is no header.
+wchar_t LineEndOf(std::wstring_view text);
+std::wstring_view TakeIniLine(std::wstring_view& rest, wchar_t lineEnd);
+bool IsIniHeader(std::wstring_view line, std::wstring_view& name);
+bool IsIniSetting(std::wstring_view line, std::wstring_view& key, std::wstring_view& value);
+
 class IniFile {
   public:
     // `text` is the whole file. Only the sections named in `sections` can be asked for later; time and memory are

@@ -1,7 +1,6 @@
 #include "config/IniNames.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace v5 {
 
@@ -13,11 +12,13 @@ wchar_t Fold(wchar_t c) {
 
 }  // namespace
 
-// FNV-1a, a character at a time: http://www.isthe.com/chongo/tech/comp/fnv/
+// The length and a few letters tell our names apart well enough; each line of a file is hashed.
 size_t IniNames::Hash::operator()(std::wstring_view name) const {
-    std::uint32_t hash = 0x811C9DC5;
-    for (const wchar_t c : name) {
-        hash = (hash ^ static_cast<std::uint32_t>(Fold(c))) * 0x01000193;
+    size_t hash = name.size();
+    if (!name.empty()) {
+        for (const size_t at : {name.size() / 5, name.size() / 3, name.size() / 2, name.size() - 1}) {
+            hash = hash * 31 + static_cast<size_t>(Fold(name[at]));
+        }
     }
     return hash;
 }

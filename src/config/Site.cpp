@@ -54,13 +54,19 @@ bool CurrentDahs::MustUseReportsUrl() const {
 }
 
 bool Site::Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option) {
+    return ReadFrom({}, category, noninteractive, dotNet, option);
+}
+
+bool Site::ReadFrom(const std::wstring& path, AppCategory category, bool noninteractive, bool dotNet,
+                    BlankConnections option) {
     if (mIsSetUp) {
         Report(L"STR-017: this instance has already been set up");
         return false;
     }
     mIsSetUp = true;
     try {
-        if (!Locate() || !Parse(option)) {
+        mPath = path;
+        if ((path.empty() && !Locate()) || !Parse(option)) {
             return false;
         }
         SelectFirst(noninteractive, dotNet);

@@ -50,6 +50,10 @@ class Site {
     // DAHS for it; the reasons stand in `Problems`. Works once for each object.
     bool Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option);
 
+    // The same with a site file of any name and place, which need not be found.
+    bool ReadFrom(const std::wstring& path, AppCategory category, bool noninteractive, bool dotNet,
+                  BlankConnections option);
+
     // Goes without a site file, for tools that only need an object to compile against: one entry with defaults.
     bool SetupForced(const std::wstring& siteID);
 

@@ -438,6 +438,14 @@ const IniNames& SiteSections() {
     return sections;
 }
 
+std::span<const std::wstring_view> DahsKeys() {
+    return kKeyNames;
+}
+
+std::span<const std::wstring_view> AffinityMaskKeys() {
+    return kMaskNames;
+}
+
 void ReadDahsEntries(const IniFile& file, const std::wstring& path, BlankConnections option, DahsEntryList& entries,
                      std::vector<std::wstring>& problems) {
     const auto masks = ReadAffinityMasks(file);

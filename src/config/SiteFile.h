@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "config/DahsEntryList.h"
@@ -17,6 +19,10 @@ enum class BlankConnections : std::int32_t { IgnoreEntry = 0, AllowEntry = 1 };
 
 // The sections that `ReadDahsEntries` asks the file for: Dahs1 to Dahs99 and AffinityMasks.
 const IniNames& SiteSections();
+
+// The keys that a [DahsN] section and the section AffinityMasks may have.
+std::span<const std::wstring_view> DahsKeys();
+std::span<const std::wstring_view> AffinityMaskKeys();
 
 // Adds the usable entries of a site file to `entries`, in ascending order of their identifiers, and every finding to
 // `problems`, where `path` names the file.
