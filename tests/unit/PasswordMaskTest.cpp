@@ -43,13 +43,14 @@ class Generator {
         const wchar_t* names[] = {L"Password", L" pwd ", L"PWD", L"Jet OLEDB:Database Password", L"x;Passwd", L"a=Pwd"};
         const wchar_t* secrets[] = {L"QZ", L"Q=Z", L"Z\"Q", L"Q'Z"};
         const wchar_t* quotedSecrets[] = {L"Q;Z", L"Z\"';=Q", L"{Q}}Z", L"Q;Pwd=Z"};
+        const wchar_t* addressSecrets[] = {L"Q@Z", L"Q/;Z", L"Q;pwd=Z", L"Z;PWD='Q@Z'", L"Q;Password=Z;x"};
         switch (Below(depth > 0 ? 5 : 4)) {
             case 0:
                 return std::wstring(names[Below(6)]) + L"=" + secrets[Below(4)];
             case 1:
                 return std::wstring(names[Below(6)]) + L"= " + InSomeQuotes(quotedSecrets[Below(4)]);
             case 2:
-                return L"Reports=https://me:" + std::wstring(Below(2) == 0 ? L"Q@Z" : L"Q/;Z") + L"@host/p";
+                return L"Reports=https://me:" + std::wstring(addressSecrets[Below(5)]) + L"@host/p";
             case 3:
                 return Below(2) == 0 ? L"Server=s" : L"PasswordAge = 3";
             default:

@@ -1,5 +1,8 @@
 #include "CommandLine.h"
 
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -10,30 +13,41 @@ const wchar_t kHelpText[] =
   v5site - look at the site configuration file Vantor5.INI as the product's programs see it
 
 SYNOPSIS
-  v5site check    [--json]
-  v5site list     [--json]
-  v5site show     [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
-  v5site security [--dahs N | --site ID] [--noninteractive] [--all] [--json]
+  v5site check    [--file PATH] [--strict] [--json]
+  v5site list     [--file PATH] [--json]
+  v5site show     [--file PATH] [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
+  v5site why      [--file PATH] [--dahs N | --site ID] [--json]
+  v5site diff     A B [--json]
+  v5site security [--file PATH] [--dahs N | --site ID] [--noninteractive] [--all] [--json]
   v5site --help | --version
 
 DESCRIPTION
-  Asks V5Strings.dll, the library that every program of the product uses, for the site file, and prints what it
-  answers. What v5site shows is therefore what those programs get on this computer.
+  Reads the site file by the rules of V5Strings.dll, the library that every program of the product uses, and prints
+  what those programs get on this computer. But for security, nothing need be installed or registered, and nothing is
+  written: no folder is made, no processor is set.
 
   The first word says what to do:
 
-  check      Reads the file and prints every finding, with the number of the line that it is about where there is
-             one, then the DAHS entries that are usable. For support, and for scripts after the file was changed.
+  check      Prints every finding of the library, with the number of the line that it is about where there is one,
+             then remarks of v5site's own on what programs pass over without a word (a misspelt key, a second section
+             of a name, a value that is no value), then the DAHS entries that are usable. For support, and for scripts
+             after the file was changed.
   list       Prints a table of the usable entries: id, site, role, computer, local or remote, description.
   show       Prints the settings, folders and connection strings of one DAHS.
+  why        Prints which file is read and why: the variable, each place that was tried, other site files in reach, the
+             V5Strings.dll that programs of each width load, and for each DAHS why it is chosen, remote or dropped.
+  diff       Prints what differs in effect between two site files: settings, folders and connection strings of every
+             DAHS, not lines. Passwords are compared and never shown.
   security   Prints the user security of the site of one DAHS: whether it is on, the current user and that user's
              level, who is on which list, what level each restricted operation needs, and the last changes.
 
 OPTIONS
-  --dahs N           The DAHS of section [DahsN], N from 1. Without --dahs and --site, the first usable one.
+  --file PATH        This site file, whatever its name and folder, not the one that programs find.
+  --dahs N           The DAHS of section [DahsN], N from 1. Without --dahs and --site, the first usable one (why: all).
   --site ID          The first usable DAHS of a site. The first 10 characters of ID count, in any case.
   --noninteractive   Connection strings for programs without a user, such as services.
   --dotnet           Connection strings for the .NET data provider, not for OLE DB.
+  --strict           check: remarks alone end with status 1, too.
   --json             Print one JSON object, for other programs; see OUTPUT.
   --all              Print every recorded change, not the last 20 only. With --json they are always all there.
   --show-passwords   Print the passwords in settings, not ***. Take care where the output goes.
@@ -43,12 +57,15 @@ OPTIONS
 OUTPUT
   Results go to the standard output, messages to the standard error. Both are UTF-8 when they are no console.
 
-  With --json, the object has these members:
+  With --json, the object has the member schema (1; another number when a member changes its meaning) and these:
 
-  check      file, status (the exit status), findings, lines (of the findings, in the same order; 0: no line),
-             usable (entries as in list)
-  list       file, entries: each with dahs, site, role, computer, remote, description
+  check      file, status (the exit status), findings, lines (of the findings, in the same order; 0: no line), remarks
+             (each with line, section, key, text), usable (entries as in list)
+  list       file, entries (each with dahs, site, role, computer, remote, description), findings
   show       file, settings, folders, connections: each an object of names and values
+  why        file, variable (process, user, computer), tried (path, found), others, libraries (width, path, version),
+             computer, dahses (each with dahs, site, state, reasons)
+  diff       status, files, differences (each with dahs, name, first, second; an empty name: the DAHS as a whole)
   security   site, status and userLevel (number and name), user, lists (level1, level2, level3), minimums
              (restriction, name, level, levelName), changesRead (whether the event log could
              be read), changes (all of them: time, tag, text), messages
@@ -61,20 +78,24 @@ ENVIRONMENT
 FILES
   Vantor5.INI
              Looked for where every program of the product looks: in the folder that VANTOR5_SYSTEM_FOLDER names
-             and in its parents, then beside V5Strings.dll and above. The file is never written. Reading it makes
-             missing folders of the first DAHS, as it does for every program.
+             and in its parents, then beside the registered V5Strings.dll (v5site itself, where none is) and above.
 
 EXIT STATUS
-  0  All is well.
-  1  check: there are problems, but at least one DAHS is usable. security: some of it could not be read.
+  0  All is well. diff: the files mean the same.
+  1  check: there are problems, but at least one DAHS is usable. diff: there are differences. security: some of it
+     could not be read.
   2  There is no file, no usable DAHS, or not the one that was asked for. security: its databases cannot be opened.
-  3  The command line is wrong, V5Strings.dll is not registered, or the output could not be written.
+  3  The command line is wrong, the component that security asks is not registered, or the output could not be written.
 
 EXAMPLES
   v5site check
              What is wrong with the file, and in which line?
+  v5site check --file D:\Mail\Vantor5.INI
+             The same of a file that a plant has sent, on any computer.
   v5site show --site BRENN --dotnet
              What does a .NET program get that works for site BRENN?
+  v5site diff before.INI Vantor5.INI
+             What has the change of the file really changed?
   v5site list --json > entries.json
              The entries for another program.
   v5site check --json > nul || echo The site file needs attention.
@@ -92,11 +113,18 @@ Error Wrong(const std::wstring& what) {
     return Error(what + L"\nTry 'v5site --help'.");
 }
 
+bool AsksForHelp(const std::wstring& word) {
+    return word == L"--help" || word == L"-h" || word == L"/?" || word == L"help";
+}
+
 Command CommandFrom(const std::wstring& word) {
+    if (AsksForHelp(word)) {
+        return Command::Help;
+    }
     constexpr std::pair<const wchar_t*, Command> kCommands[] = {
-        {L"check", Command::kCheck},       {L"list", Command::kList}, {L"show", Command::kShow},
-        {L"--help", Command::kHelp},       {L"-h", Command::kHelp},   {L"/?", Command::kHelp},
-        {L"--version", Command::kVersion}, {L"help", Command::kHelp}, {L"security", Command::kSecurity},
+        {L"check", Command::Check},       {L"list", Command::List}, {L"show", Command::Show},
+        {L"why", Command::Why},           {L"diff", Command::Diff}, {L"security", Command::Security},
+        {L"--version", Command::Version},
     };
     for (const auto& [name, command] : kCommands) {
         if (word == name) {
@@ -128,49 +156,58 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
         throw Wrong(L"a command is missing");
     }
     line.command = CommandFrom(arguments[0]);
-    const bool isShow = line.command == Command::kShow;
-    const bool isForOneDahs = isShow || line.command == Command::kSecurity;
-    struct Switch {
+    const auto isFor = [&](std::initializer_list<Command> commands) {
+        return std::find(commands.begin(), commands.end(), line.command) != commands.end();
+    };
+    const bool isForOneDahs = isFor({Command::Show, Command::Why, Command::Security});
+    const bool readsOneFile = isForOneDahs || isFor({Command::Check, Command::List});
+    const struct {
         const wchar_t* name;
         bool isAllowed;
         bool CommandLine::*flag;
-    };
-    const Switch switches[] = {{L"--json", true, &CommandLine::json},
-                               {L"--noninteractive", isForOneDahs, &CommandLine::noninteractive},
-                               {L"--dotnet", isShow, &CommandLine::dotNet},
-                               {L"--show-passwords", isShow, &CommandLine::showPasswords},
-                               {L"--all", line.command == Command::kSecurity, &CommandLine::all}};
+    } switches[] = {{L"--json", true, &CommandLine::json},
+                    {L"--noninteractive", isFor({Command::Show, Command::Security}), &CommandLine::noninteractive},
+                    {L"--dotnet", isFor({Command::Show}), &CommandLine::dotNet},
+                    {L"--show-passwords", isFor({Command::Show}), &CommandLine::showPasswords},
+                    {L"--strict", isFor({Command::Check}), &CommandLine::strict},
+                    {L"--all", isFor({Command::Security}), &CommandLine::all}};
+    const std::pair<const wchar_t*, bool> withValues[] = {
+        {L"--dahs", isForOneDahs}, {L"--site", isForOneDahs}, {L"--file", readsOneFile}};
+    size_t files = 0;
     for (size_t i = 1; i < arguments.size(); ++i) {
         const std::wstring& word = arguments[i];
-        if (word == L"--help" || word == L"-h" || word == L"/?" || word == L"help") {
-            line.command = Command::kHelp;
+        if (AsksForHelp(word)) {
+            line.command = Command::Help;
             return line;
         }
-        if (isForOneDahs && (word == L"--dahs" || word == L"--site")) {
-            if (i + 1 == arguments.size() || arguments[i + 1].starts_with(L"-")) {
+        const auto* const flag = std::find_if(std::begin(switches), std::end(switches), [&](const auto& option) {
+            return option.isAllowed && word == option.name;
+        });
+        const bool hasValue = std::any_of(std::begin(withValues), std::end(withValues),
+                                          [&](const auto& option) { return option.second && word == option.first; });
+        if (flag != std::end(switches)) {
+            line.*flag->flag = true;
+        } else if (hasValue) {
+            if (i + 1 == arguments.size() || arguments[i + 1].starts_with(L"--")) {
                 throw Wrong(L"a value is missing after " + word);
             }
             const std::wstring& value = arguments[++i];
             if (word == L"--dahs") {
                 line.dahsID = DahsIdFrom(value);
             } else {
-                line.siteID = value;
+                (word == L"--site" ? line.siteID : line.file) = value;
             }
-            continue;
-        }
-        bool known = false;
-        for (const Switch& option : switches) {
-            if (word == option.name && option.isAllowed) {
-                line.*option.flag = true;
-                known = true;
-            }
-        }
-        if (!known) {
+        } else if (line.command == Command::Diff && files < std::size(line.files) && !word.starts_with(L"--")) {
+            line.files[files++] = word;
+        } else {
             throw Wrong(L"'" + word + L"' is no option of " + arguments[0]);
         }
     }
     if (line.dahsID && line.siteID) {
         throw Wrong(L"--dahs and --site exclude each other");
+    }
+    if (line.command == Command::Diff && files < std::size(line.files)) {
+        throw Wrong(L"diff needs two files");
     }
     return line;
 }

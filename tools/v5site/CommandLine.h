@@ -9,17 +9,20 @@
 
 namespace v5site {
 
-enum class Command { kHelp, kVersion, kCheck, kList, kShow, kSecurity };
+enum class Command { Help, Version, Check, List, Show, Why, Diff, Security };
 
 struct CommandLine {
-    Command command = Command::kHelp;
-    std::optional<long> dahsID;          // show, security: this DAHS, not the first
+    Command command = Command::Help;
+    std::optional<std::wstring> file;    // this site file, not the one that programs find
+    std::wstring files[2];               // diff: the two files
+    std::optional<long> dahsID;          // show, why, security: this DAHS, not the first
     std::optional<std::wstring> siteID;  // show, security: the first DAHS of this site
     bool noninteractive = false;
     bool dotNet = false;
     bool json = false;
     bool showPasswords = false;
-    bool all = false;  // security: every change, not the last ones only
+    bool strict = false;  // check: a remark is a problem, too
+    bool all = false;     // security: every change, not the last ones only
 };
 
 // Why the tool cannot do what it was asked for, in Unicode.

@@ -93,8 +93,14 @@ std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth) {
     return JsonArray(items, depth);
 }
 
+std::wstring JsonDocument(std::vector<std::pair<std::wstring, std::wstring>> members) {
+    constexpr int kSchema = 1;
+    members.insert(members.begin(), {L"schema", std::to_wstring(kSchema)});
+    return JsonObject(members, 0) + L"\n";
+}
+
 std::wstring JsonFailure(int status, const std::vector<std::wstring>& messages) {
-    return JsonObject({{L"status", std::to_wstring(status)}, {L"messages", JsonTexts(messages, 1)}}, 0) + L"\n";
+    return JsonDocument({{L"status", std::to_wstring(status)}, {L"messages", JsonTexts(messages, 1)}});
 }
 
 }  // namespace v5site

@@ -3,9 +3,10 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "SiteClient.h"
+#include "Settings.h"
 
 namespace v5site {
 
@@ -17,6 +18,9 @@ std::wstring JsonArray(const std::vector<std::wstring>& items, int depth);
 std::wstring JsonObject(const std::vector<std::pair<std::wstring, std::wstring>>& members, int depth);
 std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth);
 std::wstring JsonSettings(const std::vector<Setting>& settings, int depth);
+
+// What --json prints: an object that begins with the number of its form.
+std::wstring JsonDocument(std::vector<std::pair<std::wstring, std::wstring>> members);
 
 // What --json prints of a command that could not do its work: the exit status and the reasons.
 std::wstring JsonFailure(int status, const std::vector<std::wstring>& messages);

@@ -12,7 +12,6 @@
 #include "Console.h"
 #include "Json.h"
 #include "Report.h"
-#include "SiteClient.h"
 
 namespace {
 
@@ -24,12 +23,11 @@ ExitStatus Printed(std::wstring_view output, ExitStatus status) {
         return status;
     }
     PrintError(L"v5site: the output cannot be written\n");
-    return kCannotRun;
+    return CannotRun;
 }
 
 ExitStatus RunSite(const CommandLine& line) {
-    SiteClient site;
-    const Report report = Run(line, site);
+    const Report report = Run(line);
     PrintError(report.errors);
     return Printed(report.output, report.status);
 }
@@ -38,16 +36,16 @@ ExitStatus RunSite(const CommandLine& line) {
 
 int wmain(int count, wchar_t** arguments) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    ExitStatus status = kCannotRun;
+    ExitStatus status = CannotRun;
     const std::vector<std::wstring> words(arguments + 1, arguments + count);
     try {
         const CommandLine line = ParseCommandLine(words);
         switch (line.command) {
-            case Command::kHelp:
-                status = Printed(kHelpText, kFine);
+            case Command::Help:
+                status = Printed(kHelpText, Fine);
                 break;
-            case Command::kVersion:
-                status = Printed(L"v5site " V5SITE_VERSION L"\n", kFine);
+            case Command::Version:
+                status = Printed(L"v5site " V5SITE_VERSION L"\n", Fine);
                 break;
             default:
                 status = RunSite(line);

@@ -53,18 +53,29 @@ std::wstring WithQuotesDoubled(std::wstring_view text, wchar_t quote) {
     return quoted;
 }
 
-std::wstring MaskAddresses(std::wstring_view text) {
+// `hasSecrets`: whether any address may hold a secret; else what looks like a secret may be the number of a port.
+std::wstring MaskAddresses(std::wstring_view text, bool hasSecrets) {
     constexpr std::wstring_view kScheme = L"://";
     std::wstring masked;
     for (size_t found = text.find(kScheme); found != std::wstring_view::npos; found = text.find(kScheme)) {
         const size_t user = found + kScheme.size();
         const size_t colon = std::min(text.find_first_of(L":@/?#\" \t", user), text.size());
-        const size_t end = std::min(text.find_first_of(L"\" \t", user), text.size());
-        const size_t at = text.substr(0, end).rfind(L'@');
-        const bool hasSecret = colon < end && text[colon] == L':' && at != std::wstring_view::npos && at > colon;
-        masked += text.substr(0, hasSecret ? colon + 1 : user);
-        masked += hasSecret ? L"***" : L"";
-        text.remove_prefix(hasSecret ? at : user);
+        masked += text.substr(0, user);
+        text.remove_prefix(user);
+        if (user + text.size() == colon || text[colon - user] != L':') {
+            continue;
+        }
+        masked += text.substr(0, colon + 1 - user);
+        text.remove_prefix(colon + 1 - user);
+        const size_t at = text.substr(0, text.find_first_of(L"\" \t")).rfind(L'@');
+        const size_t end =
+            at != std::wstring_view::npos ? at : std::min(text.find_first_of(L"/?#;\"' \t"), text.size());
+        const std::wstring_view secret = text.substr(0, end);
+        const bool isPort = !hasSecrets && secret.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+        if (at != std::wstring_view::npos || (!secret.empty() && !isPort)) {
+            masked += L"***";
+            text.remove_prefix(end);
+        }
     }
     return masked += text;
 }
@@ -109,7 +120,8 @@ std::wstring MaskSettings(std::wstring_view text, int depth) {
 }  // namespace
 
 std::wstring MaskPasswords(std::wstring_view text) {
-    return MaskAddresses(MaskSettings(text, 0));  // in this order: an address never hides where a quote ends
+    // In this order: an address never hides where a quote ends. What was masked may have held an address's "@".
+    return MaskAddresses(MaskSettings(text, 0), text.find(L'@') != std::wstring_view::npos);
 }
 
 }  // namespace v5site

@@ -1,23 +1,32 @@
 // What each command prints, and the exit status that it ends with.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "CommandLine.h"
-#include "SiteClient.h"
+#include "Settings.h"
 
 namespace v5site {
 
-enum ExitStatus { kFine = 0, kProblems = 1, kNoDahs = 2, kCannotRun = 3 };
+enum ExitStatus { Fine = 0, Problems = 1, NoDahs = 2, CannotRun = 3 };
 
 struct Report {
     std::wstring output;  // for the standard output
     std::wstring errors;  // for the standard error
-    ExitStatus status = kFine;
+    ExitStatus status = Fine;
 };
 
-// Reads the site and carries the command out. Throws Error.
-Report Run(const CommandLine& line, SiteClient& site);
+// Carries the command out. Throws Error.
+Report Run(const CommandLine& line);
+
+// A table of columns as wide as their widest cell; the first row is the heading.
+std::wstring TableOf(const std::vector<std::vector<std::wstring>>& rows);
+
+// The findings that are about one DAHS, passwords masked.
+std::vector<std::wstring> FindingsOn(const v5::Site& site, std::int32_t dahsID);
 
 // A cell of a column: the text, filled up with spaces to the width in characters.
 std::wstring Padded(std::wstring text, size_t width);

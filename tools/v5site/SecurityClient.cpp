@@ -3,11 +3,18 @@
 #include <comutil.h>
 #include <ocidl.h>
 #include <oleauto.h>
+#include <wrl/client.h>
 
+#include <algorithm>
 #include <array>
 #include <cwchar>
 
+#include "CommandLine.h"
 #include "V5DBIL.h"
+#include "V5Strings.h"
+#include "security/SecuritySite.h"
+#include "security/TextConversionFunctions.h"
+#include "security/UtilityBase64Functions.h"
 
 namespace v5site {
 
@@ -22,6 +29,15 @@ ComPtr<Interface> Create(REFCLSID clsid, const wchar_t* name) {
         throw Error(std::wstring(L"cannot create ") + name + L" (is it registered with regsvr32?)");
     }
     return object;
+}
+
+// What the databases of a site are opened with.
+struct SiteAccess {
+    _bstr_t siteID, languageID, configDatabase, alarmsDatabase;
+};
+
+std::wstring TextOf(BSTR text) {
+    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
 }
 
 // Collects the Message events of an object while it lives. Nobody else's reference keeps it alive.
@@ -119,19 +135,42 @@ std::wstring Field(SAFEARRAY* records, LONG row, LONG column) {
     return V_VT(&value) == VT_DATE ? Timestamp(V_DATE(&value)) : TextOf(_bstr_t(value));
 }
 
-// Reads every change of the event log; false, with the database's reasons among the messages, when it cannot be read.
-bool ReadTrail(const SecuritySite& site, std::vector<Change>& changes, std::vector<std::wstring>& messages) {
+// The restrictions that have a minimum in the stored document, in whatever form its programs left it.
+std::vector<long> StoredRestrictions(const std::wstring& stored) {
+    constexpr std::wstring_view kAttribute = L"rid=\"";
+    std::vector<long> restrictions;
+    try {
+        const std::wstring xml = v5::TextOfStored(stored);
+        for (size_t at = xml.find(kAttribute); at != std::wstring::npos; at = xml.find(kAttribute, at)) {
+            at += kAttribute.size();
+            restrictions.push_back(std::wcstol(xml.c_str() + at, nullptr, 10));
+        }
+    } catch (const v5::Base64Error&) {  // NOLINT(bugprone-empty-catch): the component says so when it reads a minimum
+    }
+    return restrictions;
+}
+
+// Reads every change of the event log, and which restrictions have a stored minimum; false, with the database's reasons
+// among the messages, when they cannot be read.
+bool ReadDatabase(const SiteAccess& site, std::vector<Change>& changes, std::vector<long>& restrictions,
+                  std::vector<std::wstring>& messages) {
     const auto database = Create<IDatabaseInterface>(CLSID_DatabaseInterface, L"V5DBIL.DatabaseInterface");
     const Listener listener(database.Get(), DIID__DatabaseInterfaceEvents, messages);
-    const _bstr_t id(site.siteID.c_str()), none(L"");
+    const _bstr_t none(L"");
     VARIANT_BOOL isInitialised = VARIANT_FALSE, isOpen = VARIANT_FALSE, done = VARIANT_FALSE;
     _variant_t records;
     const size_t messagesBefore = messages.size();
     database->SetApplicationName(_bstr_t(L"v5site"), &done);
-    database->Initialise(id, _bstr_t(site.languageId.c_str()), _bstr_t(site.configDatabase.c_str()),
-                         _bstr_t(site.alarmsDatabase.c_str()), none, none, none, VARIANT_TRUE, 0, &isInitialised);
-    database->OpenSite(id, -1, -1, -1, 0, 0, 0, &isOpen);
-    const HRESULT result = database->ReadEventLog(id, 0, records.GetAddress());  // 0: all records
+    database->Initialise(site.siteID, site.languageID, site.configDatabase, site.alarmsDatabase, none, none, none,
+                         VARIANT_TRUE, 0, &isInitialised);
+    database->OpenSite(site.siteID, -1, -1, -1, 0, 0, 0, &isOpen);
+    const HRESULT result = database->ReadEventLog(site.siteID, 0, records.GetAddress());  // 0: all records
+    constexpr long kOwnRows = 1;  // lookup rows of the site itself
+    _bstr_t minimums;
+    const HRESULT isRead =
+        database->ReadLookup(site.siteID, kOwnRows, _bstr_t(L"V5LOOKUP"),
+                             _bstr_t(std::wstring(v5::kMinimumsDocument.key).c_str()), minimums.GetAddress());
+    restrictions = StoredRestrictions(TextOf(minimums));
     LONG last = -1;
     if ((V_VT(&records) & VT_ARRAY) != 0) {
         SafeArrayGetUBound(V_ARRAY(&records), 1, &last);
@@ -144,19 +183,22 @@ bool ReadTrail(const SecuritySite& site, std::vector<Change>& changes, std::vect
         }
     }
     database->Close();
-    return isInitialised != VARIANT_FALSE && isOpen != VARIANT_FALSE && SUCCEEDED(result) &&
+    return isInitialised != VARIANT_FALSE && isOpen != VARIANT_FALSE && SUCCEEDED(result) && SUCCEEDED(isRead) &&
            messages.size() == messagesBefore;
 }
 
 }  // namespace
 
-SecurityFacts ReadSecurity(const SecuritySite& site) {
+SecurityFacts ReadSecurity(const v5::Site& of) {
+    const SiteAccess site = {_bstr_t(of.Current().entry->siteID.c_str()),
+                             _bstr_t(of.Current().entry->languageId.c_str()),
+                             _bstr_t(of.Current().connections[v5::Database::Config].c_str()),
+                             _bstr_t(of.Current().connections[v5::Database::Alarms].c_str())};
     const auto security = Create<_NimboSecurity>(__uuidof(NimboSecurity), L"V5Strings.NimboSecurity");
     SecurityFacts facts;
     const Listener listener(security.Get(), DIID___NimboSecurity, facts.messages);
     VARIANT_BOOL done = VARIANT_FALSE;
-    security->Setup(_bstr_t(site.siteID.c_str()), _bstr_t(site.languageId.c_str()),
-                    _bstr_t(site.configDatabase.c_str()), _bstr_t(site.alarmsDatabase.c_str()), _bstr_t(L"v5site"),
+    security->Setup(site.siteID, site.languageID, site.configDatabase, site.alarmsDatabase, _bstr_t(L"v5site"),
                     VARIANT_TRUE, &done);
     facts.isOpen = done != VARIANT_FALSE;
     if (!facts.isOpen) {
@@ -176,12 +218,19 @@ SecurityFacts ReadSecurity(const SecuritySite& site) {
     facts.lists[0] = TextOf(list1);
     facts.lists[1] = TextOf(list2);
     facts.lists[2] = TextOf(list3);
-    for (const NamedNumber& restriction : Enumeration(security.Get(), L"RestrictionIDEnum")) {
+    std::vector<long> stored;
+    facts.isTrailRead = ReadDatabase(site, facts.changes, stored, facts.messages);
+    std::vector<NamedNumber> restrictions = Enumeration(security.Get(), L"RestrictionIDEnum");
+    for (const long number : stored) {
+        if (Named(number, restrictions).name.empty()) {
+            restrictions.push_back({number, L""});  // a program's own
+        }
+    }
+    for (const NamedNumber& restriction : restrictions) {
         security->GetMinPrivilegeLevelForPID(restriction.number, &level);
         facts.minimums.push_back({restriction, Named(level, levels)});
     }
     security->Teardown();
-    facts.isTrailRead = ReadTrail(site, facts.changes, facts.messages);
     return facts;
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "SiteClient.h"
+#include "config/Site.h"
 
 namespace v5site {
 
@@ -32,13 +32,13 @@ struct SecurityFacts {
     std::wstring user;
     NamedNumber userLevel;
     std::wstring lists[3];               // levels 1, 2 and 3
-    std::vector<Minimum> minimums;       // of every published restriction
+    std::vector<Minimum> minimums;       // of every published restriction, and of those that programs have defined
     bool isTrailRead = false;            // whether the event log could be read; else the changes are unknown
     std::vector<Change> changes;         // all that the event log holds, oldest first
     std::vector<std::wstring> messages;  // what the component reported meanwhile
 };
 
-// Reads the security of a site. Throws Error when a component is not registered.
-SecurityFacts ReadSecurity(const SecuritySite& site);
+// Reads the security of the site of the current DAHS. Throws Error when a component is not registered.
+SecurityFacts ReadSecurity(const v5::Site& site);
 
 }  // namespace v5site

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Json.h"
+#include "PasswordMask.h"
 #include "SecurityClient.h"
 
 namespace v5site {
@@ -50,7 +51,7 @@ std::wstring JsonNamed(const NamedNumber& value, int depth) {
     return JsonSettings({{L"number", value.number}, {L"name", value.name}}, depth);
 }
 
-std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
+std::wstring Json(const v5::Site& site, const SecurityFacts& facts) {
     std::vector<std::wstring> minimums, changes;
     for (const Minimum& minimum : facts.minimums) {
         minimums.push_back(JsonSettings({{L"restriction", minimum.restriction.number},
@@ -62,37 +63,41 @@ std::wstring Json(const SecuritySite& site, const SecurityFacts& facts) {
     for (const Change& change : facts.changes) {
         changes.push_back(JsonSettings({{L"time", change.time}, {L"tag", change.tag}, {L"text", change.text}}, 2));
     }
-    return JsonObject(
-               {{L"site", JsonText(site.siteID)},
-                {L"status", JsonNamed(facts.status, 1)},
-                {L"user", JsonText(facts.user)},
-                {L"userLevel", JsonNamed(facts.userLevel, 1)},
-                {L"lists",
-                 JsonSettings({{L"level1", facts.lists[0]}, {L"level2", facts.lists[1]}, {L"level3", facts.lists[2]}},
-                              1)},
-                {L"minimums", JsonArray(minimums, 1)},
-                {L"changesRead", facts.isTrailRead ? L"true" : L"false"},
-                {L"changes", JsonArray(changes, 1)},
-                {L"messages", JsonTexts(facts.messages, 1)}},
-               0) +
-           L"\n";
+    return JsonDocument(
+        {{L"site", JsonText(site.Current().entry->siteID)},
+         {L"status", JsonNamed(facts.status, 1)},
+         {L"user", JsonText(facts.user)},
+         {L"userLevel", JsonNamed(facts.userLevel, 1)},
+         {L"lists",
+          JsonSettings({{L"level1", facts.lists[0]}, {L"level2", facts.lists[1]}, {L"level3", facts.lists[2]}}, 1)},
+         {L"minimums", JsonArray(minimums, 1)},
+         {L"changesRead", facts.isTrailRead ? L"true" : L"false"},
+         {L"changes", JsonArray(changes, 1)},
+         {L"messages", JsonTexts(facts.messages, 1)}});
 }
 
 }  // namespace
 
-Report ShowSecurity(const CommandLine& line, const SecuritySite& site) {
-    const SecurityFacts facts = ReadSecurity(site);
+Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
+    SecurityFacts facts = ReadSecurity(site);
+    for (std::wstring& message : facts.messages) {
+        message = MaskPasswords(message);
+    }
+    for (Change& change : facts.changes) {
+        change.text = MaskPasswords(change.text);
+    }
     Report report;
     for (const std::wstring& message : facts.messages) {
         report.errors += L"v5site: " + message + L"\n";
     }
     if (!facts.isOpen) {
-        report.status = kNoDahs;
+        report.status = NoDahs;
         report.output = line.json ? JsonFailure(report.status, facts.messages) : L"";
         return report;
     }
-    report.status = facts.messages.empty() && facts.isTrailRead ? kFine : kProblems;
-    report.output = line.json ? Json(site, facts) : L"Site        " + site.siteID + L"\n" + Lines(facts, line.all);
+    report.status = facts.messages.empty() && facts.isTrailRead ? Fine : Problems;
+    report.output =
+        line.json ? Json(site, facts) : L"Site        " + site.Current().entry->siteID + L"\n" + Lines(facts, line.all);
     return report;
 }
 

@@ -5,7 +5,7 @@
 
 namespace v5site {
 
-// Throws Error.
-Report ShowSecurity(const CommandLine& line, const SecuritySite& site);
+// Of the site of the current DAHS. Throws Error.
+Report ShowSecurity(const CommandLine& line, const v5::Site& site);
 
 }  // namespace v5site
