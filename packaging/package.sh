@@ -42,6 +42,10 @@ stage_files() {
   sed -e "/^\/\/ ---- The classes/r $BUILD/package/classes" "$built/packaging/V5Strings.hpp.in" >"$folder/include/V5Strings.hpp"
   cp "$built"/packaging/V5StringsConfig*.cmake "$folder/lib/cmake/V5Strings"
   cp -r examples docs "$folder"
+  mkdir -p "$folder/share/man/man1"
+  in_wine "$built/v5site.exe" --help >"$BUILD/package/help"
+  python3 packaging/manual.py man "$(package_version)" <"$BUILD/package/help" >"$folder/share/man/man1/v5site.1"
+  python3 packaging/manual.py html "$(package_version)" <"$BUILD/package/help" >"$folder/docs/v5site.html"
   rm -f "$folder/examples/CMakeLists.txt" "$folder/docs/architecture.md"
   if has_development_values "$width"; then
     printf '%s\r\n' 'This package was built with development values: the branding, the installer codes, the key of the' \

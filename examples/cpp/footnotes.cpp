@@ -1,4 +1,5 @@
-// Marks values of a report with footnotes, keeps a log meanwhile, and shows what a failing call looks like.
+// Marks values of a report with footnotes, keeps a log meanwhile, listens to the messages of a security object, and
+// shows what a failing call looks like.
 //
 //   footnotes LOGFILE
 #include <V5Strings.hpp>
@@ -37,6 +38,24 @@ int main(int count, char** arguments) {
         Mark(footnotes, L"110.9", L"Calibration in progress");
         log.WriteToLog(L"Marked " + std::to_wstring(footnotes.Count()) + L" kinds of values");
         log.StopLog();
+
+        for (const v5strings::Footnote& footnote : footnotes.GetAllFootnotes()) {
+            std::printf("footnote: %ls\n", footnote.Text().c_str());
+        }
+
+        const v5strings::NimboSecurity security;  // set up for no site: it says so
+        {
+            const auto listening = security.OnMessage(
+                [](long type, const std::wstring& text) { std::printf("message %ld: %ls\n", type, text.c_str()); });
+            security.EnableSecurity();
+        }
+        security.EnableSecurity();  // nobody listens any more
+
+        v5strings::DahsIniMain site;
+        site.SetupWithOneForcedDahsEntry(L"SITE1");
+        for (const v5strings::DahsIniEntry& entry : site.DahsEntries()) {
+            std::printf("entry %ld: %ls\n", entry.DahsID(), entry.SiteID().c_str());
+        }
 
         const v5strings::DahsIniEntries entries;  // of no site file: it holds nothing
         std::printf("entries: %ld\n", entries.Count());

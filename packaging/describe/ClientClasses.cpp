@@ -101,6 +101,11 @@ std::wstring DefaultValue(const PARAMDESC& parameter, const std::wstring& type) 
     }
 }
 
+// The contract's collections are late-bound objects; what their items are, only its descriptions say.
+std::wstring ItemsOf(const std::wstring& member) {
+    return member == L"GetAllFootnotes" ? L"Footnote" : L"";
+}
+
 std::wstring Method(ITypeInfo& type, const std::wstring& interfaceName, const FUNCDESC& function) {
     const Documentation documentation = DocumentationOf(type, function.memid);
     BSTR names[32] = {};
@@ -118,7 +123,8 @@ std::wstring Method(ITypeInfo& type, const std::wstring& interfaceName, const FU
         const ELEMDESC& element = function.lprgelemdescParam[i];
         const USHORT flags = element.paramdesc.wParamFlags;
         if ((flags & PARAMFLAG_FRETVAL) != 0) {
-            answer = SpellingOf(type, *element.tdesc.lptdesc).answer;
+            const std::wstring items = ItemsOf(documentation.name);
+            answer = items.empty() ? SpellingOf(type, *element.tdesc.lptdesc).answer : L"std::vector<" + items + L">";
             continue;
         }
         const bool isInOut = (flags & PARAMFLAG_FOUT) != 0;
@@ -149,6 +155,45 @@ std::wstring WithReturn(std::wstring method) {
     return method;
 }
 
+// For each event of a class, the function that subscribes to it.
+std::wstring EventMethods(ITypeInfo& coClass) {
+    TYPEATTR* attributes = nullptr;
+    Check(coClass.GetTypeAttr(&attributes));
+    const UINT interfaces = attributes->cImplTypes;
+    coClass.ReleaseTypeAttr(attributes);
+    std::wstring text;
+    for (UINT i = 0; i < interfaces; ++i) {
+        INT flags = 0;
+        HREFTYPE reference = 0;
+        ComPtr<ITypeInfo> events;
+        Check(coClass.GetImplTypeFlags(i, &flags));
+        if ((flags & IMPLTYPEFLAG_FSOURCE) == 0) {
+            continue;
+        }
+        Check(coClass.GetRefTypeOfImplType(i, &reference));
+        Check(coClass.GetRefTypeInfo(reference, &events));
+        FUNCDESC* function = nullptr;
+        for (UINT f = 0; SUCCEEDED(events->GetFuncDesc(f, &function)); ++f) {
+            const Documentation event = DocumentationOf(*events.Get(), function->memid);
+            std::wstring types, arguments;
+            for (SHORT p = 0; p < function->cParams; ++p) {
+                const std::wstring type = SpellingOf(*events.Get(), function->lprgelemdescParam[p].tdesc).answer;
+                types += (p == 0 ? L"" : L", ") + (type == L"std::wstring" ? L"const std::wstring&" : type);
+                arguments += (p == 0 ? L"detail::EventArgument<" : L", detail::EventArgument<") + type +
+                             L">(arguments, " + std::to_wstring(p) + L")";
+            }
+            text += L"    /// The event: " + event.help + L"\n    Subscription On" + event.name +
+                    L"(std::function<void(" + types +
+                    L")> handler) const {\n        return detail::Subscribe(Pointer(), __uuidof(::" +
+                    DocumentationOf(*events.Get()).name + L"), " + std::to_wstring(function->memid) +
+                    L", [handler = std::move(handler)](const DISPPARAMS& arguments) { handler(" + arguments +
+                    L"); });\n    }\n";
+            events->ReleaseFuncDesc(function);
+        }
+    }
+    return text;
+}
+
 // The default interface of a class, in its form with virtual functions.
 ComPtr<ITypeInfo> DefaultInterface(ITypeInfo& coClass) {
     HREFTYPE reference = 0;
@@ -171,13 +216,23 @@ std::wstring ClassText(ITypeInfo& coClass) {
     type->ReleaseTypeAttr(attributes);
     std::wstring text = L"/// " + documentation.help + L"\nclass " + documentation.name + L" : public " + base +
                         L" {\n  public:\n    using Object::Object;\n" + std::wstring(count > 0 ? 1 : 0, L'\n');
+    std::wstring item;
     for (UINT i = 0; i < count; ++i) {
         FUNCDESC* function = nullptr;
         Check(type->GetFuncDesc(i, &function));
         text += WithReturn(Method(*type.Get(), interfaceName, *function));
+        if (DocumentationOf(*type.Get(), function->memid).name == L"Item") {
+            item = SpellingOf(*type.Get(), *function->lprgelemdescParam[function->cParams - 1].tdesc.lptdesc).answer;
+        }
+        if (function->memid == DISPID_NEWENUM) {
+            text += L"    /// For range-for.\n    detail::Iterator<" + item +
+                    L"> begin() const { return detail::Iterator<" + item + L">(" +
+                    DocumentationOf(*type.Get(), function->memid).name +
+                    L"()); }\n    std::default_sentinel_t end() const { return {}; }\n";
+        }
         type->ReleaseFuncDesc(function);
     }
-    return text + L"};\n\n";
+    return text + EventMethods(coClass) + L"};\n\n";
 }
 
 }  // namespace

@@ -168,7 +168,7 @@ class DahsSectionReader {
   public:
     DahsSectionReader(const IniFile& file, std::int32_t dahsID, const std::wstring& path, BlankConnections option,
                       std::vector<std::wstring>& problems)
-        : mFile(file), mPath(path), mOption(option), mProblems(problems) {
+        : mPath(path), mOption(option), mProblems(problems) {
         static const IniNames keys(kKeyNames);
         file.ReadSection(static_cast<size_t>(dahsID) - 1, keys, mValues);
         mEntry.dahsID = dahsID;
@@ -411,7 +411,6 @@ class DahsSectionReader {
         return mValid;
     }
 
-    const IniFile& mFile;
     const std::wstring& mPath;
     const BlankConnections mOption;
     std::vector<std::wstring>& mProblems;

@@ -93,6 +93,23 @@ TEST(V5Site, ListAndShowAreUnicodeAndHidePasswords) {
     EXPECT_EQ(Tool(L"show --dahs 2").status, 2);
 }
 
+TEST(V5Site, LookingLeavesNoTrace) {
+    const SiteFolder folder(kSound);
+    const std::wstring file = L"\"" + folder.Path() + L"\\Vantor5.INI\"";
+    const Outcome why = Tool(L"why --file " + file);
+    EXPECT_EQ(why.status, 0) << why.errors;
+    EXPECT_TRUE(Contains(why.output, "  1  chosen\n       remote: its computer 'far' is not this one\n")) << why.output;
+    EXPECT_TRUE(Contains(Tool(L"why").output, "  found      ")) << "where it was found";
+    EXPECT_EQ(Tool(L"diff " + file + L" " + file).output, "No differences.\n");
+    EXPECT_EQ(Tool(L"diff " + file + L" none.INI").status, 2);
+    for (const wchar_t* arguments : {L"check --strict", L"list", L"show", L"show --json"}) {
+        EXPECT_EQ(Tool(arguments).status, 0);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() + L"\\V")) << "the DAHS's folder was made";
+    EXPECT_EQ(Tool(L"log " + file + L" --grep hdr").output, "");
+    EXPECT_TRUE(Contains(Tool(L"log " + file).output, "Vantor5.INI  SiteID=ab\n"));
+}
+
 TEST(V5Site, SecurityAnswersAnAuditor) {
     CLSID database;
     if (FAILED(CLSIDFromProgID(L"V5DBIL.DatabaseInterface", &database))) {
@@ -111,6 +128,7 @@ TEST(V5Site, SecurityAnswersAnAuditor) {
         Call(security.Get(), L"Setup", {L"AB", L"EN", login.c_str(), login.c_str(), L"Test", true}).value));
     Call(security.Get(), L"EnableSecurity");
     Call(security.Get(), L"SetMinPrivilegeLevelForRID", {301L, 52L});
+    Call(security.Get(), L"SetMinPrivilegeLevelForPID", {9001L, 51L});
     Call(security.Get(), L"SetSidsForAllPrivilegeLevels", {L"", L"a\"b", L"", false});
     Call(security.Get(), L"Teardown");
 
@@ -118,9 +136,12 @@ TEST(V5Site, SecurityAnswersAnAuditor) {
     EXPECT_EQ(plain.status, 0) << plain.errors;
     for (const char* part : {"Site        AB\n", "Security    2  Enabled_Configured\n", "Level 1     (nobody)\n",
                              "Level 2     a\"b\n", "  STR-0105  Vantor security enabled by '",
-                             "  STR-0139  RID 301: min privilege level changed from '' to '52' by '"}) {
+                             "  STR-0139  RID 301: min privilege level changed from '' to '52' by '", "  9001  "}) {
         EXPECT_TRUE(Contains(plain.output, part)) << plain.output;
     }
+    const Outcome may = Tool(L"security --since 2999-01-01 --user nobody --may 301");
+    EXPECT_TRUE(Contains(may.output, "No such changes in the whole event log\n")) << may.output;
+    EXPECT_TRUE(Contains(may.output, "  no   level 1 list\n  yes  level 2 list: a\"b\n")) << may.output;
     const Outcome json = Tool(L"security --site AB --json");
     EXPECT_TRUE(Contains(json.output, "\"level2\": \"a\\\"b\"")) << json.output;
     EXPECT_TRUE(Contains(json.output,
@@ -135,8 +156,9 @@ TEST(V5Site, SecurityAnswersAnAuditor) {
 }
 
 TEST(V5Site, WrongCommandLinesAreExplained) {
-    for (const wchar_t* arguments : {L"", L"frobnicate", L"check --dahs 1", L"show --dahs", L"show --dahs 1x",
-                                     L"show --dahs 1 --site A", L"list --dotnet"}) {
+    for (const wchar_t* arguments :
+         {L"", L"frobnicate", L"check --dahs 1", L"show --dahs", L"show --dahs 1x", L"show --dahs 1 --site A",
+          L"list --dotnet", L"diff a", L"log", L"security --since 2014", L"show --site --json"}) {
         const Outcome outcome = Tool(arguments);
         EXPECT_EQ(outcome.status, 3);
         EXPECT_EQ(outcome.output, "");

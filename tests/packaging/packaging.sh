@@ -75,6 +75,11 @@ example_works() {
     "112.4: mark 2020
  98.0: mark 2021
 110.9: mark 2020
+footnote: Calibration in progress
+footnote: Substituted value
+message 4: DB not available [STR-0099]
+message 12292: Insufficient privileges [STR-0102]
+entry 888: SITE1
 entries: 0
 error 9 from V5Strings.DahsIniEntries: Subscript out of range" && grep -q 'Marked 2 kinds of values' "$log"
 }

@@ -10,6 +10,9 @@ export WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="mscoree,mshtml="
 use_wine() {
   [ "$1" = win64 ] || need_system32 || return 1
   mkdir -p "$BUILD"
+  # Locks that the shell which started this one holds are not ours to end.
+  [ "${WINE_SHELL:-}" = $$ ] || exec 7>&- 8>&-
+  WINE_SHELL=$$
   choose_wine "$1"
   trap end_wine EXIT
   if [ "$1" = win64 ]; then exec 8>"$WINEPREFIX.users"; flock --shared 8; else exec 7>"$WINEPREFIX.users"; flock --shared 7; fi

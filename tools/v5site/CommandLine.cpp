@@ -18,7 +18,9 @@ SYNOPSIS
   v5site show     [--file PATH] [--dahs N | --site ID] [--noninteractive] [--dotnet] [--json] [--show-passwords]
   v5site why      [--file PATH] [--dahs N | --site ID] [--json]
   v5site diff     A B [--json]
-  v5site security [--file PATH] [--dahs N | --site ID] [--noninteractive] [--all] [--json]
+  v5site log      FILE... [--from TIME] [--to TIME] [--grep TEXT] [--json]
+  v5site security [--file PATH] [--dahs N | --site ID] [--noninteractive] [--all] [--since TIME] [--user NAME]
+                  [--may N] [--json]
   v5site --help | --version
 
 DESCRIPTION
@@ -38,6 +40,9 @@ DESCRIPTION
              V5Strings.dll that programs of each width load, and for each DAHS why it is chosen, remote or dropped.
   diff       Prints what differs in effect between two site files: settings, folders and connection strings of every
              DAHS, not lines. Passwords are compared and never shown.
+  log        Prints the logs of several programs in one order of time, each line behind its file's name: by time stamps,
+             within a second by ticks. Lines that begin with !! mark what the lines do not say themselves: a restart, a
+             run without its END line, an hour that the end of summer time repeats.
   security   Prints the user security of the site of one DAHS: whether it is on, the current user and that user's
              level, who is on which list, what level each restricted operation needs, and the last changes.
 
@@ -50,6 +55,12 @@ OPTIONS
   --strict           check: remarks alone end with status 1, too.
   --json             Print one JSON object, for other programs; see OUTPUT.
   --all              Print every recorded change, not the last 20 only. With --json they are always all there.
+  --since TIME       The changes from this time on: 2014-03-05 or "2014-03-05 14:07:09".
+  --user NAME        The changes that this user made, in any case of letters.
+  --may N            Who may do what restriction N guards: whose level suffices, list by list.
+  --from TIME, --to TIME
+                     The lines of logs from and to this time. A line without a time belongs to the line before.
+  --grep TEXT        The lines of logs that hold this text; the case of the letters A to Z is ignored.
   --show-passwords   Print the passwords in settings, not ***. Take care where the output goes.
   -h, --help, help   Print this text and end. Also after a command.
   --version          Print the version and end.
@@ -66,9 +77,11 @@ OUTPUT
   why        file, variable (process, user, computer), tried (path, found), others, libraries (width, path, version),
              computer, dahses (each with dahs, site, state, reasons)
   diff       status, files, differences (each with dahs, name, first, second; an empty name: the DAHS as a whole)
+  log        lines: each with file, text and, where there is something to remark, remark
   security   site, status and userLevel (number and name), user, lists (level1, level2, level3), minimums
              (restriction, name, level, levelName), changesRead (whether the event log could
-             be read), changes (all of them: time, tag, text), messages
+             be read), changes (all that were asked for: time, tag, text), may (with --may: who, level, names, may),
+             messages
   failures   status (the exit status), messages: why the command could not do its work
 
 ENVIRONMENT
@@ -96,6 +109,8 @@ EXAMPLES
              What does a .NET program get that works for site BRENN?
   v5site diff before.INI Vantor5.INI
              What has the change of the file really changed?
+  v5site security --since 2014-03-01 --user "BRENN\miller"
+             What has Miller changed in the security of the first site since March?
   v5site list --json > entries.json
              The entries for another program.
   v5site check --json > nul || echo The site file needs attention.
@@ -122,9 +137,9 @@ Command CommandFrom(const std::wstring& word) {
         return Command::Help;
     }
     constexpr std::pair<const wchar_t*, Command> kCommands[] = {
-        {L"check", Command::Check},       {L"list", Command::List}, {L"show", Command::Show},
-        {L"why", Command::Why},           {L"diff", Command::Diff}, {L"security", Command::Security},
-        {L"--version", Command::Version},
+        {L"check", Command::Check},       {L"list", Command::List},         {L"show", Command::Show},
+        {L"why", Command::Why},           {L"diff", Command::Diff},         {L"log", Command::Log},
+        {L"security", Command::Security}, {L"--version", Command::Version},
     };
     for (const auto& [name, command] : kCommands) {
         if (word == name) {
@@ -134,7 +149,7 @@ Command CommandFrom(const std::wstring& word) {
     throw Wrong(L"there is no command '" + word + L"'");
 }
 
-long DahsIdFrom(const std::wstring& text) {
+long NumberFrom(const std::wstring& option, const std::wstring& text) {
     size_t used = 0;
     long value = 0;
     try {
@@ -143,9 +158,20 @@ long DahsIdFrom(const std::wstring& text) {
         used = 0;
     }
     if (used == 0 || used != text.size() || value < 1) {
-        throw Wrong(L"--dahs needs the number of a DAHS, not '" + text + L"'");
+        throw Wrong(option + L" needs a number from 1, not '" + text + L"'");
     }
     return value;
+}
+
+// A time as the records have it, or its first part: day, minute or second.
+std::wstring TimeFrom(const std::wstring& option, const std::wstring& text) {
+    constexpr std::wstring_view kForm = L"0000-00-00 00:00:00";
+    bool fits = text.size() == 10 || text.size() == 16 || text.size() == kForm.size();
+    for (size_t i = 0; fits && i < text.size(); ++i) {
+        fits = kForm[i] == L'0' ? text[i] >= L'0' && text[i] <= L'9' : text[i] == kForm[i];
+    }
+    return fits ? text
+                : throw Wrong(option + L" needs a time like 2014-03-05 or '2014-03-05 14:07:09', not '" + text + L"'");
 }
 
 }  // namespace
@@ -171,8 +197,15 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
                     {L"--show-passwords", isFor({Command::Show}), &CommandLine::showPasswords},
                     {L"--strict", isFor({Command::Check}), &CommandLine::strict},
                     {L"--all", isFor({Command::Security}), &CommandLine::all}};
-    const std::pair<const wchar_t*, bool> withValues[] = {
-        {L"--dahs", isForOneDahs}, {L"--site", isForOneDahs}, {L"--file", readsOneFile}};
+    const std::pair<const wchar_t*, bool> withValues[] = {{L"--dahs", isForOneDahs},
+                                                          {L"--site", isForOneDahs},
+                                                          {L"--file", readsOneFile},
+                                                          {L"--since", isFor({Command::Security})},
+                                                          {L"--user", isFor({Command::Security})},
+                                                          {L"--may", isFor({Command::Security})},
+                                                          {L"--from", isFor({Command::Log})},
+                                                          {L"--to", isFor({Command::Log})},
+                                                          {L"--grep", isFor({Command::Log})}};
     size_t files = 0;
     for (size_t i = 1; i < arguments.size(); ++i) {
         const std::wstring& word = arguments[i];
@@ -193,12 +226,22 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             }
             const std::wstring& value = arguments[++i];
             if (word == L"--dahs") {
-                line.dahsID = DahsIdFrom(value);
+                line.dahsID = NumberFrom(word, value);
+            } else if (word == L"--may") {
+                line.may = NumberFrom(word, value);
+            } else if (word == L"--since") {
+                line.since = TimeFrom(word, value);
+            } else if (word == L"--from" || word == L"--to") {
+                (word == L"--from" ? line.from : line.to) = TimeFrom(word, value);
+            } else if (word == L"--grep") {
+                line.grep = value;
             } else {
-                (word == L"--site" ? line.siteID : line.file) = value;
+                (word == L"--site" ? line.siteID : word == L"--user" ? line.user : line.file) = value;
             }
         } else if (line.command == Command::Diff && files < std::size(line.files) && !word.starts_with(L"--")) {
             line.files[files++] = word;
+        } else if (line.command == Command::Log && !word.starts_with(L"--")) {
+            line.logs.push_back(word);
         } else {
             throw Wrong(L"'" + word + L"' is no option of " + arguments[0]);
         }
@@ -208,6 +251,9 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     }
     if (line.command == Command::Diff && files < std::size(line.files)) {
         throw Wrong(L"diff needs two files");
+    }
+    if (line.command == Command::Log && line.logs.empty()) {
+        throw Wrong(L"log needs a file");
     }
     return line;
 }

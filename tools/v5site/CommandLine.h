@@ -9,20 +9,26 @@
 
 namespace v5site {
 
-enum class Command { Help, Version, Check, List, Show, Why, Diff, Security };
+enum class Command { Help, Version, Check, List, Show, Why, Diff, Log, Security };
 
 struct CommandLine {
     Command command = Command::Help;
     std::optional<std::wstring> file;    // this site file, not the one that programs find
     std::wstring files[2];               // diff: the two files
+    std::vector<std::wstring> logs;      // log: the files
+    std::wstring from, to;               // log: the lines of this time, yyyy-MM-dd[ HH:mm[:ss]]; empty: all
+    std::wstring grep;                   // log: the lines that hold this text
     std::optional<long> dahsID;          // show, why, security: this DAHS, not the first
     std::optional<std::wstring> siteID;  // show, security: the first DAHS of this site
     bool noninteractive = false;
     bool dotNet = false;
     bool json = false;
     bool showPasswords = false;
-    bool strict = false;  // check: a remark is a problem, too
-    bool all = false;     // security: every change, not the last ones only
+    bool strict = false;               // check: a remark is a problem, too
+    std::wstring since;                // security: changes from this time on, yyyy-MM-dd[ HH:mm[:ss]]
+    std::optional<std::wstring> user;  // security: this user's changes
+    std::optional<long> may;           // security: who may do what this restriction guards
+    bool all = false;                  // security: every change, not the last ones only
 };
 
 // Why the tool cannot do what it was asked for, in Unicode.

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string>
 
+#include "base/Utf8.h"
+
 namespace v5site {
 
 namespace {
@@ -42,6 +44,15 @@ bool Write(DWORD which, std::wstring_view text) {
 
 bool Print(std::wstring_view text) {
     return Write(STD_OUTPUT_HANDLE, text);
+}
+
+bool PrintUtf8(std::string_view text) {
+    const HANDLE stream = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0, written = 0;
+    return GetConsoleMode(stream, &mode)
+               ? WriteToConsole(stream, v5::FromUtf8(text))
+               : WriteFile(stream, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
+                     written == text.size();
 }
 
 void PrintError(std::wstring_view text) {

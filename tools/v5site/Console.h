@@ -7,6 +7,7 @@ namespace v5site {
 
 // Whether all of the text could be written.
 bool Print(std::wstring_view text);
+bool PrintUtf8(std::string_view text);
 void PrintError(std::wstring_view text);
 
 }  // namespace v5site

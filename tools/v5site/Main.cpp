@@ -11,6 +11,7 @@
 #include "CommandLine.h"
 #include "Console.h"
 #include "Json.h"
+#include "LogReport.h"
 #include "Report.h"
 
 namespace {
@@ -46,6 +47,9 @@ int wmain(int count, wchar_t** arguments) {
                 break;
             case Command::Version:
                 status = Printed(L"v5site " V5SITE_VERSION L"\n", Fine);
+                break;
+            case Command::Log:
+                status = PrintLogs(line);
                 break;
             default:
                 status = RunSite(line);

@@ -189,7 +189,7 @@ bool ReadDatabase(const SiteAccess& site, std::vector<Change>& changes, std::vec
 
 }  // namespace
 
-SecurityFacts ReadSecurity(const v5::Site& of) {
+SecurityFacts ReadSecurity(const v5::Site& of, std::optional<long> also) {
     const SiteAccess site = {_bstr_t(of.Current().entry->siteID.c_str()),
                              _bstr_t(of.Current().entry->languageId.c_str()),
                              _bstr_t(of.Current().connections[v5::Database::Config].c_str()),
@@ -221,6 +221,9 @@ SecurityFacts ReadSecurity(const v5::Site& of) {
     std::vector<long> stored;
     facts.isTrailRead = ReadDatabase(site, facts.changes, stored, facts.messages);
     std::vector<NamedNumber> restrictions = Enumeration(security.Get(), L"RestrictionIDEnum");
+    if (also) {
+        stored.push_back(*also);
+    }
     for (const long number : stored) {
         if (Named(number, restrictions).name.empty()) {
             restrictions.push_back({number, L""});  // a program's own

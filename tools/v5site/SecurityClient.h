@@ -1,6 +1,7 @@
 // The published class NimboSecurity and the database interface, as v5site uses them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,7 @@ struct SecurityFacts {
 };
 
 // Reads the security of the site of the current DAHS. Throws Error when a component is not registered.
-SecurityFacts ReadSecurity(const v5::Site& site);
+// `also`: a restriction whose minimum is wanted in any case.
+SecurityFacts ReadSecurity(const v5::Site& site, std::optional<long> also);
 
 }  // namespace v5site

@@ -5,6 +5,8 @@
 #include "Json.h"
 #include "PasswordMask.h"
 #include "SecurityClient.h"
+#include "base/Text.h"
+#include "security/Levels.h"
 
 namespace v5site {
 
@@ -15,7 +17,42 @@ std::wstring Display(const NamedNumber& value) {
     return value.name.empty() ? number : number + L"  " + value.name;
 }
 
-std::wstring Lines(const SecurityFacts& facts, bool all) {
+// Who holds a level, and whether it suffices for a restriction.
+struct Holder {
+    std::wstring who;
+    v5::PrivilegeLevel level;
+    std::wstring names;
+    bool may;
+};
+
+std::vector<Holder> Holders(const SecurityFacts& facts, long restriction) {
+    const auto minimum = std::find_if(facts.minimums.begin(), facts.minimums.end(),
+                                      [&](const Minimum& each) { return each.restriction.number == restriction; });
+    std::vector<Holder> holders = {{L"everybody", v5::level::kNone, L"", false},
+                                   {L"level 1 list", v5::level::k1, facts.lists[0], false},
+                                   {L"level 2 list", v5::level::k2, facts.lists[1], false},
+                                   {L"administrators (Windows authentication)", v5::level::kOSAdmin, L"", false},
+                                   {L"level 3 list", v5::level::k3High, facts.lists[2], false},
+                                   {L"alarm-reset password", v5::level::kManualConfirmation, L"", false},
+                                   {L"master password", v5::level::kMaster, L"", false}};
+    for (Holder& holder : holders) {
+        holder.may = minimum != facts.minimums.end() &&
+                     v5::IsSufficient(holder.level, static_cast<v5::RestrictionID>(restriction),
+                                      static_cast<v5::PrivilegeLevel>(minimum->level.number));
+    }
+    return holders;
+}
+
+std::wstring MayLines(const SecurityFacts& facts, long restriction) {
+    std::wstring text = L"\nWho may do what restriction " + std::to_wstring(restriction) + L" guards\n";
+    for (const Holder& holder : Holders(facts, restriction)) {
+        text += (holder.may ? L"  yes  " : L"  no   ") + holder.who +
+                (holder.names.empty() ? L"" : L": " + holder.names) + L"\n";
+    }
+    return text;
+}
+
+std::wstring Lines(const SecurityFacts& facts, bool all, bool isFiltered) {
     std::wstring text = L"Security    " + Display(facts.status) + L"\n" +  //
                         L"User        " + facts.user + L", level " + Display(facts.userLevel) + L"\n";
     for (size_t i = 0; i < std::size(facts.lists); ++i) {
@@ -36,8 +73,9 @@ std::wstring Lines(const SecurityFacts& facts, bool all) {
     }
     constexpr size_t kChangesShown = 20;
     const size_t count = facts.changes.size(), shown = all ? count : std::min(count, kChangesShown);
-    text += count == 0       ? L"\nNo changes in the whole event log\n"
-            : shown == count ? L"\nAll changes\n"
+    const std::wstring such = isFiltered ? L"such " : L"";
+    text += count == 0       ? L"\nNo " + such + L"changes in the whole event log\n"
+            : shown == count ? L"\nAll " + such + L"changes\n"
                              : L"\nThe last " + std::to_wstring(shown) + L" of " + std::to_wstring(count) +
                                    L" changes (--all for all)\n";
     for (size_t i = count - shown; i < count; ++i) {
@@ -51,8 +89,12 @@ std::wstring JsonNamed(const NamedNumber& value, int depth) {
     return JsonSettings({{L"number", value.number}, {L"name", value.name}}, depth);
 }
 
-std::wstring Json(const v5::Site& site, const SecurityFacts& facts) {
-    std::vector<std::wstring> minimums, changes;
+std::wstring Json(const v5::Site& site, const SecurityFacts& facts, std::optional<long> may) {
+    std::vector<std::wstring> minimums, changes, holders;
+    for (const Holder& holder : may ? Holders(facts, *may) : std::vector<Holder>()) {
+        holders.push_back(JsonSettings(
+            {{L"who", holder.who}, {L"level", long{holder.level}}, {L"names", holder.names}, {L"may", holder.may}}, 2));
+    }
     for (const Minimum& minimum : facts.minimums) {
         minimums.push_back(JsonSettings({{L"restriction", minimum.restriction.number},
                                          {L"name", minimum.restriction.name},
@@ -73,13 +115,19 @@ std::wstring Json(const v5::Site& site, const SecurityFacts& facts) {
          {L"minimums", JsonArray(minimums, 1)},
          {L"changesRead", facts.isTrailRead ? L"true" : L"false"},
          {L"changes", JsonArray(changes, 1)},
+         {L"may", JsonArray(holders, 1)},
          {L"messages", JsonTexts(facts.messages, 1)}});
 }
 
 }  // namespace
 
 Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
-    SecurityFacts facts = ReadSecurity(site);
+    SecurityFacts facts = ReadSecurity(site, line.may);
+    const bool isFiltered = line.user || !line.since.empty();
+    std::erase_if(facts.changes, [&](const Change& change) {
+        return change.time < line.since ||
+               (line.user && v5::FindIgnoreCase(change.text, L"by '" + *line.user + L"'") == std::wstring::npos);
+    });
     for (std::wstring& message : facts.messages) {
         message = MaskPasswords(message);
     }
@@ -96,8 +144,12 @@ Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
         return report;
     }
     report.status = facts.messages.empty() && facts.isTrailRead ? Fine : Problems;
-    report.output =
-        line.json ? Json(site, facts) : L"Site        " + site.Current().entry->siteID + L"\n" + Lines(facts, line.all);
+    report.output = line.json
+                        ? Json(site, facts, line.may)
+                        : L"Site        " + site.Current().entry->siteID + L"\n" + Lines(facts, line.all, isFiltered);
+    if (line.may && !line.json) {
+        report.output += MayLines(facts, *line.may);
+    }
     return report;
 }
 
