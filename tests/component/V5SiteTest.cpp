@@ -158,7 +158,7 @@ TEST(V5Site, SecurityAnswersAnAuditor) {
 TEST(V5Site, WrongCommandLinesAreExplained) {
     for (const wchar_t* arguments :
          {L"", L"frobnicate", L"check --dahs 1", L"show --dahs", L"show --dahs 1x", L"show --dahs 1 --site A",
-          L"list --dotnet", L"diff a", L"log", L"security --since 2014", L"show --site --json"}) {
+          L"list --dotnet", L"diff a", L"log", L"security --since 2014", L"show --site --dotnet"}) {
         const Outcome outcome = Tool(arguments);
         EXPECT_EQ(outcome.status, 3);
         EXPECT_EQ(outcome.output, "");
