@@ -9,6 +9,8 @@
 #include "bench/Bench.h"
 #include "bench/SiteFile.h"
 #include "config/SiteFile.h"
+#include "unit/FakeSiteHost.h"
+#include "v5site/SiteDiff.h"
 
 namespace v5::bench {
 namespace {
@@ -52,6 +54,39 @@ void PassingForeignSections(Table& table) {
         [&] { ReadSite(bytes); });
 }
 
+void Diffing(Table& table) {
+    const std::string bytes = SiteFile("C:\\Vantor5");
+    FakeSiteHost host;
+    host.files[L"C:\\Site\\Vantor5.INI"] = bytes;
+    const std::vector<std::string> keys = SiteKeys();
+    const auto ours = [&] {
+        Site first(host), second(host);
+        for (Site* site : {&first, &second}) {
+            site->Read(AppCategory::NotApplicable, false, false, BlankConnections::IgnoreEntry);
+        }
+        if (first.Entries()->Count() != 99 || !v5site::Differences(first, second).empty()) {
+            throw std::runtime_error("the sites differ from themselves");
+        }
+    };
+    const auto peers = [&] {
+        CSimpleIniA first, second;
+        first.LoadData(bytes);
+        second.LoadData(bytes);
+        for (int number = 1; number <= 99; ++number) {
+            const std::string section = "Dahs" + std::to_string(number);
+            for (const std::string& key : keys) {
+                const char *a = first.GetValue(section.c_str(), key.c_str(), ""),
+                           *b = second.GetValue(section.c_str(), key.c_str(), "");
+                Keep(std::string_view(a) == std::string_view(b));
+            }
+        }
+    };
+    // It compares what follows from the file, four forms of each connection string among it.
+    table.Compare({.name = "v5site diff: two sites of 99 entries / SimpleIni, value by value", .goal = 2, .runs = 10},
+                  ours, peers);
+}
+
+const Benchmark diffing("v5site diff", Diffing);
 const Benchmark reading("site file", ReadingASite);
 const Benchmark padding("site file, padded", PassingForeignSections);
 

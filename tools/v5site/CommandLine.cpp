@@ -19,8 +19,8 @@ SYNOPSIS
   v5site why      [--file PATH] [--dahs N | --site ID] [--json]
   v5site diff     A B [--json]
   v5site log      FILE... [--from TIME] [--to TIME] [--grep TEXT] [--json]
-  v5site security [--file PATH] [--dahs N | --site ID] [--noninteractive] [--all] [--since TIME] [--user NAME]
-                  [--may N] [--json]
+  v5site security [--file PATH] [--dahs N | --site ID] [--noninteractive] [--all | --page K] [--since TIME]
+                  [--user NAME] [--may N] [--json]
   v5site --help | --version
 
 DESCRIPTION
@@ -55,6 +55,7 @@ OPTIONS
   --strict           check: remarks alone end with status 1, too.
   --json             Print one JSON object, for other programs; see OUTPUT.
   --all              Print every recorded change, not the last 20 only. With --json they are always all there.
+  --page K           The changes page by page, 20 a page; page 1, the default, holds the last ones.
   --since TIME       The changes from this time on: 2014-03-05 or "2014-03-05 14:07:09".
   --user NAME        The changes that this user made, in any case of letters.
   --may N            Who may do what restriction N guards: whose level suffices, list by list.
@@ -200,6 +201,7 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     const std::pair<const wchar_t*, bool> withValues[] = {{L"--dahs", isForOneDahs},
                                                           {L"--site", isForOneDahs},
                                                           {L"--file", readsOneFile},
+                                                          {L"--page", isFor({Command::Security})},
                                                           {L"--since", isFor({Command::Security})},
                                                           {L"--user", isFor({Command::Security})},
                                                           {L"--may", isFor({Command::Security})},
@@ -227,8 +229,8 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             const std::wstring& value = arguments[++i];
             if (word == L"--dahs") {
                 line.dahsID = NumberFrom(word, value);
-            } else if (word == L"--may") {
-                line.may = NumberFrom(word, value);
+            } else if (word == L"--may" || word == L"--page") {
+                (word == L"--may" ? line.may : line.page) = NumberFrom(word, value);
             } else if (word == L"--since") {
                 line.since = TimeFrom(word, value);
             } else if (word == L"--from" || word == L"--to") {

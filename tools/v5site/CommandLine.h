@@ -26,6 +26,7 @@ struct CommandLine {
     bool showPasswords = false;
     bool strict = false;               // check: a remark is a problem, too
     std::wstring since;                // security: changes from this time on, yyyy-MM-dd[ HH:mm[:ss]]
+    std::optional<long> page;          // security: so many pages of changes back; 1: the latest
     std::optional<std::wstring> user;  // security: this user's changes
     std::optional<long> may;           // security: who may do what this restriction guards
     bool all = false;                  // security: every change, not the last ones only

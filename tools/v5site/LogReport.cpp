@@ -37,6 +37,36 @@ class LogFile final : public LogSource {
     HANDLE mFile;
 };
 
+// On a console, how far the output is, once a second.
+class Progress {
+  public:
+    void Add(size_t bytes) {
+        mBytes += bytes;
+        const ULONGLONG now = GetTickCount64();
+        if (mIsShown && now - mLast >= 1000) {
+            mLast = now;
+            mHasPrinted = true;
+            PrintError(L"\r" + std::to_wstring(mBytes >> 20) + L" MB");
+        }
+    }
+    void End() const {
+        if (mHasPrinted) {
+            PrintError(L"\r");
+        }
+    }
+
+  private:
+    static bool IsConsole(DWORD stream) {
+        DWORD mode = 0;
+        return GetConsoleMode(GetStdHandle(stream), &mode) != FALSE;
+    }
+
+    const bool mIsShown = IsConsole(STD_ERROR_HANDLE) && !IsConsole(STD_OUTPUT_HANDLE);  // else the lines show it
+    ULONGLONG mLast = GetTickCount64();
+    std::uint64_t mBytes = 0;
+    bool mHasPrinted = false;
+};
+
 std::int64_t TimeOr(const std::wstring& text, std::int64_t none) {
     return text.empty() ? none : LogTime(std::string(text.begin(), text.end()));
 }
@@ -52,8 +82,14 @@ ExitStatus PrintLogs(const CommandLine& line) {
                                 .to = TimeOr(line.to, INT64_MAX),
                                 .grep = v5::ToUtf8(line.grep),
                                 .json = line.json};
+    Progress progress;
     const LogSummary summary = MergeLogs(
-        std::move(inputs), options, [](std::string_view text) { return v5::ToUtf8(v5::FromAnsi(text)); }, PrintUtf8);
+        std::move(inputs), options, [](std::string_view text) { return v5::ToUtf8(v5::FromAnsi(text)); },
+        [&](std::string_view text) {
+            progress.Add(text.size());
+            return PrintUtf8(text);
+        });
+    progress.End();
     if (!summary.isWritten) {
         throw Error(L"the output cannot be written");
     }

@@ -52,7 +52,7 @@ std::wstring MayLines(const SecurityFacts& facts, long restriction) {
     return text;
 }
 
-std::wstring Lines(const SecurityFacts& facts, bool all, bool isFiltered) {
+std::wstring Lines(const SecurityFacts& facts, bool all, size_t page, bool isFiltered) {
     std::wstring text = L"Security    " + Display(facts.status) + L"\n" +  //
                         L"User        " + facts.user + L", level " + Display(facts.userLevel) + L"\n";
     for (size_t i = 0; i < std::size(facts.lists); ++i) {
@@ -71,14 +71,17 @@ std::wstring Lines(const SecurityFacts& facts, bool all, bool isFiltered) {
     if (!facts.isTrailRead) {
         return text + L"\nChanges unknown: the event log could not be read\n";
     }
-    constexpr size_t kChangesShown = 20;
-    const size_t count = facts.changes.size(), shown = all ? count : std::min(count, kChangesShown);
+    constexpr size_t kPage = 20;
+    const size_t count = facts.changes.size(), back = all ? 0 : std::min(count, (page - 1) * kPage), end = count - back,
+                 first = all ? 0 : end - std::min(end, kPage);
     const std::wstring such = isFiltered ? L"such " : L"";
-    text += count == 0       ? L"\nNo " + such + L"changes in the whole event log\n"
-            : shown == count ? L"\nAll " + such + L"changes\n"
-                             : L"\nThe last " + std::to_wstring(shown) + L" of " + std::to_wstring(count) +
-                                   L" changes (--all for all)\n";
-    for (size_t i = count - shown; i < count; ++i) {
+    text += count == 0                   ? L"\nNo " + such + L"changes in the whole event log\n"
+            : first == 0 && end == count ? L"\nAll " + such + L"changes\n"
+            : first == end               ? L"\nNo such page\n"
+                           : L"\nChanges " + std::to_wstring(first + 1) + L" to " + std::to_wstring(end) + L" of " +
+                                 std::to_wstring(count) + L" (--page " + std::to_wstring(page + 1) +
+                                 L" for earlier ones, --all for all)\n";
+    for (size_t i = first; i < end; ++i) {
         const Change& change = facts.changes[i];
         text += L"  " + change.time + L"  " + change.tag + L"  " + change.text + L"\n";
     }
@@ -144,9 +147,9 @@ Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
         return report;
     }
     report.status = facts.messages.empty() && facts.isTrailRead ? Fine : Problems;
-    report.output = line.json
-                        ? Json(site, facts, line.may)
-                        : L"Site        " + site.Current().entry->siteID + L"\n" + Lines(facts, line.all, isFiltered);
+    report.output = line.json ? Json(site, facts, line.may)
+                              : L"Site        " + site.Current().entry->siteID + L"\n" +
+                                    Lines(facts, line.all, static_cast<size_t>(line.page.value_or(1)), isFiltered);
     if (line.may && !line.json) {
         report.output += MayLines(facts, *line.may);
     }
