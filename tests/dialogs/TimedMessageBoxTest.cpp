@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Calls.h"
 #include "dialogs/ControlIds.h"
 
