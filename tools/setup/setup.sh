@@ -16,7 +16,7 @@ BUILD_PACKAGES=(
 )
 WINE_PACKAGES=(wine wine64 xvfb)
 LINT_PACKAGES=(clang-format clang-tidy cppcheck)
-FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+FUZZ_PACKAGES=(clang libclang-rt-dev)
 
 # need_packages NAME…: installs what is missing when run as root, and says what to install otherwise.
 need_packages() {
