@@ -1,7 +1,8 @@
 # What the commands of ./dev need before they can work: packages, sources, builds. Sourced in the project's folder; does
 # nothing twice. Wine is set up by wine.sh.
 
-BUILD="$PWD/build"
+PROJECT=$PWD
+BUILD="$PROJECT/build"
 DOWNLOADS="$BUILD/downloads"
 
 say() { printf '\033[1m== %s\033[0m\n' "$*"; }

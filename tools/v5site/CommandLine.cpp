@@ -130,10 +130,11 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     line.command = CommandFrom(arguments[0]);
     const bool isShow = line.command == Command::kShow;
     const bool isForOneDahs = isShow || line.command == Command::kSecurity;
+    using Flag = bool CommandLine::*;
     struct Switch {
         const wchar_t* name;
         bool isAllowed;
-        bool CommandLine::*flag;
+        Flag flag;
     };
     const Switch switches[] = {{L"--json", true, &CommandLine::json},
                                {L"--noninteractive", isForOneDahs, &CommandLine::noninteractive},
