@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Counts the single cases in CTest's results (the JUnit file that is named): prints `N passed, N failed, N skipped`, and
+"""Counts the single cases in CTest's results (the JUnit file that is named; all tests, or those whose names begin with
+what is given next): prints `N passed, N failed, N skipped`, and
 fails when one failed or none passed. A test that does not say how many cases it ran is one case, and one that ended
 before it could say which failed is one that failed."""
 import re
@@ -31,7 +32,8 @@ def cases_of(test):
 
 
 try:
-    counted = [cases_of(test) for test in xml.parse(sys.argv[1]).iter("testcase")]
+    counted = [cases_of(test) for test in xml.parse(sys.argv[1]).iter("testcase")
+               if test.get("name").startswith(tuple(sys.argv[2:]) or "")]
 except OSError:  # no test has that name
     counted = []
 total = {kind: sum(cases[kind] for cases in counted) for kind in ("passed", "failed", "skipped")}

@@ -55,7 +55,7 @@ demo_security() {
   rm -f "$folder"/BRENN-*
   cp devkit/site/Vantor5.INI "$folder"
   # The example asks for a password, which is typed here as by a user.
-  when_shown "Confirm alarms" xdotool type $'reset2014\n' &
+  { when_shown "Confirm alarms" xdotool type reset2014 && xdotool key Return; } 7>&- 8>&- &
   (cd "$folder" && run_client ../../examples/security.vbs BRENN-DAS-2)
   wait $!
   say "v5site security"

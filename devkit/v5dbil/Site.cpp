@@ -62,8 +62,7 @@ Database& Site::Config() {
     if (!mOpen) {
         throw DatabaseError(L"the site is not open");
     }
-    LogOn();
-    return *mConfig;
+    return LogOn();
 }
 
 Database& Site::EventLog() {
@@ -80,15 +79,15 @@ bool Site::AllowsSqlLogins() {
     return SqlLoginsAllowed(Config(), mId);
 }
 
-void Site::LogOn() {
+Database& Site::LogOn() {
     if (mConfig) {
-        return;
+        return *mConfig;
     }
     Database config = Connect(mConfigSettings);
     if (mAlarmsSettings) {
         mAlarms = Connect(*mAlarmsSettings);
     }
-    mConfig = std::move(config);
+    return mConfig.emplace(std::move(config));
 }
 
 Database Site::Connect(const ConnectionSettings& settings) const {

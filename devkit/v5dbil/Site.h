@@ -43,7 +43,7 @@ class Site {
     bool AllowsSqlLogins();
 
   private:
-    void LogOn();
+    Database& LogOn();
     Database Connect(const ConnectionSettings& settings) const;
 
     std::wstring mId;

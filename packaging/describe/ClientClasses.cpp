@@ -178,16 +178,16 @@ std::wstring EventMethods(ITypeInfo& coClass) {
             std::wstring types, arguments;
             for (SHORT p = 0; p < function->cParams; ++p) {
                 const std::wstring type = SpellingOf(*events.Get(), function->lprgelemdescParam[p].tdesc).answer;
-                types += (p == 0 ? L"" : L", ") + (type == L"std::wstring" ? L"const std::wstring&" : type);
-                arguments += (p == 0 ? L"detail::EventArgument<" : L", detail::EventArgument<") + type +
-                             L">(arguments, " + std::to_wstring(p) + L")";
+                types.append(p == 0 ? L"" : L", ").append(type == L"std::wstring" ? L"const std::wstring&" : type);
+                arguments.append(p == 0 ? L"detail::EventArgument<" : L", detail::EventArgument<").append(type);
+                arguments.append(L">(arguments, ").append(std::to_wstring(p)).append(L")");
             }
-            text += L"    /// The event: " + event.help + L"\n    Subscription On" + event.name +
-                    L"(std::function<void(" + types +
-                    L")> handler) const {\n        return detail::Subscribe(Pointer(), __uuidof(::" +
-                    DocumentationOf(*events.Get()).name + L"), " + std::to_wstring(function->memid) +
-                    L", [handler = std::move(handler)](const DISPPARAMS& arguments) { handler(" + arguments +
-                    L"); });\n    }\n";
+            text.append(L"    /// The event: ").append(event.help).append(L"\n    Subscription On").append(event.name);
+            text.append(L"(std::function<void(").append(types).append(L")> handler) const {\n        return ");
+            text.append(L"detail::Subscribe(Pointer(), __uuidof(::").append(DocumentationOf(*events.Get()).name);
+            text.append(L"), ").append(std::to_wstring(function->memid));
+            text.append(L", [handler = std::move(handler)](const DISPPARAMS& arguments) { handler(");
+            text.append(arguments).append(L"); });\n    }\n");
             events->ReleaseFuncDesc(function);
         }
     }
@@ -225,10 +225,12 @@ std::wstring ClassText(ITypeInfo& coClass) {
             item = SpellingOf(*type.Get(), *function->lprgelemdescParam[function->cParams - 1].tdesc.lptdesc).answer;
         }
         if (function->memid == DISPID_NEWENUM) {
-            text += L"    /// For range-for.\n    detail::Iterator<" + item +
-                    L"> begin() const { return detail::Iterator<" + item + L">(" +
-                    DocumentationOf(*type.Get(), function->memid).name +
-                    L"()); }\n    std::default_sentinel_t end() const { return {}; }\n";
+            text.append(L"    /// For range-for.\n    detail::Iterator<")
+                .append(item)
+                .append(L"> begin() const { return ");
+            text.append(L"detail::Iterator<").append(item).append(L">(");
+            text.append(DocumentationOf(*type.Get(), function->memid).name).append(L"()); }\n");
+            text.append(L"    std::default_sentinel_t end() const { return {}; }\n");
         }
         type->ReleaseFuncDesc(function);
     }

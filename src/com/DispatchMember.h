@@ -128,10 +128,10 @@ struct DispatchCall;
 template <class Interface, class... Parameters, HRESULT (STDMETHODCALLTYPE Interface::*Method)(Parameters...)>
 struct DispatchCall<Method> {
     static HRESULT Call(void* object, [[maybe_unused]] VARIANT* values) {
-        return [&]<size_t... at>(std::index_sequence<at...>) {
+        const auto call = [&]<size_t... at>(std::index_sequence<at...>) {
             return (static_cast<Interface*>(object)->*Method)(FromVariant<Parameters>(values[at])...);
-        }
-        (std::index_sequence_for<Parameters...>());
+        };
+        return call(std::index_sequence_for<Parameters...>());
     }
 };
 

@@ -9,8 +9,8 @@
 #include "V5StringsMembers.h"
 #include "com/EventSource.h"
 #include "com/Values.h"
-#include "security/WindowsSecurityHost.h"
 #include "security/Security.h"
+#include "security/WindowsSecurityHost.h"
 
 namespace v5 {
 

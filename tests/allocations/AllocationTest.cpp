@@ -7,6 +7,7 @@
 #include <comutil.h>
 #include <ocidl.h>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <memory>

@@ -300,8 +300,8 @@ class ProductBoxes : public Packages {
         EXPECT_EQ(status, S_OK);
     }
     static void VisitSupportBox(const std::function<void(const Dialog&)>& look, IRaiseMsg* irm = nullptr) {
-        Visit(
-            L"Vantor Support Information", [&] { return CreateMain()->ShowVantorSupportInfo(irm); }, look);
+        const auto show = [&] { return CreateMain()->ShowVantorSupportInfo(irm); };
+        Visit(L"Vantor Support Information", show, look);
     }
 
     static std::wstring InstalledToday() {

@@ -92,6 +92,10 @@ TEST(DahsChooserDialog, RowsSelectionAndGrey) {
     EXPECT_EQ(answer.dahsID, 5);
 }
 
+static std::function<void(const Dialog&)> Typing(const std::vector<WORD>& keys) {
+    return [keys](const Dialog& dialog) { dialog.Keys(keys); };
+}
+
 TEST(DahsChooserDialog, WaysToChoose) {
     const SiteFolder site(SiteFile(kPair));
     const struct {
@@ -102,22 +106,10 @@ TEST(DahsChooserDialog, WaysToChoose) {
     } cases[] = {
         {9, [](const Dialog& dialog) { dialog.Key(VK_RETURN); }, false, 9},  // the initial entry again
         {77, [](const Dialog& dialog) { dialog.Key(VK_RETURN); }, true, 5},  // an entry that is not offered
-        {9,
-         [](const Dialog& dialog) {
-             dialog.Keys({VK_UP, VK_UP, VK_RETURN});
-         },
-         true, 3},  // a grey row counts too
-        {5,
-         [](const Dialog& dialog) {
-             dialog.Keys({'S', VK_RETURN});
-         },
-         true, 9},  // type-ahead
+        {9, Typing({VK_UP, VK_UP, VK_RETURN}), true, 3},                     // a grey row counts too
+        {5, Typing({'S', VK_RETURN}), true, 9},                              // type-ahead
         {9, [](const Dialog& dialog) { dialog.Click(List(dialog).window, List(dialog).Place(1), 2); }, true, 5},
-        {5,
-         [](const Dialog& dialog) {
-             dialog.Keys({VK_DOWN, VK_ESCAPE});
-         },
-         false, 5},
+        {5, Typing({VK_DOWN, VK_ESCAPE}), false, 5},
         {5, [](const Dialog& dialog) { dialog.Click(IDCANCEL); }, false, 5},
         {5, [](const Dialog& dialog) { PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }, false, 5},
     };

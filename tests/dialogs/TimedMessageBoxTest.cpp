@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Calls.h"
 #include "dialogs/ControlIds.h"
 
@@ -108,13 +110,10 @@ TEST(TimedMessageBox, CloseBoxIsCancelOrOff) {
 
 TEST(TimedMessageBox, TimeoutPressesTheDefaultButton) {
     const ULONGLONG began = GetTickCount64();
-    EXPECT_EQ(Answer(
-                  0x104, [](const Dialog&) {}, 2),
-              7);
+    const auto wait = [](const Dialog&) {};
+    EXPECT_EQ(Answer(0x104, wait, 2), 7);
     EXPECT_GE(GetTickCount64() - began, 1900u);  // not before its time
-    EXPECT_EQ(Answer(
-                  0x00, [](const Dialog&) {}, 1),
-              1);
+    EXPECT_EQ(Answer(0x00, wait, 1), 1);
     // Without a time-out no timer runs, so that even a forged tick ends nothing.
     EXPECT_EQ(Answer(
                   0x04,

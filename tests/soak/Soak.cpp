@@ -299,8 +299,8 @@ int main(int argc, char** argv) {
     Require(share > 0 && share <= 1000, "usage: v5soak [THOUSANDTHS]");
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     const std::wstring path = ServerPath();
-    Repeat(
-        "loads and unloads of the DLL", 100, [&](long) { LoadUseAndUnload(path); }, kPerLoad);
+    const auto load = [&](long) { LoadUseAndUnload(path); };
+    Repeat("loads and unloads of the DLL", 100, load, kPerLoad);
     Classes(1000 * share);
     SiteReads(100 * share);
     LogLines(1000 * share);

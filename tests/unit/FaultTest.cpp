@@ -2,6 +2,7 @@
 // promise, never grant what they should not, store all or nothing, and work again afterwards.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <new>
 #include <stdexcept>

@@ -293,7 +293,7 @@ TEST(LogWriter, ReleaseOfAnActiveLogSaysSo) {
     FixedClock clock;
     Latin1 codePage;
     Host host;
-    { LogWriter idle(file, clock, codePage, host); }
+    LogWriter(file, clock, codePage, host);
     EXPECT_EQ(file.content, "");
     {
         LogWriter log(file, clock, codePage, host);

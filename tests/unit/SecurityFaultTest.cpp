@@ -2,6 +2,7 @@
 // more than it does without the failure, and a change stands exactly when its record does.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <new>

@@ -1,7 +1,8 @@
 # What the commands of ./dev need before they can work: packages, sources, builds. Sourced in the project's folder; does
 # nothing twice. Wine is set up by wine.sh.
 
-BUILD="$PWD/build"
+PROJECT=$PWD
+BUILD="$PROJECT/build"
 DOWNLOADS="$BUILD/downloads"
 
 say() { printf '\033[1m== %s\033[0m\n' "$*"; }
@@ -16,7 +17,7 @@ BUILD_PACKAGES=(
 )
 WINE_PACKAGES=(wine wine64 xvfb)
 LINT_PACKAGES=(clang-format clang-tidy cppcheck)
-FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+FUZZ_PACKAGES=(clang libclang-rt-dev)
 
 # need_packages NAME…: installs what is missing when run as root, and says what to install otherwise.
 need_packages() {

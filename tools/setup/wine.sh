@@ -1,8 +1,11 @@
 # Wine as the tests and examples need it: for each width a display and a prefix of this checkout, with the built
-# components registered. 32-bit programs run in a 32-bit system of their own (system32.sh), 64-bit ones on this one.
+# components registered. 32-bit programs run in a 32-bit system of their own (systems.sh), 64-bit ones on this one.
 # Sourced in the project's folder, after setup.sh.
 
-. tools/setup/system32.sh
+. tools/setup/systems.sh
+
+# Locks: 8 and 7 are held by all who use the 64-bit and the 32-bit Wine, 9 by who sets one up. Not those of who started us.
+exec 7>&- 8>&- 9>&-
 export WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="mscoree,mshtml="
 
 # use_wine WIDTH: what follows runs in the Wine of that width, which is set up and started. The last command that uses

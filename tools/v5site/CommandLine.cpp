@@ -188,10 +188,11 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     };
     const bool isForOneDahs = isFor({Command::Show, Command::Why, Command::Security});
     const bool readsOneFile = isForOneDahs || isFor({Command::Check, Command::List});
+    using Flag = bool CommandLine::*;
     const struct {
         const wchar_t* name;
         bool isAllowed;
-        bool CommandLine::*flag;
+        Flag flag;
     } switches[] = {{L"--json", true, &CommandLine::json},
                     {L"--noninteractive", isFor({Command::Show, Command::Security}), &CommandLine::noninteractive},
                     {L"--dotnet", isFor({Command::Show}), &CommandLine::dotNet},

@@ -40,7 +40,7 @@ bool HasForm(std::string_view text, std::string_view form) {
 std::int64_t Seconds(std::string_view date, int hour, int minute, int second) {
     const std::chrono::sys_days day =
         std::chrono::year{Number(date.substr(0, 4))} / Number(date.substr(5, 2)) / Number(date.substr(8, 2));
-    return day.time_since_epoch().count() * 24 * kHour + hour * kHour + minute * 60 + second;
+    return day.time_since_epoch().count() * 24 * kHour + hour * kHour + std::int64_t{minute} * 60 + second;
 }
 
 // Reads the stamp at the start of `text`; false when there is none.
@@ -105,7 +105,7 @@ class LogReader {
         }
     }
     void Fill() {
-        constexpr size_t kAtLeast = 256 * 1024;
+        constexpr size_t kAtLeast = size_t{256} * 1024;
         std::memmove(mBuffer.data(), mBuffer.data() + mAt, mFilled - mAt);
         mFilled -= mAt;
         mAt = 0;
@@ -311,6 +311,7 @@ LogSummary MergeLogs(std::vector<LogInput> inputs, const LogOptions& options,
                      const std::function<std::string(std::string_view)>& toUtf8,
                      const std::function<bool(std::string_view)>& write) {
     std::vector<LogReader> readers;
+    readers.reserve(inputs.size());
     for (LogInput& input : inputs) {
         readers.emplace_back(std::move(input), readers.size());
     }

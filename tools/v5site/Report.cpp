@@ -23,6 +23,7 @@ bool IsProblem(const std::wstring& finding) {
 // Whatever is printed goes through here: a file's path and a key's value may hold secrets, too.
 std::vector<std::wstring> Findings(const v5::Site& site) {
     std::vector<std::wstring> findings;
+    findings.reserve(site.Problems().size());
     for (const std::wstring& problem : site.Problems()) {
         findings.push_back(MaskPasswords(problem));
     }
@@ -47,6 +48,7 @@ std::vector<EntryRow> Rows(const v5::Site& site) {
 
 std::wstring JsonRows(const std::vector<EntryRow>& rows) {
     std::vector<std::wstring> items;
+    items.reserve(rows.size());
     for (const EntryRow& row : rows) {
         items.push_back(JsonSettings({{L"dahs", long{row.dahsID}},
                                       {L"site", row.siteID},
@@ -208,6 +210,7 @@ Report Diff(const CommandLine& line) {
     report.status = differences.empty() ? Fine : Problems;
     if (line.json) {
         std::vector<std::wstring> items;
+        items.reserve(differences.size());
         for (const Difference& each : differences) {
             items.push_back(JsonSettings(
                 {{L"dahs", long{each.dahsID}}, {L"name", each.name}, {L"first", each.first}, {L"second", each.second}},

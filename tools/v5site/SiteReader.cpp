@@ -48,7 +48,7 @@ std::wstring RegisteredDll(int width) {
         return {};
     }
     std::wstring path(1024, L'\0');
-    DWORD bytes = static_cast<DWORD>(path.size() * sizeof(wchar_t));
+    auto bytes = static_cast<DWORD>(path.size() * sizeof(wchar_t));
     const LSTATUS status = RegGetValueW(opened, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, path.data(), &bytes);
     RegCloseKey(opened);
     path.resize(status == ERROR_SUCCESS ? bytes / sizeof(wchar_t) - 1 : 0);

@@ -348,6 +348,7 @@ TEST_F(SecurityDocuments, HostileTextIsAnUnparsableDocument) {
 TEST_F(SecurityDocuments, AFailedChangeLeavesTheDocumentAsItWas) {
     host.machine.isAdministrator = true;
     Put(kMinimumsDocument, L"<root/>");
+    static const AccountListTexts lists{L"", L"anna", L"otto"};
     const struct {
         const char* change;
         bool (*run)(Security&);
@@ -360,11 +361,8 @@ TEST_F(SecurityDocuments, AFailedChangeLeavesTheDocumentAsItWas) {
          L"Can't write audit record [STR-0139]"},
         {"password", [](Security& s) { return s.SetAlarmResetPassword(L"123"); }, L"Can't save XML [STR-0143]",
          L"Can't write audit record [STR-0117]"},
-        {"lists",
-         [](Security& s) {
-             return s.SetAccountLists({L"", L"anna", L"otto"}, false);
-         },
-         L"Can't save XML [STR-0127]", L"Can't write audit record [STR-0128]"},
+        {"lists", [](Security& s) { return s.SetAccountLists(lists, false); }, L"Can't save XML [STR-0127]",
+         L"Can't write audit record [STR-0128]"},
     };
     for (const auto& c : changes) {
         for (const auto& [failing, problem] :
