@@ -28,8 +28,12 @@ setup_sqlite() {
 
 # Downloads, checks and unpacks the package in the empty folder $1.
 _fetch_sqlite() {
-  (cd "$1" && npm pack "$sqlite_package" --silent >/dev/null 2>&1) ||
-    { echo "SQLite cannot be set up: npm could not download $sqlite_package." >&2; return 1; }
+  (cd "$1" && npm pack "$sqlite_package" --loglevel=error >npm.log 2>&1) || {
+    # npm's last words are advice and where its log lies; the reason stands before them.
+    echo "SQLite cannot be set up: npm could not download $sqlite_package: $(grep -m 1 -iE 'reason:|failed|not found' \
+      "$1/npm.log" || tail -n 1 "$1/npm.log")" >&2
+    return 1
+  }
   echo "$sqlite_package_sha256  $(echo "$1"/*.tgz)" | sha256sum --check --status ||
     { echo "SQLite cannot be set up: the downloaded $sqlite_package is not the expected file." >&2; return 1; }
   tar -xzf "$1"/*.tgz -C "$1" package/deps/sqlite3/sqlite3.c package/deps/sqlite3/sqlite3.h ||
