@@ -84,6 +84,16 @@ entries: 0
 error 9 from V5Strings.DahsIniEntries: Subscript out of range" && grep -q 'Marked 2 kinds of values' "$log"
 }
 
+# Every page of the zip that another one links to is in it.
+links_lead_somewhere() {
+  python3 - "$unpacked/$1" <<'CHECK'
+import pathlib, re, sys
+dead = [f"{page}: {link}" for page in pathlib.Path(sys.argv[1]).rglob("*.md")
+        for link in re.findall(r"\]\(([\w./-]+\.\w+)[)#]", page.read_text()) if not (page.parent / link).exists()]
+sys.exit("\n".join(dead) if dead else 0)
+CHECK
+}
+
 all_versions_agree() {
   local version
   version=$(package_version)
@@ -133,6 +143,7 @@ packages_suite() {
     make_installer "$width" "$version" "$(installer "$width" "$version")"
     check "versions agree $width" all_versions_agree "$width"
     check "no paths of the build machine $width" no_own_paths "$width"
+    check "no dead links $width" links_lead_somewhere "$width"
   done
 
   fresh_prefix
