@@ -128,12 +128,12 @@ struct DispatchCall;
 template <class Interface, class... Parameters, HRESULT (STDMETHODCALLTYPE Interface::*Method)(Parameters...)>
 struct DispatchCall<Method> {
     static HRESULT Call(void* object, VARIANT* values) {
-        return Call(object, values, std::index_sequence_for<Parameters...>());
+        return CallWith(object, values, std::index_sequence_for<Parameters...>());
     }
 
   private:
     template <size_t... at>
-    static HRESULT Call(void* object, [[maybe_unused]] VARIANT* values, std::index_sequence<at...>) {
+    static HRESULT CallWith(void* object, [[maybe_unused]] VARIANT* values, std::index_sequence<at...>) {
         return (static_cast<Interface*>(object)->*Method)(FromVariant<Parameters>(values[at])...);
     }
 };
