@@ -53,6 +53,7 @@ in_system() {
     system=$1 shared=$2 place=$3
     shift 3
     mkdir -p "$system$place" "$system/tmp/.X11-unix"
+    mount --rbind "$system" "$system"  # a mount of its own, so that it can have such systems, too
     mount -t proc proc "$system/proc"
     mount --rbind /dev "$system/dev"
     [ "$shared" = / ] || mount --bind "$shared" "$system$place"
