@@ -10,10 +10,12 @@ trap 'rm -rf "$work"' EXIT
 
 for name in plain data config user audit; do
     rsvg-convert -w 16 -h 16 "$name-16.svg" -o "$work/$name-16.png"
-    for size in 32 48 256; do
+    for size in 32 48 64; do
         rsvg-convert -w $size -h $size "$name.svg" -o "$work/$name-$size.png"
     done
-    icotool -c -o "$name.ico" "$work/$name"-{16,32,48}.png --raw="$work/$name-256.png"
+    # The largest, for displays of twice the usual density, is kept compressed: it would be a third of all pictures.
+    convert "$work/$name-64.png" -strip -define png:compression-level=9 "PNG32:$work/$name-64.png"
+    icotool -c -o "$name.ico" "$work/$name"-{16,32,48}.png --raw="$work/$name-64.png"
 done
 icotool -c -o plain-16.ico "$work/plain-16.png"
 
