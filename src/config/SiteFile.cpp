@@ -107,11 +107,11 @@ std::wstring CanonicalWord(std::wstring_view text) {
 }
 
 template <class Value>
-using Word = std::pair<std::wstring_view, Value>;
+using Spelling = std::pair<std::wstring_view, Value>;
 
 // What a word stands for; nothing when it is none of `words`.
 template <class Value, size_t count>
-std::optional<Value> FromWord(std::wstring_view text, const Word<Value> (&words)[count]) {
+std::optional<Value> FromWord(std::wstring_view text, const Spelling<Value> (&words)[count]) {
     const std::wstring word = CanonicalWord(text);
     for (const auto& [name, value] : words) {
         if (word == name) {
@@ -121,7 +121,7 @@ std::optional<Value> FromWord(std::wstring_view text, const Word<Value> (&words)
     return std::nullopt;
 }
 
-constexpr Word<AutoOutput> kAutoOutputWords[] = {
+constexpr Spelling<AutoOutput> kAutoOutputWords[] = {
     {L"YES", AutoOutput::Enabled},
     {L"TRUE", AutoOutput::Enabled},
     {L"NO", AutoOutput::Disabled},
@@ -133,7 +133,7 @@ constexpr Word<AutoOutput> kAutoOutputWords[] = {
     {L"AUTODASID", AutoOutput::AutoDahsId},
 };
 
-constexpr Word<RedundantDasRole> kRoleWords[] = {
+constexpr Spelling<RedundantDasRole> kRoleWords[] = {
     {L"STANDALONE", RedundantDasRole::Standalone},
     {L"PRIMARY", RedundantDasRole::Primary},
     {L"SECONDARY", RedundantDasRole::Secondary},

@@ -199,7 +199,7 @@ TEST(PictureResources, IconGroupsHoldEverySizeOfADesktop) {
             sides.push_back(group[kHead + i * kEntry]);
         }
         const bool small = id == VantorIcons_Plain16x16Only;
-        EXPECT_EQ(sides, small ? std::vector<int>{16} : (std::vector<int>{16, 32, 48, 0})) << id;
+        EXPECT_EQ(sides, small ? std::vector<int>{16} : (std::vector<int>{16, 32, 48, 64})) << id;
     }
     FreeLibrary(module);
 }

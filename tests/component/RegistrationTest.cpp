@@ -29,8 +29,10 @@ using Snapshot = std::map<std::wstring, std::wstring>;
 void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, REGSAM view, Snapshot& snapshot) {
     HKEY key = nullptr;
     DWORD children = 0, values = 0;
-    // What Wine notes for itself, and the 32-bit classes, which are seen below the classes too.
-    if (path == L"user\\Wine" || path == L"machine\\Wow6432Node\\Classes") {
+    // What Wine notes for itself and of the machine's networks, and the 32-bit classes, which are seen below the
+    // classes too.
+    if (path == L"user\\Wine" || path == L"machine\\Wow6432Node\\Classes" ||
+        path.starts_with(L"machine\\Microsoft\\Windows NT\\CurrentVersion\\Network")) {
         return;
     }
     if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) {
