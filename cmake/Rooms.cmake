@@ -29,7 +29,5 @@ function(v5_server name)
                         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
   target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--enable-stdcall-fixup
                       -Wl,--exclude-all-symbols)
-  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    target_link_options(${name} PRIVATE -Wl,--file-alignment=4096)
-  endif()
+  target_link_options(${name} PRIVATE -Wl,--file-alignment=4096)
 endfunction()

@@ -13,9 +13,11 @@ for name in plain data config user audit; do
     for size in 32 48 64; do
         rsvg-convert -w $size -h $size "$name.svg" -o "$work/$name-$size.png"
     done
-    # The largest, for displays of twice the usual density, is kept compressed: it would be a third of all pictures.
-    convert "$work/$name-64.png" -strip -define png:compression-level=9 "PNG32:$work/$name-64.png"
-    icotool -c -o "$name.ico" "$work/$name"-{16,32,48}.png --raw="$work/$name-64.png"
+    # The larger ones, for dense displays, are kept compressed: they would be most of all pictures.
+    for size in 48 64; do
+        convert "$work/$name-$size.png" -strip -define png:compression-level=9 "PNG32:$work/$name-$size.png"
+    done
+    icotool -c -o "$name.ico" "$work/$name"-{16,32}.png --raw="$work/$name-48.png" --raw="$work/$name-64.png"
 done
 icotool -c -o plain-16.ico "$work/plain-16.png"
 
