@@ -28,6 +28,5 @@ function(v5_server name)
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}"
                         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
   target_link_options(${name} PRIVATE -s -Wl,--gc-sections -Wl,--enable-stdcall-fixup
-                      -Wl,--exclude-all-symbols)
-  target_link_options(${name} PRIVATE -Wl,--file-alignment=4096)
+                      -Wl,--exclude-all-symbols -Wl,--file-alignment=4096)
 endfunction()

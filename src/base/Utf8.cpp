@@ -78,20 +78,26 @@ std::optional<char32_t> TakeUtf8(std::string_view& bytes) {
     return std::nullopt;
 }
 
+// Hands on the characters of `count` units of UTF-16 (characters, where wide ones have 32 bits), which `unit` gives by
+// their index; half a surrogate pair as it is.
+template <class UnitAt, class Take>
+void ForEachCharacter(size_t count, UnitAt unit, Take take) {
+    for (size_t i = 0; i < count; ++i) {
+        const bool isPair = IsHighSurrogate(unit(i)) && i + 1 < count && IsLowSurrogate(unit(i + 1));
+        take(isPair ? Join(unit(i), unit(i + 1)) : unit(i));
+        i += isPair ? 1 : 0;
+    }
+}
+
 // The text of UTF-16 bytes; `lowByte` is the place of a unit's lower byte, 0 or 1.
 std::wstring FromUtf16(std::string_view bytes, size_t lowByte) {
     const auto unit = [&](size_t i) -> char32_t {
         return static_cast<unsigned char>(bytes[2 * i + lowByte]) |
                (static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * i + 1 - lowByte])) << 8);
     };
-    const size_t count = bytes.size() / 2;
     std::wstring text;
-    text.reserve(count);
-    for (size_t i = 0; i < count; ++i) {
-        const bool isPair = IsHighSurrogate(unit(i)) && i + 1 < count && IsLowSurrogate(unit(i + 1));
-        AppendWide(isPair ? Join(unit(i), unit(i + 1)) : unit(i), text);
-        i += isPair ? 1 : 0;
-    }
+    text.reserve(bytes.size() / 2);
+    ForEachCharacter(bytes.size() / 2, unit, [&](char32_t code) { AppendWide(code, text); });
     return text;
 }
 
@@ -105,14 +111,8 @@ std::string ToUtf8(std::wstring_view text) {
     const auto unit = [&](size_t i) { return static_cast<char32_t>(text[i]); };
     std::string out;
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (IsHighSurrogate(unit(i)) && i + 1 < text.size() && IsLowSurrogate(unit(i + 1))) {
-            AppendUtf8(Join(unit(i), unit(i + 1)), out);
-            ++i;
-        } else {
-            AppendUtf8(IsCharacter(unit(i)) ? unit(i) : kReplacement, out);
-        }
-    }
+    ForEachCharacter(text.size(), unit,
+                     [&](char32_t code) { AppendUtf8(IsCharacter(code) ? code : kReplacement, out); });
     return out;
 }
 

@@ -50,7 +50,7 @@ class Site {
     // DAHS for it; the reasons stand in `Problems`. Works once for each object.
     bool Read(AppCategory category, bool noninteractive, bool dotNet, BlankConnections option);
 
-    // The same with a site file of any name and place, which need not be found.
+    // The same with a site file of any name and place, which need not be found; an empty path: with the one that is.
     bool ReadFrom(const std::wstring& path, AppCategory category, bool noninteractive, bool dotNet,
                   BlankConnections option);
 

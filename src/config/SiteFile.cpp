@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -95,10 +94,6 @@ constexpr std::array<AppCategory, 5> kMaskCategories = {AppCategory::Ios, AppCat
 constexpr size_t kMasksSection = kMaxDahsId;  // its position in SiteSections, behind Dahs1 to Dahs99
 constexpr size_t kMaxNetBiosName = 15;        // characters
 
-bool IsOneOf(std::wstring_view word, std::initializer_list<std::wstring_view> words) {
-    return std::any_of(words.begin(), words.end(), [&](auto other) { return EqualsIgnoreCase(word, other); });
-}
-
 // A word as the file's authors may write it: Auto-Primary, AUTO_PRIMARY and autoprimary are the same.
 std::wstring CanonicalWord(std::wstring_view text) {
     std::wstring word = ToUpper(text);
@@ -133,6 +128,9 @@ constexpr Spelling<AutoOutput> kAutoOutputWords[] = {
     {L"AUTODASID", AutoOutput::AutoDahsId},
 };
 
+constexpr Spelling<bool> kSwitchWords[] = {
+    {L"TRUE", true}, {L"YES", true}, {L"FALSE", false}, {L"NO", false}, {L"FASLE", false}};
+
 constexpr Spelling<RedundantDasRole> kRoleWords[] = {
     {L"STANDALONE", RedundantDasRole::Standalone},
     {L"PRIMARY", RedundantDasRole::Primary},
@@ -158,7 +156,7 @@ AffinityMasks ReadAffinityMasks(const IniFile& file) {
     file.ReadSection(kMasksSection, keys, values);
     AffinityMasks masks{};
     for (size_t i = 0; i < values.size(); ++i) {
-        masks[kMaskCategories[i]] = ToLong(ReplaceAll(Trim(values[i]), L"0x", L"&H")).value_or(0);
+        masks[kMaskCategories[i]] = AffinityMaskFromText(values[i]).value_or(0);
     }
     return masks;
 }
@@ -259,17 +257,8 @@ class DahsSectionReader {
         }
     }
 
-    // A switch that is on unless the file turns it off, and one that is off unless the file turns it on.
-    bool IsOnByDefault(size_t key) const {
-        const std::wstring_view value = Value(key);
-        const std::optional<double> number = ParseNumber(value);
-        return number ? *number != 0 : !IsOneOf(value, {L"FALSE", L"NO", L"FASLE"});
-    }
-    bool IsOffByDefault(size_t key) const {
-        const std::wstring_view value = Value(key);
-        const std::optional<double> number = ParseNumber(value);
-        return number ? *number != 0 : IsOneOf(value, {L"TRUE", L"YES"});
-    }
+    bool IsOnByDefault(size_t key) const { return SwitchFromText(Value(key)).value_or(true); }
+    bool IsOffByDefault(size_t key) const { return SwitchFromText(Value(key)).value_or(false); }
 
     void ReadSwitches() {
         mEntry.hdrEnabled = IsOnByDefault(key::HDR);
@@ -435,6 +424,22 @@ const IniNames& SiteSections() {
     static const std::vector<std::wstring> names = SiteSectionNames();
     static const IniNames sections(std::vector<std::wstring_view>(names.begin(), names.end()));
     return sections;
+}
+
+std::optional<bool> SwitchFromText(std::wstring_view value) {
+    if (const std::optional<double> number = ParseNumber(value)) {
+        return *number != 0;
+    }
+    for (const auto& [word, isOn] : kSwitchWords) {
+        if (EqualsIgnoreCase(value, word)) {
+            return isOn;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::int32_t> AffinityMaskFromText(std::wstring_view value) {
+    return ToLong(ReplaceAll(Trim(value), L"0x", L"&H"));
 }
 
 std::span<const std::wstring_view> DahsKeys() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,6 +24,12 @@ const IniNames& SiteSections();
 // The keys that a [DahsN] section and the section AffinityMasks may have.
 std::span<const std::wstring_view> DahsKeys();
 std::span<const std::wstring_view> AffinityMaskKeys();
+
+// What a switch says, a number or a word; nothing when it is neither yes nor no, and its default counts.
+std::optional<bool> SwitchFromText(std::wstring_view value);
+
+// The processors of an affinity mask, decimal or hexadecimal; nothing when it is no number.
+std::optional<std::int32_t> AffinityMaskFromText(std::wstring_view value);
 
 // Adds the usable entries of a site file to `entries`, in ascending order of their identifiers, and every finding to
 // `problems`, where `path` names the file.

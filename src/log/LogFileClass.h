@@ -17,15 +17,9 @@ class LogFileClass final : public AutomationObject<LogFileClass, _LogFileClass, 
     static constexpr wchar_t kProgId[] = L"V5Strings.LogFileClass";
 
     STDMETHODIMP get_Active(VARIANT_BOOL* Result) override { return get_IsActive(Result); }
-    STDMETHODIMP get_IsActive(VARIANT_BOOL* Result) override {
-        return Return(Result, [&] { return mLog.IsActive(); });
-    }
-    STDMETHODIMP get_Filename(BSTR* Result) override {
-        return Return(Result, [&] { return std::wstring_view(mLog.Filename()); });
-    }
-    STDMETHODIMP get_LogError(BSTR* Result) override {
-        return Return(Result, [&] { return std::wstring_view(mLog.Error()); });
-    }
+    STDMETHODIMP get_IsActive(VARIANT_BOOL* Result) override { return Get(Result, mLog.IsActive()); }
+    STDMETHODIMP get_Filename(BSTR* Result) override { return Get(Result, mLog.Filename()); }
+    STDMETHODIMP get_LogError(BSTR* Result) override { return Get(Result, mLog.Error()); }
     STDMETHODIMP StartLog(BSTR strFilename, BSTR strLogTitle, VARIANT_BOOL blnShowMilliseconds,
                           VARIANT_BOOL blnShowTimestamp, VARIANT_BOOL* Result) override {
         return StartLog2(strFilename, strLogTitle, blnShowMilliseconds, blnShowTimestamp, 0, Result);

@@ -14,9 +14,7 @@ namespace v5 {
 
 namespace {
 
-constexpr long kOwnRows = 1;  // lookup rows of the site itself
-constexpr long kAll = -1;     // selectors of OpenSite
-constexpr wchar_t kLookupTable[] = L"V5LOOKUP";
+constexpr long kAll = -1;  // selectors of OpenSite
 
 VARIANT_BOOL Flag(bool value) {
     return value ? VARIANT_TRUE : VARIANT_FALSE;

@@ -8,6 +8,10 @@
 
 namespace v5 {
 
+// Where a site's documents stand: its own rows of the table of lookups.
+inline constexpr long kOwnRows = 1;
+inline constexpr wchar_t kLookupTable[] = L"V5LOOKUP";
+
 // A new database interface object, its Message events connected to `messages` until the object is destroyed, which
 // closes nothing by itself. Throws AutomationError when the component cannot be created or raises no events.
 std::unique_ptr<SiteDatabase> NewDbilDatabase(MessageSink& messages);
