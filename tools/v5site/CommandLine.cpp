@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include <algorithm>
+#include <functional>
 #include <initializer_list>
 #include <iterator>
 #include <stdexcept>
@@ -199,16 +200,21 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
                     {L"--show-passwords", isFor({Command::Show}), &CommandLine::showPasswords},
                     {L"--strict", isFor({Command::Check}), &CommandLine::strict},
                     {L"--all", isFor({Command::Security}), &CommandLine::all}};
-    const std::pair<const wchar_t*, bool> withValues[] = {{L"--dahs", isForOneDahs},
-                                                          {L"--site", isForOneDahs},
-                                                          {L"--file", readsOneFile},
-                                                          {L"--page", isFor({Command::Security})},
-                                                          {L"--since", isFor({Command::Security})},
-                                                          {L"--user", isFor({Command::Security})},
-                                                          {L"--may", isFor({Command::Security})},
-                                                          {L"--from", isFor({Command::Log})},
-                                                          {L"--to", isFor({Command::Log})},
-                                                          {L"--grep", isFor({Command::Log})}};
+    const bool isSecurity = isFor({Command::Security}), isLog = isFor({Command::Log});
+    const struct {
+        const wchar_t* name;
+        bool isAllowed;
+        std::function<void(const std::wstring& name, const std::wstring& value)> take;
+    } options[] = {{L"--dahs", isForOneDahs, [&](auto& name, auto& value) { line.dahsID = NumberFrom(name, value); }},
+                   {L"--site", isForOneDahs, [&](auto&, auto& value) { line.siteID = value; }},
+                   {L"--file", readsOneFile, [&](auto&, auto& value) { line.file = value; }},
+                   {L"--page", isSecurity, [&](auto& name, auto& value) { line.page = NumberFrom(name, value); }},
+                   {L"--since", isSecurity, [&](auto& name, auto& value) { line.since = TimeFrom(name, value); }},
+                   {L"--user", isSecurity, [&](auto&, auto& value) { line.user = value; }},
+                   {L"--may", isSecurity, [&](auto& name, auto& value) { line.may = NumberFrom(name, value); }},
+                   {L"--from", isLog, [&](auto& name, auto& value) { line.from = TimeFrom(name, value); }},
+                   {L"--to", isLog, [&](auto& name, auto& value) { line.to = TimeFrom(name, value); }},
+                   {L"--grep", isLog, [&](auto&, auto& value) { line.grep = value; }}};
     size_t files = 0;
     for (size_t i = 1; i < arguments.size(); ++i) {
         const std::wstring& word = arguments[i];
@@ -216,31 +222,17 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             line.command = Command::Help;
             return line;
         }
-        const auto* const flag = std::find_if(std::begin(switches), std::end(switches), [&](const auto& option) {
-            return option.isAllowed && word == option.name;
-        });
-        const bool hasValue = std::any_of(std::begin(withValues), std::end(withValues),
-                                          [&](const auto& option) { return option.second && word == option.first; });
+        const auto* const flag = std::find_if(std::begin(switches), std::end(switches),
+                                              [&](const auto& each) { return each.isAllowed && word == each.name; });
+        const auto* const option = std::find_if(std::begin(options), std::end(options),
+                                                [&](const auto& each) { return each.isAllowed && word == each.name; });
         if (flag != std::end(switches)) {
             line.*flag->flag = true;
-        } else if (hasValue) {
+        } else if (option != std::end(options)) {
             if (i + 1 == arguments.size() || arguments[i + 1].starts_with(L"--")) {
                 throw Wrong(L"a value is missing after " + word);
             }
-            const std::wstring& value = arguments[++i];
-            if (word == L"--dahs") {
-                line.dahsID = NumberFrom(word, value);
-            } else if (word == L"--may" || word == L"--page") {
-                (word == L"--may" ? line.may : line.page) = NumberFrom(word, value);
-            } else if (word == L"--since") {
-                line.since = TimeFrom(word, value);
-            } else if (word == L"--from" || word == L"--to") {
-                (word == L"--from" ? line.from : line.to) = TimeFrom(word, value);
-            } else if (word == L"--grep") {
-                line.grep = value;
-            } else {
-                (word == L"--site" ? line.siteID : word == L"--user" ? line.user : line.file) = value;
-            }
+            option->take(word, arguments[++i]);
         } else if (line.command == Command::Diff && files < std::size(line.files) && !word.starts_with(L"--")) {
             line.files[files++] = word;
         } else if (line.command == Command::Log && !word.starts_with(L"--")) {

@@ -24,35 +24,31 @@ bool WriteToConsole(HANDLE console, std::wstring_view text) {
     return true;
 }
 
-bool WriteAsUtf8(HANDLE stream, std::wstring_view text) {
-    const auto size = static_cast<int>(text.size());
-    std::string bytes(text.size() * 3, '\0');  // the most that one UTF-16 unit can take
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), static_cast<int>(bytes.size()),
-                                           nullptr, nullptr);
+// To anything but a console.
+bool WriteBytes(HANDLE stream, std::string_view utf8) {
     DWORD written = 0;
-    return text.empty() || (WriteFile(stream, bytes.data(), static_cast<DWORD>(length), &written, nullptr) &&
-                            written == static_cast<DWORD>(length));
+    return utf8.empty() || (WriteFile(stream, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr) &&
+                            written == utf8.size());
 }
 
 bool Write(DWORD which, std::wstring_view text) {
     const HANDLE stream = GetStdHandle(which);
-    DWORD mode = 0;
-    return GetConsoleMode(stream, &mode) ? WriteToConsole(stream, text) : WriteAsUtf8(stream, text);
+    return IsConsole(which) ? WriteToConsole(stream, text) : WriteBytes(stream, v5::ToUtf8(text));
 }
 
 }  // namespace
+
+bool IsConsole(unsigned long which) {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(which), &mode) != FALSE;
+}
 
 bool Print(std::wstring_view text) {
     return Write(STD_OUTPUT_HANDLE, text);
 }
 
 bool PrintUtf8(std::string_view text) {
-    const HANDLE stream = GetStdHandle(STD_OUTPUT_HANDLE);
-    DWORD mode = 0, written = 0;
-    return GetConsoleMode(stream, &mode)
-               ? WriteToConsole(stream, v5::FromUtf8(text))
-               : WriteFile(stream, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
-                     written == text.size();
+    return IsConsole(STD_OUTPUT_HANDLE) ? Print(v5::FromUtf8(text)) : WriteBytes(GetStdHandle(STD_OUTPUT_HANDLE), text);
 }
 
 void PrintError(std::wstring_view text) {

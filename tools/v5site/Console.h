@@ -10,4 +10,7 @@ bool Print(std::wstring_view text);
 bool PrintUtf8(std::string_view text);
 void PrintError(std::wstring_view text);
 
+// Whether a standard stream (STD_OUTPUT_HANDLE, STD_ERROR_HANDLE) is a console.
+bool IsConsole(unsigned long which);
+
 }  // namespace v5site

@@ -94,8 +94,7 @@ std::wstring JsonTexts(const std::vector<std::wstring>& texts, int depth) {
 }
 
 std::wstring JsonDocument(std::vector<std::pair<std::wstring, std::wstring>> members) {
-    constexpr int kSchema = 1;
-    members.insert(members.begin(), {L"schema", std::to_wstring(kSchema)});
+    members.insert(members.begin(), {L"schema", std::to_wstring(kJsonSchema)});
     return JsonObject(members, 0) + L"\n";
 }
 

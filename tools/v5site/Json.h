@@ -10,6 +10,9 @@
 
 namespace v5site {
 
+// The form of what --json prints; another number when a member changes its meaning.
+inline constexpr int kJsonSchema = 1;
+
 std::wstring JsonText(std::wstring_view text);
 std::wstring JsonValue(const Value& value);
 

@@ -7,13 +7,16 @@
 #include <cstring>
 #include <utility>
 
+#include "Json.h"
+
 namespace v5site {
 
 namespace {
 
 constexpr std::string_view kStart = "** START ";
 constexpr std::string_view kEnd = "** END ";
-constexpr std::string_view kGap = "---- ";  // "---- 11 seconds since previous write"
+constexpr std::string_view kGap = "---- ";      // "---- 11 seconds since previous write"
+constexpr std::string_view kGapRemark = "gap";  // for JSON: a reader of text sees the line itself
 constexpr size_t kTickColumns = 13;
 constexpr size_t kStampLength = 22;  // "2014-03-05 02:07:09 PM"
 constexpr std::int64_t kHour = 3600;
@@ -147,10 +150,7 @@ class LogReader {
         } else if (hasTick) {
             TakeTick(tick);
         } else if (rest.starts_with(kGap)) {
-            mRemark = "gap";
-        }
-        if (hasTick && rest.size() > kStampLength && rest.substr(kStampLength).starts_with("  ---- ")) {
-            mRemark = "gap";
+            mRemark = kGapRemark;
         }
     }
     // "** START Vantor log file  2014-03-05 02:07:09 PM **"
@@ -177,7 +177,7 @@ class LogReader {
     }
     void TakeTime(std::int64_t seconds, std::int64_t tick) {
         const bool goesOn = tick < 0 || mTick < 0 || tick >= mTick;
-        if (seconds + mRepeated < mTime + mRepeated - kHour / 2 && mIsRunning && goesOn && mRepeated == 0) {
+        if (seconds < mTime - kHour / 2 && mIsRunning && goesOn && mRepeated == 0) {
             mRepeated = kHour;  // the clock went back while the computer ran on
             mRemark = "the end of summer time: this hour comes a second time";
         }
@@ -247,7 +247,7 @@ class Output {
         for (const LogReader& reader : readers) {
             mLabels.push_back(reader.Name() + std::string(width - reader.Name().size() + 2, ' '));
         }
-        mText = json ? "{\n  \"schema\": 1,\n  \"lines\": [" : "";
+        mText = json ? "{\n  \"schema\": " + std::to_string(kJsonSchema) + ",\n  \"lines\": [" : "";
     }
     void Line(const LogReader& reader, std::string_view text, std::string_view remark) {
         if (mJson) {
@@ -263,7 +263,7 @@ class Output {
             mText += '}';
         } else {
             const std::string& label = mLabels[reader.FileNumber()];
-            if (!remark.empty() && remark != "gap") {
+            if (!remark.empty() && remark != kGapRemark) {
                 mText.append(label).append("!! ").append(remark).append("\n");
             }
             mText.append(label).append(text).append("\n");

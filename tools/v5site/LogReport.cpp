@@ -56,11 +56,6 @@ class Progress {
     }
 
   private:
-    static bool IsConsole(DWORD stream) {
-        DWORD mode = 0;
-        return GetConsoleMode(GetStdHandle(stream), &mode) != FALSE;
-    }
-
     const bool mIsShown = IsConsole(STD_ERROR_HANDLE) && !IsConsole(STD_OUTPUT_HANDLE);  // else the lines show it
     ULONGLONG mLast = GetTickCount64();
     std::uint64_t mBytes = 0;

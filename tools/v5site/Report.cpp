@@ -30,6 +30,12 @@ std::vector<std::wstring> Findings(const v5::Site& site) {
     return findings;
 }
 
+std::vector<std::wstring> ProblemsOf(const v5::Site& site) {
+    std::vector<std::wstring> problems = Findings(site);
+    std::erase_if(problems, [](const std::wstring& finding) { return !IsProblem(finding); });
+    return problems;
+}
+
 struct EntryRow {
     std::int32_t dahsID;
     std::wstring siteID, role, computerName, description;
@@ -85,37 +91,32 @@ std::wstring Group(const std::wstring& heading, const std::vector<Setting>& sett
     return text;
 }
 
-std::wstring JsonCheck(const SiteReader& reader, const SiteText& text, ExitStatus status) {
-    const std::vector<std::wstring> findings = Findings(reader.Site());
-    std::vector<std::wstring> numbers, remarks;
-    for (const std::wstring& finding : findings) {
-        numbers.push_back(std::to_wstring(text.LineOf(finding)));
-    }
-    for (const Remark& remark : text.Remarks()) {
-        remarks.push_back(JsonSettings({{L"line", static_cast<long>(remark.line)},
-                                        {L"section", MaskPasswords(remark.section)},
-                                        {L"key", MaskPasswords(remark.key)},
-                                        {L"text", MaskPasswords(remark.text)}},
-                                       2));
-    }
-    return JsonDocument({{L"file", JsonText(MaskPasswords(reader.Site().FilePath()))},
-                         {L"status", std::to_wstring(status)},
-                         {L"findings", JsonTexts(findings, 1)},
-                         {L"lines", JsonArray(numbers, 1)},
-                         {L"remarks", JsonArray(remarks, 1)},
-                         {L"usable", JsonRows(Rows(reader.Site()))}});
-}
-
 Report Check(const CommandLine& line, const SiteReader& reader) {
     const std::vector<std::wstring> findings = Findings(reader.Site());
     const std::vector<EntryRow> rows = Rows(reader.Site());
-    const SiteText file(reader.Text());
+    const SiteText file(reader.Host().Text());
     const std::vector<Remark> remarks = file.Remarks();
     const auto problems = static_cast<size_t>(std::count_if(findings.begin(), findings.end(), IsProblem));
     Report report;
     report.status = !reader.IsUsable() ? NoDahs : problems > 0 || (line.strict && !remarks.empty()) ? Problems : Fine;
     if (line.json) {
-        report.output = JsonCheck(reader, file, report.status);
+        std::vector<std::wstring> numbers, items;
+        for (const std::wstring& finding : findings) {
+            numbers.push_back(std::to_wstring(file.LineOf(finding)));
+        }
+        for (const Remark& remark : remarks) {
+            items.push_back(JsonSettings({{L"line", static_cast<long>(remark.line)},
+                                          {L"section", MaskPasswords(remark.section)},
+                                          {L"key", MaskPasswords(remark.key)},
+                                          {L"text", MaskPasswords(remark.text)}},
+                                         2));
+        }
+        report.output = JsonDocument({{L"file", JsonText(MaskPasswords(reader.Site().FilePath()))},
+                                      {L"status", std::to_wstring(report.status)},
+                                      {L"findings", JsonTexts(findings, 1)},
+                                      {L"lines", JsonArray(numbers, 1)},
+                                      {L"remarks", JsonArray(items, 1)},
+                                      {L"usable", JsonRows(rows)}});
         return report;
     }
     for (const std::wstring& finding : findings) {
@@ -159,9 +160,7 @@ Report List(const CommandLine& line, const SiteReader& reader) {
                          row.isRemote ? L"remote" : L"local", row.description});
     }
     report.output = TableOf(table);
-    for (const std::wstring& finding : Findings(reader.Site())) {
-        report.errors += IsProblem(finding) ? L"v5site: " + finding + L"\n" : L"";
-    }
+    report.errors = MessageLines(ProblemsOf(reader.Site()));
     return report;
 }
 
@@ -190,9 +189,7 @@ Report Show(const CommandLine& line, const SiteReader& reader) {
 // Why there is nothing to list or show.
 Report Nothing(const CommandLine& line, const std::vector<std::wstring>& reasons) {
     Report report;
-    for (const std::wstring& reason : reasons) {
-        report.errors += L"v5site: " + reason + L"\n";
-    }
+    report.errors = MessageLines(reasons);
     report.status = NoDahs;
     report.output = line.json ? JsonFailure(report.status, reasons) : L"";
     return report;
@@ -243,6 +240,14 @@ std::wstring Padded(std::wstring text, size_t width) {
     return text;
 }
 
+std::wstring MessageLines(const std::vector<std::wstring>& messages) {
+    std::wstring lines;
+    for (const std::wstring& message : messages) {
+        lines.append(L"v5site: ").append(message).append(L"\n");
+    }
+    return lines;
+}
+
 std::wstring TableOf(const std::vector<std::vector<std::wstring>>& rows) {
     std::vector<size_t> widths(rows.at(0).size());
     for (const auto& row : rows) {
@@ -280,19 +285,17 @@ Report Run(const CommandLine& line) {
         return ShowWhy(line, reader);
     }
     if (!reader.IsUsable()) {
-        std::vector<std::wstring> findings = Findings(reader.Site());
-        std::erase_if(findings, [](const std::wstring& finding) { return !IsProblem(finding); });
-        return Nothing(line, findings);
+        return Nothing(line, ProblemsOf(reader.Site()));
     }
     if (line.command == Command::List) {
         return List(line, reader);
     }
     if (!reader.Choose(line)) {
-        std::vector<std::wstring> reasons = {line.dahsID ? L"DAHS " + std::to_wstring(*line.dahsID) +
-                                                               L" is not defined or not usable"
-                                                         : Findings(reader.Site()).back()};
-        const auto more = FindingsOn(reader.Site(), static_cast<std::int32_t>(line.dahsID.value_or(0)));
-        reasons.insert(reasons.end(), line.dahsID ? more.begin() : more.end(), more.end());
+        if (!line.dahsID) {
+            return Nothing(line, {Findings(reader.Site()).back()});
+        }
+        std::vector<std::wstring> reasons = FindingsOn(reader.Site(), static_cast<std::int32_t>(*line.dahsID));
+        reasons.insert(reasons.begin(), L"DAHS " + std::to_wstring(*line.dahsID) + L" is not defined or not usable");
         return Nothing(line, reasons);
     }
     return line.command == Command::Security ? ShowSecurity(line, reader.Site()) : Show(line, reader);

@@ -22,6 +22,9 @@ struct Report {
 // Carries the command out. Throws Error.
 Report Run(const CommandLine& line);
 
+// Messages for the standard error, a line each.
+std::wstring MessageLines(const std::vector<std::wstring>& messages);
+
 // A table of columns as wide as their widest cell; the first row is the heading.
 std::wstring TableOf(const std::vector<std::vector<std::wstring>>& rows);
 

@@ -12,6 +12,8 @@
 #include "CommandLine.h"
 #include "V5DBIL.h"
 #include "V5Strings.h"
+#include "com/Values.h"
+#include "security/DbilDatabase.h"
 #include "security/SecuritySite.h"
 #include "security/TextConversionFunctions.h"
 #include "security/UtilityBase64Functions.h"
@@ -37,7 +39,7 @@ struct SiteAccess {
 };
 
 std::wstring TextOf(BSTR text) {
-    return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
+    return std::wstring(v5::View(text));
 }
 
 // Collects the Message events of an object while it lives. Nobody else's reference keeps it alive.
@@ -165,10 +167,9 @@ bool ReadDatabase(const SiteAccess& site, std::vector<Change>& changes, std::vec
                          VARIANT_TRUE, 0, &isInitialised);
     database->OpenSite(site.siteID, -1, -1, -1, 0, 0, 0, &isOpen);
     const HRESULT result = database->ReadEventLog(site.siteID, 0, records.GetAddress());  // 0: all records
-    constexpr long kOwnRows = 1;  // lookup rows of the site itself
     _bstr_t minimums;
     const HRESULT isRead =
-        database->ReadLookup(site.siteID, kOwnRows, _bstr_t(L"V5LOOKUP"),
+        database->ReadLookup(site.siteID, v5::kOwnRows, _bstr_t(v5::kLookupTable),
                              _bstr_t(std::wstring(v5::kMinimumsDocument.key).c_str()), minimums.GetAddress());
     restrictions = StoredRestrictions(TextOf(minimums));
     LONG last = -1;

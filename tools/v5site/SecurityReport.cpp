@@ -52,7 +52,7 @@ std::wstring MayLines(const SecurityFacts& facts, long restriction) {
     return text;
 }
 
-std::wstring Lines(const SecurityFacts& facts, bool all, size_t page, bool isFiltered) {
+std::wstring Lines(const SecurityFacts& facts, const CommandLine& line) {
     std::wstring text = L"Security    " + Display(facts.status) + L"\n" +  //
                         L"User        " + facts.user + L", level " + Display(facts.userLevel) + L"\n";
     for (size_t i = 0; i < std::size(facts.lists); ++i) {
@@ -72,9 +72,10 @@ std::wstring Lines(const SecurityFacts& facts, bool all, size_t page, bool isFil
         return text + L"\nChanges unknown: the event log could not be read\n";
     }
     constexpr size_t kPage = 20;
-    const size_t count = facts.changes.size(), back = all ? 0 : std::min(count, (page - 1) * kPage), end = count - back,
-                 first = all ? 0 : end - std::min(end, kPage);
-    const std::wstring such = isFiltered ? L"such " : L"";
+    const auto page = static_cast<size_t>(line.page.value_or(1));
+    const size_t count = facts.changes.size(), end = line.all ? count : count - std::min(count, (page - 1) * kPage),
+                 first = line.all ? 0 : end - std::min(end, kPage);
+    const std::wstring such = line.user || !line.since.empty() ? L"such " : L"";
     text += count == 0                   ? L"\nNo " + such + L"changes in the whole event log\n"
             : first == 0 && end == count ? L"\nAll " + such + L"changes\n"
             : first == end               ? L"\nNo such page\n"
@@ -126,7 +127,6 @@ std::wstring Json(const v5::Site& site, const SecurityFacts& facts, std::optiona
 
 Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
     SecurityFacts facts = ReadSecurity(site, line.may);
-    const bool isFiltered = line.user || !line.since.empty();
     std::erase_if(facts.changes, [&](const Change& change) {
         return change.time < line.since ||
                (line.user && v5::FindIgnoreCase(change.text, L"by '" + *line.user + L"'") == std::wstring::npos);
@@ -138,9 +138,7 @@ Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
         change.text = MaskPasswords(change.text);
     }
     Report report;
-    for (const std::wstring& message : facts.messages) {
-        report.errors += L"v5site: " + message + L"\n";
-    }
+    report.errors = MessageLines(facts.messages);
     if (!facts.isOpen) {
         report.status = NoDahs;
         report.output = line.json ? JsonFailure(report.status, facts.messages) : L"";
@@ -148,8 +146,7 @@ Report ShowSecurity(const CommandLine& line, const v5::Site& site) {
     }
     report.status = facts.messages.empty() && facts.isTrailRead ? Fine : Problems;
     report.output = line.json ? Json(site, facts, line.may)
-                              : L"Site        " + site.Current().entry->siteID + L"\n" +
-                                    Lines(facts, line.all, static_cast<size_t>(line.page.value_or(1)), isFiltered);
+                              : L"Site        " + site.Current().entry->siteID + L"\n" + Lines(facts, line);
     if (line.may && !line.json) {
         report.output += MayLines(facts, *line.may);
     }

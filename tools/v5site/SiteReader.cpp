@@ -14,28 +14,26 @@ bool LookingHost::FileExists(const std::wstring& path) const {
     return isThere;
 }
 
+std::wstring LookingHost::ReadFile(const std::wstring& path, std::wstring& text) const {
+    std::wstring reason = v5::WindowsSiteHost::ReadFile(path, text);
+    mText = text;
+    return reason;
+}
+
 std::wstring LookingHost::LibraryFolder() const {
     const std::wstring dll = RegisteredDll(sizeof(void*) * 8);
     return dll.empty() ? v5::ModuleFolder() : v5::ParentFolder(dll);
 }
 
-SiteReader::SiteReader(const CommandLine& line, const std::optional<std::wstring>& file) : mSite(mHost) {
-    mIsUsable = file ? mSite.ReadFrom(mHost.FullPath(*file), v5::AppCategory::NotApplicable, line.noninteractive,
-                                      line.dotNet, v5::BlankConnections::IgnoreEntry)
-                     : mSite.Read(v5::AppCategory::NotApplicable, line.noninteractive, line.dotNet,
-                                  v5::BlankConnections::IgnoreEntry);
-}
+SiteReader::SiteReader(const CommandLine& line, const std::optional<std::wstring>& file)
+    : mSite(mHost),
+      mIsUsable(mSite.ReadFrom(file ? mHost.FullPath(*file) : L"", v5::AppCategory::NotApplicable, line.noninteractive,
+                               line.dotNet, v5::BlankConnections::IgnoreEntry)) {}
 
 bool SiteReader::Choose(const CommandLine& line) {
     return line.dahsID   ? mSite.Choose(*line.dahsID, line.noninteractive, line.dotNet)
            : line.siteID ? mSite.ChooseSite(*line.siteID, line.noninteractive, line.dotNet)
                          : true;
-}
-
-std::wstring SiteReader::Text() const {
-    std::wstring text;
-    static_cast<void>(mHost.ReadFile(mSite.FilePath(), text));
-    return text;
 }
 
 std::wstring RegisteredDll(int width) {

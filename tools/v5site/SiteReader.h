@@ -23,6 +23,7 @@ struct Attempt {
 class LookingHost final : public v5::WindowsSiteHost {
   public:
     bool FileExists(const std::wstring& path) const override;
+    std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override;
     std::wstring CreateFolder(const std::wstring&) override { return {}; }
     bool SetProcessAffinityMask(std::uint64_t) override { return true; }
 
@@ -32,8 +33,12 @@ class LookingHost final : public v5::WindowsSiteHost {
     // Where the search has looked so far.
     const std::vector<Attempt>& Attempts() const { return mAttempts; }
 
+    // What was read; empty when there was no file that could be.
+    const std::wstring& Text() const { return mText; }
+
   private:
     mutable std::vector<Attempt> mAttempts;
+    mutable std::wstring mText;
 };
 
 class SiteReader {
@@ -50,13 +55,10 @@ class SiteReader {
     // Makes the DAHS that the command line asks for the current one; false when there is no such DAHS.
     bool Choose(const CommandLine& line);
 
-    // The file's text; empty when there is none that can be read.
-    std::wstring Text() const;
-
   private:
     LookingHost mHost;
     v5::Site mSite;
-    bool mIsUsable = false;
+    const bool mIsUsable;
 };
 
 // The path of the V5Strings.dll that is registered for programs of a width (32 or 64 bits); empty when none is.

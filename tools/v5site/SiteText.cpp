@@ -1,13 +1,10 @@
 #include "SiteText.h"
 
 #include <algorithm>
-#include <array>
-#include <initializer_list>
 #include <numeric>
 #include <span>
 #include <utility>
 
-#include "base/Numbers.h"
 #include "base/Text.h"
 #include "config/IniFile.h"
 #include "config/SiteFile.h"
@@ -90,7 +87,7 @@ std::wstring SwitchRemark(std::wstring_view key, std::wstring_view value) {
     constexpr std::wstring_view kOn[] = {L"ON", L"Y", L"ENABLED", L"ENABLE", L"T", L"JA", L"SI", L"OUI"};
     constexpr std::wstring_view kOff[] = {L"OFF", L"N", L"DISABLED", L"DISABLE", L"F", L"NEIN", L"NON"};
     const bool isOn = IsOneOf(key, kOnByDefault);
-    if ((!isOn && !IsOneOf(key, kOffByDefault)) || value.empty() || IsOneOf(value, kWords) || v5::IsNumeric(value)) {
+    if ((!isOn && !IsOneOf(key, kOffByDefault)) || value.empty() || v5::SwitchFromText(value)) {
         return {};
     }
     const std::wstring_view meant = IsOneOf(value, kOn) ? L"YES" : IsOneOf(value, kOff) ? L"NO" : Meant(value, kWords);
@@ -203,18 +200,21 @@ std::vector<Remark> SiteText::Remarks() const {
             add(section.number, L"SiteID", L"the section has no 'SiteID', so programs ignore all of it");
         }
         for (const Line& line : section.lines) {
-            const auto same = std::find_if(section.lines.begin(), section.lines.end(),
-                                           [&](const Line& other) { return hasKey(other, line.key); });
+            const auto first = [&] {
+                return std::find_if(section.lines.begin(), section.lines.end(),
+                                    [&](const Line& other) { return hasKey(other, line.key); })
+                    ->number;
+            };
             if (line.kind == Kind::Stray) {
                 add(line.number, L"",
                     line.key.front() == L'[' ? L"a section's name needs a ']' behind it"
                                              : L"this line has no '=', and programs ignore it");
             } else if (!IsOneOf(line.key, keys)) {
                 add(line.number, line.key, L"there is no such key" + DidYouMean(Meant(line.key, keys)));
-            } else if (same->number != line.number) {
+            } else if (first() != line.number) {
                 add(line.number, line.key,
-                    L"programs take the first line of this key, line " + std::to_wstring(same->number));
-            } else if (isMasks && !line.value.empty() && !v5::ToLong(v5::ReplaceAll(line.value, L"0x", L"&H"))) {
+                    L"programs take the first line of this key, line " + std::to_wstring(first()));
+            } else if (isMasks && !line.value.empty() && !v5::AffinityMaskFromText(line.value)) {
                 add(line.number, line.key, Quoted(line.value) + L" is no number, and counts as 0: any processor");
             } else if (std::wstring text = SwitchRemark(line.key, v5::Trim(line.value)); !text.empty()) {
                 add(line.number, line.key, std::move(text));

@@ -104,7 +104,7 @@ struct Judgement {
 
 Judgement Judge(const v5::Site& site, std::int32_t id, std::int32_t chosen) {
     const v5::DahsEntryPtr entry = site.Entries()->Find(id);
-    Judgement judgement{id, entry ? entry->siteID : L"", L"", FindingsOn(site, id)};
+    Judgement judgement{id, entry ? MaskPasswords(entry->siteID) : L"", L"", FindingsOn(site, id)};
     if (!entry) {
         judgement.state = L"dropped";
         if (judgement.reasons.empty()) {
@@ -113,9 +113,10 @@ Judgement Judge(const v5::Site& site, std::int32_t id, std::int32_t chosen) {
         return judgement;
     }
     judgement.state = id == chosen ? L"chosen" : L"usable";
-    judgement.reasons.push_back(site.IsRemote(*entry)
-                                    ? L"remote: its computer '" + entry->computerName + L"' is not this one"
-                                    : L"local: its computer '" + entry->computerName + L"' is this one");
+    const bool isRemote = site.IsRemote(*entry);
+    judgement.reasons.push_back(std::wstring(isRemote ? L"remote" : L"local") + L": its computer '" +
+                                MaskPasswords(entry->computerName) +
+                                (isRemote ? L"' is not this one" : L"' is this one"));
     return judgement;
 }
 
@@ -163,12 +164,9 @@ Report ShowWhy(const CommandLine& line, SiteReader& reader) {
         ProcessVariable(), StoredVariable(HKEY_CURRENT_USER, L"Environment"),
         StoredVariable(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment")};
     std::vector<Judgement> judgements;
-    for (const std::int32_t id : SiteText(reader.Text()).DahsIds()) {
+    for (const std::int32_t id : SiteText(reader.Host().Text()).DahsIds()) {
         if ((!line.dahsID || *line.dahsID == id) && (!line.siteID || id == chosen)) {
             judgements.push_back(Judge(site, id, chosen));
-            for (std::wstring* text : {&judgements.back().siteID, &judgements.back().reasons.back()}) {
-                *text = MaskPasswords(*text);
-            }
         }
     }
     Report report;
