@@ -47,7 +47,7 @@ stage_files() {
   mkdir -p "$folder/idl"
   cp src/surface/V5Strings.idl src/surface/Identifiers.h neighbours/*.idl "$folder/idl"
   mkdir -p "$folder/share/man/man1"
-  in_wine "$built/v5site.exe" --help >"$BUILD/package/help"
+  in_wine "$BUILD/win64/v5site.exe" --help >"$BUILD/package/help"
   python3 packaging/manual.py man "$(package_version)" <"$BUILD/package/help" >"$folder/share/man/man1/v5site.1"
   python3 packaging/manual.py html "$(package_version)" <"$BUILD/package/help" >"$folder/docs/v5site.html"
   rm -f "$folder/examples/CMakeLists.txt" "$folder/docs/architecture.md"

@@ -1,6 +1,6 @@
-# The packages as their users meet them: unpacked, built against, installed, upgraded, repaired, removed. Sourced by
-# ./dev test, whose functions it uses; packages_suite WIDTH… prints what fails and sets `passed` and `failed`.
-# A Wine prefix of its own has nothing registered.
+# The packages as their users meet them: unpacked, built against, installed, upgraded, repaired, removed. Sourced by run.sh.
+# make_test_packages WIDTH… makes them; machine_suite WIDTH… is their life on the machine of the Wine in use, in a prefix of
+# its own with nothing registered. What fails is printed and counted, in `passed` and `failed`.
 
 UPGRADE_CODES=('{F1E30AF2-4BE1-47FD-9A5E-97E9E2E0A5D9}' '{0B7B86F6-7E53-4F68-A1AE-3F0C8C1D90B7}')
 OLDER=5.2.9
@@ -13,31 +13,32 @@ check() {
     passed=$((passed + 1))
   else
     failed=$((failed + 1))
-    printf '[  FAILED  ] %s\n' "$name"
+    printf '[  FAILED  ] %s (%s)\n' "$name" "$WINEARCH"
     head -n 40 <<<"$output"
   fi
 }
 is() { [ "$1" = "$2" ] || { printf 'is:     %s\nwanted: %s\n' "$1" "$2"; return 1; }; }
 fails() { ! "$@"; }
 
-host_of() { if [ "$1" = win64 ]; then echo 'C:\windows\system32\'; else echo 'C:\windows\syswow64\'; fi; }
+host_of() { if [ "$1" = "$WINEARCH" ]; then echo 'C:\windows\system32\'; else echo 'C:\windows\syswow64\'; fi; }
 script() { in_wine "$(host_of "$1")cscript.exe" //nologo "$(windows_path "tests/packaging/$2")" "${@:3}" | tr -d '\r'; }
 client_works() { is "$(script "$1" client.vbs)" passed; }
 msi() { in_wine msiexec "$1" "$(windows_path "$2")" "${@:3}" /qn; }
-installed() { script win64 installed.vbs "${UPGRADE_CODES[@]}"; }
-folder_of() { if [ "$1" = win64 ]; then echo 'Program Files'; else echo 'Program Files (x86)'; fi; }
+installed() { script "$WINEARCH" installed.vbs "${UPGRADE_CODES[@]}"; }
+folder_of() { if [ "$1" = "$WINEARCH" ]; then echo 'Program Files'; else echo 'Program Files (x86)'; fi; }
 
 # The script hosts register themselves when they are first used.
 first_scripts() {
   local width
-  for width in win64 win32; do script "$width" fileversion.vbs 'C:\windows\win.ini' || true; done
+  for width in "$@"; do script "$width" fileversion.vbs 'C:\windows\win.ini' || true; done
 }
-# A Wine prefix with nothing registered: the pristine one, whose files it shares.
+# fresh_prefix WIDTH…: one with nothing registered: the pristine one, whose files it shares.
 fresh_prefix() {
-  local pristine="$BUILD/wine-pristine.$WINE32"
+  local pristine="$BUILD/wine-pristine.$WINEARCH.$#"
   if [ ! -e "$pristine/ready" ]; then
     rm -rf "$pristine"
-    (export WINEPREFIX="$pristine"; in_wine wineboot --init && first_scripts && end_prefix && touch "$pristine/ready") >"$BUILD/wineboot-pristine.log" 2>&1
+    (export WINEPREFIX="$pristine"; in_wine wineboot --init && first_scripts "$@" && end_prefix && touch "$pristine/ready") \
+      >"$pristine.log" 2>&1
   fi
   export WINEPREFIX="$BUILD/wine-package"
   [ ! -e "$WINEPREFIX" ] || end_prefix  # of a run that was interrupted
@@ -55,9 +56,9 @@ machine_state() {
        /^#time/ || NF == 0 || !/^\[/ && key == "" { next }
        tolower(key) ~ /^\[software\\\\(classes|microsoft\\\\windows\\\\currentversion\\\\(uninstall|installer))/ &&
          !(/^\[/ && tolower($0) ~ /\\\\installer/) { print key " " ($0 == key ? "" : $0) }' "$WINEPREFIX/system.reg" | sort
-  (cd "$WINEPREFIX/drive_c" && find 'Program Files' 'Program Files (x86)' | sort)
+  (cd "$WINEPREFIX/drive_c" && find 'Program Files'* | sort)
 }
-end_prefix() { wineserver -k 8>&- 9>&- || true; wineserver -w 8>&- 9>&- || true; }
+end_prefix() { wine_command wineserver -k || true; wine_command wineserver -w || true; }
 
 # The examples, built with nothing but the unpacked package.
 build_example() {
@@ -126,11 +127,8 @@ make_older_programs() {
   perl -0777 -pi -e "s/($fixed).{8}/\$1\\x02\\x00\\x05\\x00\\x00\\x00\\x09\\x00/s" "$folder"/*
 }
 
-packages_suite() {
-  local width unpacked="$BUILD/package/unpacked" version file
-  passed=0 failed=0
-  . packaging/package.sh
-  version=$(package_version)
+make_test_packages() {
+  local width
   mkdir -p "$BUILD/package/test"
   rm -rf "$unpacked"
 
@@ -141,14 +139,17 @@ packages_suite() {
     make_older_programs "$width"
     make_installer "$width" "$OLDER" "$(installer "$width" "$OLDER")" "$BUILD/package/test/$width-older"
     make_installer "$width" "$version" "$(installer "$width" "$version")"
-    check "versions agree $width" all_versions_agree "$width"
     check "no paths of the build machine $width" no_own_paths "$width"
     check "no dead links $width" links_lead_somewhere "$width"
-  done
-
-  fresh_prefix
-  for width in "$@"; do
     for file in registration_free cpp; do check "build example $file $width" build_example "$width" "$file"; done
+  done
+}
+
+machine_suite() {
+  local width
+  fresh_prefix "$@"
+  for width in "$@"; do
+    check "versions agree $width" all_versions_agree "$width"
     check "registration-free $width" registration_free_works "$width"
     rm "$BUILD/package/test/$width-registration_free/V5Strings.manifest"
     check "not found without its manifest $width" fails registration_free_works "$width"

@@ -4,10 +4,19 @@ set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . tools/setup/setup.sh
 . tools/setup/wine.sh
-use_wine win64
-export WINEPREFIX="$BUILD/wine-build" WINE32=$WOW64  # apart from the tests that take stock of the registry
-if [ "$WOW64" = 1 ]; then widths=(win64 win32); else widths=(win64); fi
+. packaging/package.sh
 . tests/packaging/packaging.sh
-packages_suite "${widths[@]}"
+passed=0 failed=0 version=$(package_version) unpacked="$BUILD/package/unpacked"
+
+use_wine win64
+width32=(win32)
+[ -e "$BUILD/win32/V5Strings.dll" ] || width32=()
+make_test_packages win64 "${width32[@]}"
+[ "$WOW64" = 1 ] && machine_suite win64 "${width32[@]}" || machine_suite win64
+# 32-bit programs on a 32-bit system, on the same display.
+if [ ${#width32[@]} = 1 ] && need_system32; then
+  choose_wine win32
+  machine_suite win32
+fi
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]
