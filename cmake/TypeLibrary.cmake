@@ -9,7 +9,7 @@
 #                        property V5_TYPE_LIBRARY)
 #   ENUMERATIONS         the namespace that the enumerations stand in; without it their enumerators are global names
 #   USES                 targets of the IDL files that this one imports
-#   EMPTY_TEXT_DEFAULTS  by-reference text parameters whose default is the empty text (see tools/build/GiveTextDefault.cpp)
+#   EMPTY_TEXT_DEFAULTS  by-reference text parameters whose default is the empty text (see tools/build/FinishTypeLibrary.cpp)
 
 # widl comes in two copies that differ in their name only; the width of the library is chosen by an option.
 find_program(V5_WIDL NAMES ${MINGW_TRIPLET}-widl x86_64-w64-mingw32-widl widl)
@@ -49,7 +49,7 @@ function(v5_build_tool variable name source)
     DEPENDS "${CMAKE_SOURCE_DIR}/tools/build/${source}" VERBATIM COMMENT "Building ${name} for this machine")
   set(${variable} "${tool}" PARENT_SCOPE)
 endfunction()
-v5_build_tool(V5_GIVE_TEXT_DEFAULT give-text-default GiveTextDefault.cpp)
+v5_build_tool(V5_FINISH_TYPE_LIBRARY finish-type-library FinishTypeLibrary.cpp)
 v5_build_tool(V5_WRITE_DISPATCH_MEMBERS write-dispatch-members WriteDispatchMembers.cpp)
 
 function(v5_interfaces target idl)
@@ -81,14 +81,10 @@ function(v5_interfaces target idl)
   target_link_libraries(${target} PUBLIC ${arg_USES})
 
   if(arg_TYPE_LIBRARY)
-    set(defaults)
-    foreach(parameter IN LISTS arg_EMPTY_TEXT_DEFAULTS)
-      list(APPEND defaults COMMAND "${V5_GIVE_TEXT_DEFAULT}" "${library}" "${parameter}")
-    endforeach()
     add_custom_command(OUTPUT "${library}"
       COMMAND ${widl} -t -o "${library}" "${idl}"
-      ${defaults}
-      DEPENDS ${V5_IDL_FILES} "${V5_GIVE_TEXT_DEFAULT}" VERBATIM COMMENT "Generating ${name}.tlb")
+      COMMAND "${V5_FINISH_TYPE_LIBRARY}" "${library}" ${arg_EMPTY_TEXT_DEFAULTS}
+      DEPENDS ${V5_IDL_FILES} "${V5_FINISH_TYPE_LIBRARY}" VERBATIM COMMENT "Generating ${name}.tlb")
     add_custom_target(${target}_tlb ALL DEPENDS "${library}")
     add_dependencies(${target} ${target}_tlb)
     set_target_properties(${target} PROPERTIES V5_TYPE_LIBRARY "${library}")

@@ -4,6 +4,7 @@
 
 UPGRADE_CODES=('{F1E30AF2-4BE1-47FD-9A5E-97E9E2E0A5D9}' '{0B7B86F6-7E53-4F68-A1AE-3F0C8C1D90B7}')
 OLDER=5.2.9
+PLACE='Plant 7'  # a folder below C:\ that an administrator chose
 
 # check NAME COMMAND…: one test
 check() {
@@ -24,6 +25,7 @@ host_of() { if [ "$1" = "$WINEARCH" ]; then echo 'C:\windows\system32\'; else ec
 script() { in_wine "$(host_of "$1")cscript.exe" //nologo "$(windows_path "tests/packaging/$2")" "${@:3}" | tr -d '\r'; }
 client_works() { is "$(script "$1" client.vbs)" passed; }
 msi() { in_wine msiexec "$1" "$(windows_path "$2")" "${@:3}" /qn; }
+product_name() { echo "V5Strings $version (${1#win} bit$(! has_development_values "$1" || echo ', development values'))"; }
 installed() { script "$WINEARCH" installed.vbs "${UPGRADE_CODES[@]}"; }
 folder_of() { if [ "$1" = "$WINEARCH" ]; then echo 'Program Files'; else echo 'Program Files (x86)'; fi; }
 
@@ -54,9 +56,9 @@ machine_state() {
   end_prefix
   awk '/^\[/ { sub(/\] [0-9]+$/, "]"); key = $0 }
        /^#time/ || NF == 0 || !/^\[/ && key == "" { next }
-       tolower(key) ~ /^\[software\\\\(classes|microsoft\\\\windows\\\\currentversion\\\\(uninstall|installer))/ &&
+       tolower(key) ~ /^\[software\\\\(wow6432node\\\\)?(nimbo|classes|microsoft\\\\windows\\\\currentversion\\\\(uninstall|installer))/ &&
          !(/^\[/ && tolower($0) ~ /\\\\installer/) { print key " " ($0 == key ? "" : $0) }' "$WINEPREFIX/system.reg" | sort
-  (cd "$WINEPREFIX/drive_c" && find 'Program Files'* | sort)
+  (cd "$WINEPREFIX/drive_c" && find 'Program Files'* "$PLACE/"* | sort) 2>/dev/null
 }
 end_prefix() { wine_command wineserver -k || true; wine_command wineserver -w || true; }
 
@@ -103,10 +105,17 @@ all_versions_agree() {
     is "$(script "$1" fileversion.vbs "$(windows_path "$BUILD/$1/V5Strings.dll")")" "$version.0" &&
     is "$(script "$1" fileversion.vbs "$(windows_path "$BUILD/$1/v5site.exe")")" "$version.0"
 }
+# In the version resources, where the packages' own marks come from the same build.
+development_values_told() {
+  local program
+  for program in "$BUILD/$1"/{V5Strings.dll,v5site.exe}; do
+    is "$(has_development_values "$1" && echo 1 || echo 0)" "$(strings -el "$program" | grep -c '^PrivateBuild')" || return 1
+  done
+}
 no_own_paths() { fails grep -rlF "$PWD" "$unpacked/$1" --include='*.h' --include='*.hpp' --include='*.cpp' --include='*.cmake' --include='*.manifest'; }
 
 repair_works() {
-  rm "$WINEPREFIX/drive_c/$(folder_of "$1")/Vantor/V5Strings/V5Strings.dll"
+  rm "$WINEPREFIX/drive_c/$PLACE/$1/V5Strings.dll"
   in_wine "$(host_of "$1")reg.exe" delete 'HKLM\Software\Classes\CLSID\{D8D40FB6-A60C-4CE8-B5F3-D55A6ACED141}' /f
   fails client_works "$1" && msi /i "$(installer "$1" "$(package_version)")" REINSTALL=ALL REINSTALLMODE=amus &&
     client_works "$1"
@@ -114,7 +123,7 @@ repair_works() {
 # The installer's rows are what registration writes: registering the installed file changes nothing.
 registering_changes_nothing() {
   machine_state >"$BUILD/package/test/installed.txt"
-  in_wine "$(host_of "$1")regsvr32.exe" /s "C:\\$(folder_of "$1")\\Vantor\\V5Strings\\V5Strings.dll" &&
+  in_wine "$(host_of "$1")regsvr32.exe" /s "C:\\$PLACE\\$1\\V5Strings.dll" &&
     diff "$BUILD/package/test/installed.txt" <(machine_state)
 }
 installer() { echo "$BUILD/package/test/V5Strings-$2-$1.msi"; }
@@ -139,6 +148,7 @@ make_test_packages() {
     make_older_programs "$width"
     make_installer "$width" "$OLDER" "$(installer "$width" "$OLDER")" "$BUILD/package/test/$width-older"
     make_installer "$width" "$version" "$(installer "$width" "$version")"
+    check "development values told $width" development_values_told "$width"
     check "no paths of the build machine $width" no_own_paths "$width"
     check "no dead links $width" links_lead_somewhere "$width"
     for file in registration_free cpp; do check "build example $file $width" build_example "$width" "$file"; done
@@ -159,7 +169,8 @@ machine_suite() {
   for width in "$@"; do installer_tests "$width"; done
   if [ $# = 2 ]; then
     for width in "$@"; do check "install beside the other $width" msi /i "$(installer "$width" "$version")"; done
-    check "both are installed" is "$(installed)" "V5Strings $version (64 bit)"$'\n'"V5Strings $version (32 bit)"
+    for width in "$@"; do check "folder $width" test -e "$WINEPREFIX/drive_c/$(folder_of "$width")/Vantor/V5Strings/V5Strings.dll"; done
+    check "both are installed" is "$(installed)" "$(product_name win64)"$'\n'"$(product_name win32)"
     check "remove $1" msi /x "$(installer "$1" "$version")"
     check "$2 outlives the other width" client_works "$2"
     # What is left now is not looked at: Wine, other than Windows, has programmatic identifiers of each width.
@@ -167,14 +178,25 @@ machine_suite() {
   end_prefix
 }
 
-# The life of one width on the machine.
+# environment: the machine's, as far as it is ours: the path's last entry and the system folder
+environment() {
+  local key='HKLM\System\CurrentControlSet\Control\Session Manager\Environment'
+  { in_wine reg query "$key" /v PATH; in_wine reg query "$key" /v VANTOR5_SYSTEM_FOLDER; } | tr -d '\r' |
+    sed -n 's/.*REG_[A-Z_]* *//p' | sed 's/.*;//'
+}
+install_location() { in_wine reg query "HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall" /s /reg:"${1#win}" | tr -d '\r' | sed -n 's/.*InstallLocation *REG_SZ *//p'; }
+
+# The life of one width on the machine, in a folder of the administrator's choice with everything that can be chosen.
 installer_tests() {
-  local width=$1
-  check "install $OLDER $width" msi /i "$(installer "$width" "$OLDER")"
-  check "upgrade $width" msi /i "$(installer "$width" "$version")"
-  check "the files are the new ones $width" is "$(script "$width" fileversion.vbs \
-    "C:\\$(folder_of "$width")\\Vantor\\V5Strings\\V5Strings.dll")" "$version.0"
-  check "one version is installed $width" is "$(installed)" "V5Strings $version (${width#win} bit)"
+  local width=$1 folder="C:\\$PLACE\\$1\\"
+  check "install $OLDER $width" msi /i "$(installer "$width" "$OLDER")" INSTALLDIR="$folder" ADDLOCAL=ALL 'VANTOR5_SYSTEM_FOLDER=D:\Vantor'
+  check "upgrade $width" msi /i "$(installer "$width" "$version")" ADDLOCAL=ALL  # Wine forgets what was chosen
+  check "the files are the new ones, in the same folder $width" is \
+    "$(script "$width" fileversion.vbs "${folder}V5Strings.dll")" "$version.0"
+  check "pages $width" test -s "$WINEPREFIX/drive_c/$PLACE/$width/docs/pictures/about.png"
+  check "the folder is told $width" is "$(install_location "$width")" "$folder"
+  check "path and system folder $width" is "$(environment)" "$folder"$'\n''D:\Vantor'
+  check "one version is installed $width" is "$(installed)" "$(product_name "$width")"
   check "script client $width" client_works "$width"
   check "C++ client $width" example_works "$width"
   check "older refused $width" fails msi /i "$(installer "$width" "$OLDER")"
@@ -183,4 +205,5 @@ installer_tests() {
   check "installed as registered $width" registering_changes_nothing "$width"
   check "remove $width" msi /x "$(installer "$width" "$version")"
   check "registry and folders as before $width" diff "$BUILD/package/test/before.txt" <(machine_state)
+  check "the system folder is the site's $width" is "$(environment | tail -n 1)" 'D:\Vantor'
 }

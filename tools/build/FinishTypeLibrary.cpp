@@ -1,11 +1,12 @@
-// give-text-default LIBRARY.tlb INTERFACE.METHOD.PARAMETER
+// finish-type-library LIBRARY.tlb [INTERFACE.METHOD.PARAMETER…]
 //
-// Gives a by-reference text parameter the empty text as its default value, in a finished type library. The interface
-// compiler refuses to write such a default, although the file format has it and automation clients honour it. Runs on
-// the build machine.
+// Does to a type library what the interface compiler does not do. Runs on the build machine.
 //
-// The file ("MSFT" format) keeps every default value in one table, and a parameter's default is an offset into it. So
-// the method must have another parameter whose default is the empty text already, and the new one shares its entry.
+// - The same definitions make the same bytes: the time of day that the compiler notes becomes that of no time.
+// - A named by-reference text parameter gets the empty text as its default value. The compiler refuses to write such a
+//   default, although the file format has it and automation clients honour it. The file ("MSFT" format) keeps every
+//   default value in one table, and a parameter's default is an offset into it. So the method must have another parameter
+//   whose default is the empty text already, and the new one shares its entry.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -30,7 +31,10 @@ constexpr std::uint32_t kHasDefault = 0x20;             // PARAMFLAG_FHASDEFAULT
 constexpr std::uint32_t kNoDefault = 0xFFFFFFFF;
 constexpr std::uint32_t kInlineValue = 0x80000000;  // the default is a small number, not an offset
 constexpr std::uint16_t kText = 8;                  // VT_BSTR
-enum Segment : std::uint32_t { Types = 0, Names = 7, Values = 11 };
+enum Segment : std::uint32_t { Types = 0, Identifiers = 5, Names = 7, Values = 11, CustomData = 12 };
+// The first words of the identifiers of custom data: when the library was made, in seconds and in a sentence.
+constexpr std::uint32_t kMadeAt = 0xDE77BA63;
+constexpr std::uint32_t kMadeSentence = 0xDE77BA65;
 
 class TypeLibrary {
   public:
@@ -94,11 +98,34 @@ class TypeLibrary {
         SetWord(flags, Word(flags) | kOptional | kHasDefault);
     }
 
+    void ForgetWhenMade() {
+        constexpr std::uint32_t entrySize = 12;  // offsets of the identifier and of the value, and a word
+        const auto start = SegmentStart(CustomData), end = start + Word(mSegments + 16 * CustomData + 4);
+        for (auto entry = start; entry + entrySize <= end; entry += entrySize) {
+            const auto identifier = Word(SegmentStart(Identifiers) + Word(entry));
+            const auto value = SegmentStart(Values) + Word(entry + 4) + 2;  // behind its type
+            if (identifier == kMadeAt) {
+                SetWord(value, 0);
+            } else if (identifier == kMadeSentence) {
+                ForgetTimeIn(value + 4, Word(value));
+            }
+        }
+    }
+
     const std::vector<char>& Bytes() const { return mBytes; }
 
   private:
     std::uint32_t TypeCount() const { return Word(0x20); }
     std::uint32_t SegmentStart(Segment segment) const { return Word(mSegments + 16 * segment); }
+
+    // In "… at Thu Jan  1 00:00:00 1970\n", as ctime writes it.
+    void ForgetTimeIn(std::uint32_t text, std::uint32_t length) {
+        constexpr std::string_view noTime = "Thu Jan  1 00:00:00 1970\n";
+        if (length < noTime.size() || text + length > mBytes.size()) {
+            throw std::runtime_error("damaged type library");
+        }
+        std::memcpy(&mBytes[text + length - noTime.size()], noTime.data(), noTime.size());
+    }
 
     bool IsEmptyText(std::uint32_t value) const {
         if (value == kNoDefault || (value & kInlineValue) != 0) {
@@ -135,19 +162,26 @@ class TypeLibrary {
     std::uint32_t mSegments = 0;
 };
 
-void Run(const std::string& path, const std::string& target) {
+void GiveEmptyTextDefault(TypeLibrary& library, const std::string& target) {
     const auto first = target.find('.'), second = target.find('.', first + 1);
     if (second == std::string::npos) {
         throw std::runtime_error("the parameter is not given as INTERFACE.METHOD.PARAMETER");
     }
+    const auto type = library.FindType(target.substr(0, first));
+    const auto method = library.FindMethod(type, target.substr(first + 1, second - first - 1));
+    library.GiveEmptyTextDefault(method, target.substr(second + 1));
+}
+
+void Run(const std::string& path, const std::vector<std::string>& targets) {
     std::ifstream in(path, std::ios::binary);
     if (!in) {
         throw std::runtime_error("cannot be read");
     }
     TypeLibrary library({std::istreambuf_iterator<char>(in), {}});
-    const auto type = library.FindType(target.substr(0, first));
-    const auto method = library.FindMethod(type, target.substr(first + 1, second - first - 1));
-    library.GiveEmptyTextDefault(method, target.substr(second + 1));
+    library.ForgetWhenMade();
+    for (const auto& target : targets) {
+        GiveEmptyTextDefault(library, target);
+    }
     std::ofstream out(path, std::ios::binary);
     out.write(library.Bytes().data(), static_cast<std::streamsize>(library.Bytes().size()));
     if (!out.flush()) {
@@ -158,15 +192,15 @@ void Run(const std::string& path, const std::string& target) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        static_cast<void>(std::fputs("usage: give-text-default LIBRARY.tlb INTERFACE.METHOD.PARAMETER\n", stderr));
+    if (argc < 2) {
+        static_cast<void>(std::fputs("usage: finish-type-library LIBRARY.tlb [INTERFACE.METHOD.PARAMETER...]\n", stderr));
         return EXIT_FAILURE;
     }
     try {
-        Run(argv[1], argv[2]);
+        Run(argv[1], {argv + 2, argv + argc});
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
-        static_cast<void>(std::fprintf(stderr, "%s: %s: %s\n", argv[1], argv[2], error.what()));
+        static_cast<void>(std::fprintf(stderr, "%s: %s\n", argv[1], error.what()));
         return EXIT_FAILURE;
     }
 }
