@@ -36,6 +36,6 @@ endfunction()
 function(v5_symbols_apart name)
   target_link_options(${name} PRIVATE -Wl,--build-id "-Wl,-Map,$<TARGET_FILE:${name}>.map")
   add_custom_command(TARGET ${name} POST_BUILD
-    COMMAND "${CMAKE_OBJCOPY}" --only-keep-debug "$<TARGET_FILE:${name}>" "$<TARGET_FILE:${name}>.debug"
+    COMMAND "${CMAKE_OBJCOPY}" --only-keep-debug --preserve-dates "$<TARGET_FILE:${name}>" "$<TARGET_FILE:${name}>.debug"
     COMMAND "${CMAKE_STRIP}" --preserve-dates "$<TARGET_FILE:${name}>" VERBATIM)
 endfunction()

@@ -1,5 +1,5 @@
 # Target `sqlite`: the database engine of the devkit, compiled from the source that `./dev` sets up
-# (tools/setup/sqlite.sh). Without that source there is no such target, and what needs it is left out.
+# (tools/setup/npm.sh). Without that source there is no such target, and what needs it is left out.
 set(V5_SQLITE_DIR "${CMAKE_SOURCE_DIR}/build/downloads/sqlite" CACHE PATH "Folder of sqlite3.c and sqlite3.h")
 file(GLOB sqlite_source CONFIGURE_DEPENDS "${V5_SQLITE_DIR}/sqlite3.c")
 if(sqlite_source)

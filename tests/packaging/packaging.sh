@@ -58,7 +58,7 @@ machine_state() {
        /^#time/ || NF == 0 || !/^\[/ && key == "" { next }
        tolower(key) ~ /^\[software\\\\(wow6432node\\\\)?(nimbo|classes|microsoft\\\\windows\\\\currentversion\\\\(uninstall|installer))/ &&
          !(/^\[/ && tolower($0) ~ /\\\\installer/) { print key " " ($0 == key ? "" : $0) }' "$WINEPREFIX/system.reg" | sort
-  (cd "$WINEPREFIX/drive_c" && find 'Program Files'* "$PLACE/"* | sort) 2>/dev/null
+  (cd "$WINEPREFIX/drive_c" && find . -path './Program Files*' -o -path "./$PLACE/*" | sort)
 }
 end_prefix() { wine_command wineserver -k || true; wine_command wineserver -w || true; }
 
@@ -112,6 +112,61 @@ development_values_told() {
     is "$(has_development_values "$1" && echo 1 || echo 0)" "$(strings -el "$program" | grep -c '^PrivateBuild')" || return 1
   done
 }
+# The bill of materials, by the published schema; and it names what a C++ program of this compiler cannot be without.
+bill_is_valid() {
+  local bill="$unpacked/$1/docs/V5Strings.cdx.json"
+  python3 - "$bill" "$DOWNLOADS/cyclonedx" <<'CHECK'
+import json, pathlib, sys
+import jsonschema
+bill, folder = json.loads(pathlib.Path(sys.argv[1]).read_text()), pathlib.Path(sys.argv[2])
+schemas = {name: json.loads((folder / f"{name}.SNAPSHOT.schema.json").read_text()) for name in ("bom-1.5", "spdx", "jsf-0.82")}
+store = {schema["$id"]: schema for schema in schemas.values()}
+resolver = jsonschema.RefResolver.from_schema(schemas["bom-1.5"], store=store)
+jsonschema.Draft7Validator(schemas["bom-1.5"], resolver=resolver, format_checker=jsonschema.FormatChecker()).validate(bill)
+linked = {entry["value"] for part in bill["components"] for entry in part["properties"]}
+for library in ("libstdc++.a", "libgcc.a", "libmingwex.a", "libwinpthread.a"):
+    assert f"{library} in V5Strings.dll" in linked, library
+CHECK
+  is "$(sed -n 's/.*"content": "\(.*\)".*/\1/p' "$bill")" "$(sha256sum "$unpacked/$1/bin"/{V5Strings.dll,v5site.exe} | cut -d' ' -f1)" &&
+    grep -q 'GCC RUNTIME LIBRARY EXCEPTION' "$unpacked/$1/docs/licences"/gcc*
+}
+# The same a second time, later.
+same_again() {
+  make_zip "$1" "$BUILD/package/test/again.zip" && cmp "$BUILD/package/test/again.zip" "$BUILD/package/test/$1.zip" &&
+    make_installer "$1" "$version" "$BUILD/package/test/again.msi" &&
+    cmp "$BUILD/package/test/again.msi" "$(installer "$1" "$version")"
+}
+
+# Signing, with a certificate of its own authority made for the purpose.
+make_certificate() {
+  local folder="$BUILD/package/test"
+  openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj '/CN=V5Strings test' -addext extendedKeyUsage=codeSigning \
+    -keyout "$folder/key.pem" -out "$folder/authority.pem" &&
+    openssl pkcs12 -export -inkey "$folder/key.pem" -in "$folder/authority.pem" -passout pass:'of a test' -out "$folder/test.pfx"
+}
+signature_holds() { osslsigncode verify -CAfile "$BUILD/package/test/authority.pem" -in "$1"; }
+signing_works() {
+  local folder="$BUILD/package/test/signed" file
+  rm -rf "$folder"
+  mkdir -p "$folder"
+  cp "$BUILD/$1/V5Strings.dll" "$BUILD/$1/v5site.exe" "$folder"
+  cp "$(installer "$1" "$version")" "$folder/setup.msi"
+  (V5_SIGN_PASSWORD='another' && sign_with "$BUILD/package/test/test.pfx") && return 1
+  (V5_SIGN_PASSWORD='of a test' && sign_with "$BUILD/package/test/test.pfx" && sign "$folder"/*) || return 1
+  for file in "$folder"/*; do
+    signature_holds "$file" || return 1
+    printf '\x5a' | dd of="$file" bs=1 seek=5000 conv=notrunc status=none
+    ! signature_holds "$file" >/dev/null || return 1
+  done
+}
+signed_dll_works() {
+  local folder="$BUILD/package/test/signed-$1"
+  mkdir -p "$folder"
+  cp "$BUILD/$1/V5Strings.dll" "$folder"
+  (V5_SIGN_PASSWORD='of a test' && sign_with "$BUILD/package/test/test.pfx" && sign "$folder/V5Strings.dll") &&
+    in_wine "$(host_of "$1")regsvr32.exe" /s "$(windows_path "$folder/V5Strings.dll")" && client_works "$1" &&
+    in_wine "$(host_of "$1")regsvr32.exe" /s /u "$(windows_path "$folder/V5Strings.dll")" && fails client_works "$1"
+}
 no_own_paths() { fails grep -rlF "$PWD" "$unpacked/$1" --include='*.h' --include='*.hpp' --include='*.cpp' --include='*.cmake' --include='*.manifest'; }
 
 repair_works() {
@@ -150,6 +205,9 @@ make_test_packages() {
     make_installer "$width" "$version" "$(installer "$width" "$version")"
     check "development values told $width" development_values_told "$width"
     check "no paths of the build machine $width" no_own_paths "$width"
+    check "bill of materials $width" bill_is_valid "$width"
+    check "the same again $width" same_again "$width"
+    check "signatures $width" signing_works "$width"
     check "no dead links $width" links_lead_somewhere "$width"
     for file in registration_free cpp; do check "build example $file $width" build_example "$width" "$file"; done
   done
@@ -165,6 +223,7 @@ machine_suite() {
     check "not found without its manifest $width" fails registration_free_works "$width"
     cp "$unpacked/$width/bin/V5Strings.manifest" "$BUILD/package/test/$width-registration_free"
   done
+  for width in "$@"; do check "signed DLL $width" signed_dll_works "$width"; done
   machine_state >"$BUILD/package/test/before.txt"
   for width in "$@"; do installer_tests "$width"; done
   if [ $# = 2 ]; then
@@ -186,11 +245,32 @@ environment() {
 }
 install_location() { in_wine reg query "HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall" /s /reg:"${1#win}" | tr -d '\r' | sed -n 's/.*InstallLocation *REG_SZ *//p'; }
 
+# A program has the library loaded while it is replaced: the program works on, and what starts then has the new one, with
+# everything else of it; or the restart is asked for that brings it (3010, of which the shell sees the low byte).
+upgrade_with_held_library() {
+  local held="$BUILD/package/test/held" holder status=0
+  rm -f "$held"
+  script "$1" hold.vbs "$(windows_path "$BUILD/package/test")\\held" >"$held.out" &
+  holder=$!
+  for _ in {1..100}; do [ ! -e "$held" ] || break; sleep 0.1; done
+  [ -e "$held" ] || return 1
+  msi /i "$(installer "$1" "$version")" ADDLOCAL=ALL || status=$?  # Wine forgets what was chosen
+  rm "$held"
+  wait "$holder"
+  is "$(cat "$held.out")" 1 || return 1
+  if [ $status = $((3010 % 256)) ]; then
+    end_prefix
+    in_wine wineboot
+    status=0
+  fi
+  [ $status = 0 ] && client_works "$1"
+}
+
 # The life of one width on the machine, in a folder of the administrator's choice with everything that can be chosen.
 installer_tests() {
   local width=$1 folder="C:\\$PLACE\\$1\\"
   check "install $OLDER $width" msi /i "$(installer "$width" "$OLDER")" INSTALLDIR="$folder" ADDLOCAL=ALL 'VANTOR5_SYSTEM_FOLDER=D:\Vantor'
-  check "upgrade $width" msi /i "$(installer "$width" "$version")" ADDLOCAL=ALL  # Wine forgets what was chosen
+  check "upgrade while a program holds the library $width" upgrade_with_held_library "$width"
   check "the files are the new ones, in the same folder $width" is \
     "$(script "$width" fileversion.vbs "${folder}V5Strings.dll")" "$version.0"
   check "pages $width" test -s "$WINEPREFIX/drive_c/$PLACE/$width/docs/pictures/about.png"

@@ -5,14 +5,16 @@ cd "$(dirname "$(realpath "$0")")/../.."
 . tools/setup/setup.sh
 . tools/setup/wine.sh
 . packaging/package.sh
+. packaging/sign.sh
 . tests/packaging/packaging.sh
 passed=0 failed=0 version=$(package_version) unpacked="$BUILD/package/unpacked"
 
 use_wine win64
 width32=(win32)
 [ -e "$BUILD/win32/V5Strings.dll" ] || width32=()
+make_certificate 2>/dev/null
 make_test_packages win64 "${width32[@]}"
-[ "$WOW64" = 1 ] && machine_suite win64 "${width32[@]}" || machine_suite win64
+if [ "$WOW64" = 1 ]; then machine_suite win64 "${width32[@]}"; else machine_suite win64; fi
 # 32-bit programs on a 32-bit system, on the same display.
 if [ ${#width32[@]} = 1 ] && need_system32; then
   choose_wine win32

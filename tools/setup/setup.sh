@@ -18,6 +18,8 @@ BUILD_PACKAGES=(
 WINE_PACKAGES=(wine wine64 xvfb)
 LINT_PACKAGES=(clang-format clang-tidy cppcheck)
 FUZZ_PACKAGES=(clang libclang-rt-dev)
+PACKAGING_PACKAGES=(msitools python3)
+PACKAGING_TEST_PACKAGES=("${PACKAGING_PACKAGES[@]}" osslsigncode openssl python3-jsonschema)
 
 # need_packages NAME…: installs what is missing when run as root, and says what to install otherwise.
 need_packages() {
@@ -41,14 +43,7 @@ Install them with: sudo apt-get install ${missing[*]}"
   rm -f "$log"
 }
 
-# The source of the devkit's database engine.
-need_sqlite() {
-  . tools/setup/sqlite.sh
-  sqlite_is_set_up "$PWD" && return 0
-  command -v npm >/dev/null || need_packages npm
-  say "Fetching SQLite"
-  setup_sqlite "$PWD" || exit 1
-}
+. tools/setup/npm.sh
 
 export CCACHE_SLOPPINESS=pch_defines,time_macros  # what ccache needs to keep files that use precompiled headers
 
