@@ -26,8 +26,8 @@ if(WIN32)
     target_link_options(v5warnings INTERFACE -Wl,--high-entropy-va)
   endif()
 endif()
-# The same sources make the same bytes, wherever and whenever they are built.
-add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=>")
+# The same sources make the same bytes, wherever and whenever they are built; symbols name them below /V5Strings.
 if(WIN32)
+  add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=/V5Strings/>")
   target_link_options(v5warnings INTERFACE -Wl,--no-insert-timestamp)
 endif()
