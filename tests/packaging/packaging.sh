@@ -287,3 +287,35 @@ installer_tests() {
   check "registry and folders as before $width" diff "$BUILD/package/test/before.txt" <(machine_state)
   check "the system folder is the site's $width" is "$(environment | tail -n 1)" 'D:\Vantor'
 }
+
+# upgrade_from FOLDER WIDTH…: from the previous release as it was shipped, its zips and installers in FOLDER. What was built
+# with it works unchanged: by vtable, by dispatch and through manifests.
+upgrade_from() {
+  local width file unpacked="$BUILD/package/previous"
+  fresh_prefix "${@:2}"
+  rm -rf "$unpacked"
+  for width in "${@:2}"; do
+    mkdir -p "$unpacked/$width"
+    (cd "$unpacked/$width" && cmake -E tar xf "$1"/V5Strings-*-"$width.zip" && mv V5Strings-*/* .)
+    rm -rf "$BUILD/package/test/$width-registration_free" "$BUILD/package/test/$width-cpp"
+    for file in registration_free cpp; do check "previous: build $file $width" build_example "$width" "$file"; done
+    check "previous: install $width" msi /i "$(echo "$1"/V5Strings-*-"$width.msi")"
+    check "previous: dispatch $width" client_works "$width"
+    check "previous: vtable $width" previous_client "$width"
+    cp "$unpacked/answers" "$unpacked/answers-before"
+    check "previous: manifests $width" registration_free_works "$width"
+    check "previous: upgrade $width" msi /i "$(installer "$width" "$version")"
+    check "previous: one version is installed $width" is "$(installed | grep "${width#win} bit")" "$(product_name "$width")"
+    check "previous: dispatch, upgraded $width" client_works "$width"
+    check "previous: vtable, upgraded $width" previous_client "$width"
+    check "previous: the same answers $width" diff "$unpacked/answers-before" "$unpacked/answers"
+    cp "$BUILD/$width/V5Strings.dll" "$BUILD/package/test/$width-registration_free"
+    check "previous: manifests, new library $width" registration_free_works "$width"
+    check "previous: no way back $width" fails msi /i "$(echo "$1"/V5Strings-*-"$width.msi")"
+  done
+  end_prefix
+}
+previous_client() {
+  in_wine "$BUILD/package/test/$1-cpp/footnotes.exe" "$(windows_path "$BUILD/package")\\previous\\log-$1.log" >"$BUILD/package/previous/answers" &&
+    grep -q 'mark 2020' "$BUILD/package/previous/answers"
+}
