@@ -4,11 +4,7 @@
 
 #include <comutil.h>
 
-#include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <string>
-#include <thread>
 
 #include "V5DBIL.h"
 #include "component/Client.h"
@@ -18,8 +14,6 @@
 namespace v5::test {
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr wchar_t kSite[] = L"S1";
 
@@ -113,22 +107,6 @@ TEST_F(DevkitDatabase, RowsKeepEveryTextForTheNextProgram) {
     EXPECT_EQ(Read(reader.Get(), L"no such key"), L"");
 }
 
-TEST_F(DevkitDatabase, EveryPartOfTheKeyCounts) {
-    const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
-    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin(), L"", L"S2"));
-    EXPECT_TRUE(Write(db.Get(), L"k", L"plain"));
-    EXPECT_TRUE(Write(db.Get(), L"K", L"other key"));
-    EXPECT_TRUE(Write(db.Get(), L"k", L"other level", 2));
-    EXPECT_TRUE(Write(db.Get(), L"k", L"other table", 1, L"T"));
-    EXPECT_TRUE(Write(db.Get(), L"k", L"other site", 1, L"V5LOOKUP", L"S2"));
-    EXPECT_EQ(Read(db.Get(), L"k"), L"plain");
-    EXPECT_EQ(Read(db.Get(), L"K"), L"other key");
-    EXPECT_EQ(Read(db.Get(), L"k", 2), L"other level");
-    EXPECT_EQ(Read(db.Get(), L"k", 1, L"T"), L"other table");
-    EXPECT_EQ(Read(db.Get(), L"k", 1, L"V5LOOKUP", L"S2"), L"other site");
-}
-
 TEST_F(DevkitDatabase, EventLogKeepsWritersInOrder) {
     const auto first = Create(), second = Create();
     ASSERT_TRUE(Open(first.Get(), mFile.WindowsLogin(), mAlarms.WindowsLogin()));
@@ -159,39 +137,6 @@ TEST_F(DevkitDatabase, EventLogKeepsWritersInOrder) {
     const _variant_t newest = ReadLog(first.Get(), 2);
     EXPECT_EQ(Text(Field(newest, 0, EventLogColumn_Text)), L"two 'quoted' \"text\"");
     EXPECT_EQ(Text(Field(newest, 1, EventLogColumn_Text)), L"three");
-}
-
-TEST_F(DevkitDatabase, NoProgramCanChangeTheEventLog) {
-    const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
-    ASSERT_TRUE(Log(db.Get(), L"kept"));
-    OtherProgram other(mFile.Path());
-    EXPECT_EQ(other.Execute("DELETE FROM event_log"), SQLITE_CONSTRAINT);
-    EXPECT_EQ(other.Execute("UPDATE event_log SET text = 'forged'"), SQLITE_CONSTRAINT);
-    EXPECT_EQ(Text(Field(ReadLog(db.Get()), 0, EventLogColumn_Text)), L"kept");
-}
-
-TEST_F(DevkitDatabase, WaitsForAnotherProgramsLockAsLongAsTheConnectionStringSays) {
-    const auto patient = Create(), impatient = Create();
-    ASSERT_TRUE(Open(patient.Get(), mFile.WindowsLogin() + L";Connect Timeout=30"));
-    ASSERT_TRUE(Open(impatient.Get(), mFile.WindowsLogin() + L";Connect Timeout=0"));
-    ASSERT_TRUE(Write(patient.Get(), L"k", L"before"));
-    EventRecorder events(impatient.Get(), __uuidof(_DatabaseInterfaceEvents));
-    OtherProgram other(mFile.Path());
-    ASSERT_EQ(other.Execute("BEGIN IMMEDIATE"), SQLITE_OK);
-
-    EXPECT_FALSE(Write(impatient.Get(), L"k", L"lost"));
-    const std::vector<RecordedMessage> expected = {{4, L"DBIL: cannot write a lookup row: database is locked"}};
-    EXPECT_EQ(events.messages, expected);
-    EXPECT_EQ(Read(impatient.Get(), L"k"), L"before");
-
-    std::thread unlocker([&] {
-        std::this_thread::sleep_for(300ms);
-        EXPECT_EQ(other.Execute("COMMIT"), SQLITE_OK);
-    });
-    EXPECT_TRUE(Write(patient.Get(), L"k", L"after"));
-    unlocker.join();
-    EXPECT_EQ(Read(impatient.Get(), L"k"), L"after");
 }
 
 TEST_F(DevkitDatabase, ConnectionStringsDecideWhoIsLoggedOn) {
@@ -246,17 +191,6 @@ TEST_F(DevkitDatabase, ServerCanRefuseSqlLogins) {
     EXPECT_TRUE(Open(Create().Get(), mFile.WindowsLogin()));
 }
 
-TEST_F(DevkitDatabase, ForgottenLogonLetsGoOfTheFileAndComesBackOnUse) {
-    const auto db = Create();
-    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
-    ASSERT_TRUE(Write(db.Get(), L"k", L"v"));
-    EXPECT_FALSE(DeleteFileW(mFile.Path().c_str()));
-    EXPECT_EQ(db->ForgetLogons(_bstr_t(kSite)), S_OK);
-    EXPECT_EQ(Read(db.Get(), L"k"), L"v");
-    EXPECT_EQ(db->ForgetLogons(_bstr_t(kSite)), S_OK);
-    EXPECT_TRUE(DeleteFileW(mFile.Path().c_str()));
-}
-
 TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
     const std::wstring missing = mFile.Path() + L".missing\\site.db";
     const auto db = Create();
@@ -266,22 +200,8 @@ TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
         events.messages.clear();
         return text;
     };
-    VARIANT_BOOL done = VARIANT_TRUE;
-    EXPECT_EQ(db->SetApplicationName(Bstr(std::wstring(129, L'a')), &done), S_OK);
-    EXPECT_EQ(done, VARIANT_FALSE);
-    EXPECT_EQ(told(), L"DBIL: cannot take the application name: it is longer than 128 characters");
-    EXPECT_FALSE(Open(db.Get(), L"Integrated Security=SSPI"));
-    EXPECT_EQ(told(), L"DBIL: cannot initialise the site: the connection string names no data source");
     EXPECT_FALSE(Open(db.Get(), L"Data Source=" + missing + L";Integrated Security=SSPI"));
     EXPECT_EQ(told(), L"DBIL: cannot open the site: cannot log on to '" + missing + L"': unable to open database file");
-
-    const std::wstring noDatabase = mAlarms.Path();
-    {
-        std::ofstream file(std::filesystem::path(noDatabase), std::ios::binary);
-        file << std::string(1024, 'x');
-    }
-    EXPECT_FALSE(Open(db.Get(), mFile.WindowsLogin(), mAlarms.WindowsLogin()));
-    EXPECT_EQ(told(), L"DBIL: cannot open the site: cannot log on to '" + noDatabase + L"': file is not a database");
 
     BSTR value = nullptr;
     const wchar_t closed[] = L"DBIL: cannot read a lookup row: the site is not open";
@@ -293,11 +213,6 @@ TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
     EXPECT_EQ(db->get_SiteInfo(_bstr_t(L"S9"), &info), E_FAIL);
     EXPECT_EQ(told(), L"DBIL: cannot tell about the site: site 'S9' is not initialised");
 
-    ASSERT_TRUE(Open(db.Get(), mFile.WindowsLogin()));
-    EXPECT_EQ(told(), L"nothing");
-    EXPECT_EQ(db->Close(), S_OK);
-    EXPECT_EQ(db->ReadLookup(_bstr_t(kSite), 1, _bstr_t(L"T"), _bstr_t(L"k"), &value), E_FAIL);
-    EXPECT_EQ(told(), closed);
 }
 
 }  // namespace

@@ -123,9 +123,6 @@ TEST_F(LogFileTest, RunHasStartLineHeaderAndEndLine) {
 }
 
 TEST_F(LogFileTest, HeaderNamesTheInstalledReleases) {
-    if (!HavePackages() || !HaveInstaller()) {
-        GTEST_SKIP() << "there is no installer, or no package to install";
-    }
     const InstalledPackage main(L"main");
     const InstalledPackage web(L"web");
     Log log;

@@ -4,10 +4,6 @@
 #include <windows.h>
 #include <gtest/gtest.h>
 
-#include <oaidl.h>
-#include <objbase.h>
-#include <wrl/client.h>
-
 #include <string>
 
 namespace v5::test {
@@ -17,19 +13,6 @@ inline std::wstring PackagePath(const std::wstring& name) {
     GetModuleFileNameW(nullptr, program, MAX_PATH);
     const std::wstring path = program;
     return path.substr(0, path.find_last_of(L'\\')) + L"\\packages\\" + name + L".msi";
-}
-
-// Whether the packages were built; without wixl there are none.
-inline bool HavePackages() {
-    return GetFileAttributesW(PackagePath(L"main").c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-// Whether the system has the installer's automation object (a 32-bit program without windows has none).
-inline bool HaveInstaller() {
-    CLSID clsid = {};
-    Microsoft::WRL::ComPtr<IDispatch> installer;
-    CLSIDFromProgID(L"WindowsInstaller.Installer", &clsid);
-    return SUCCEEDED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&installer)));
 }
 
 // Runs the installer without a window and waits for it; its exit code.

@@ -49,23 +49,6 @@ std::wstring NotFound(std::wstring_view code, const wchar_t* tag = L"STR-0146") 
 
 // ---- Pictures --------------------------------------------------------------------------------------------------
 
-// Pictures and windows need a display, which the 32-bit run under Wine does not have.
-bool HaveDisplay() {
-    const HDC screen = GetDC(nullptr);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 1, 1);
-    ReleaseDC(nullptr, screen);
-    return bitmap != nullptr && DeleteObject(bitmap);
-}
-
-class Pictures : public testing::Test {
-  protected:
-    void SetUp() override {
-        if (!HaveDisplay()) {
-            GTEST_SKIP() << "this run has no display";
-        }
-    }
-};
-
 struct PictureFacts {
     short type = PICTYPE_NONE;
     long width = 0;
@@ -108,7 +91,7 @@ PictureFacts Examine(IPictureDisp* object) {
     return facts;
 }
 
-TEST_F(Pictures, BitmapsHaveTheirPublishedSizeAnd256Colours) {
+TEST(Pictures, BitmapsHaveTheirPublishedSizeAnd256Colours) {
     const struct {
         VantorBitmapEnum id;
         long width, height;
@@ -124,7 +107,7 @@ TEST_F(Pictures, BitmapsHaveTheirPublishedSizeAnd256Colours) {
     }
 }
 
-TEST_F(Pictures, IconsComeInTheSystemSizeAndDiffer) {
+TEST(Pictures, IconsComeInTheSystemSizeAndDiffer) {
     std::set<std::string> drawn;
     for (long id = VantorIcons_Plain16x16Only; id <= VantorIcons_AuditDB; ++id) {
         ComPtr<IPictureDisp> picture;
@@ -164,7 +147,7 @@ class GraphicsShortage {
     std::vector<HBRUSH> mTaken;
 };
 
-TEST_F(Pictures, AShortageOfGraphicsHandlesIsAnErrorAndLeavesNothing) {
+TEST(Pictures, AShortageOfGraphicsHandlesIsAnErrorAndLeavesNothing) {
     const auto main = CreateMain();
     for (const bool icon : {false, true}) {
         size_t left = 0;
@@ -239,19 +222,7 @@ TEST(FactoryFlag, IsSetForTheMachineOrForTheUser) {
 
 // ---- Installed packages ----------------------------------------------------------------------------------------
 
-class Packages : public testing::Test {
-  protected:
-    void SetUp() override {
-        if (!HavePackages()) {
-            GTEST_SKIP() << "the installer packages were not built (wixl is missing)";
-        }
-        if (!HaveInstaller()) {
-            GTEST_SKIP() << "this system has no installer object";
-        }
-    }
-};
-
-TEST_F(Packages, ReleaseNumbersWithAndWithoutTheMainProduct) {
+TEST(Packages, ReleaseNumbersWithAndWithoutTheMainProduct) {
     {
         const InstalledPackage main(L"main");
         const InstalledPackage support(L"support");
@@ -279,15 +250,8 @@ TEST_F(Packages, ReleaseNumbersWithAndWithoutTheMainProduct) {
 }
 
 // The boxes that a user sees.
-class ProductBoxes : public Packages {
+class ProductBoxes : public testing::Test {
   protected:
-    void SetUp() override {
-        if (!HaveDisplay()) {
-            GTEST_SKIP() << "this run has no display";
-        }
-        Packages::SetUp();
-    }
-
     // Has `show` show a box, and looks at it meanwhile.
     static void Visit(const std::wstring& title, const std::function<HRESULT()>& show,
                       const std::function<void(const Dialog&)>& look) {
