@@ -1,185 +1,80 @@
 // The type libraries against Released.tlb, the one that clients in the field were compiled against. What it holds never
 // changes; what a later release adds goes to the end of its interface or enumeration, and into that file when it is
 // out.
-#include <windows.h>
-
 #include <algorithm>
 #include <filesystem>
-#include <gtest/gtest.h>
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "V5Strings.h"
-#include "component/Client.h"
+#include "component/TypeDescription.h"
 
 namespace {
 
-using v5::test::ComPtr;
-using v5::test::Narrow;
-using v5::test::Taken;
+using namespace v5::test;
 
-// One line for each thing that clients depend on: "member _NimboHelp 1 1 method ShowHelp(…)", "value …", "class …".
-using Contract = std::set<std::string>;
+// One line for each thing that clients depend on: a type with its identifier, what it implements, a member, a value.
+using Contract = std::set<std::wstring>;
 
-std::string Text(REFGUID guid) {
+std::wstring Text(REFGUID guid) {
     wchar_t text[39];
     StringFromGUID2(guid, text, 39);
-    return Narrow(text);
+    return text;
 }
 
-// A type description with its attributes and names at hand.
-class Type {
-  public:
-    explicit Type(ComPtr<ITypeInfo> info) : mInfo(std::move(info)) { mInfo->GetTypeAttr(&mAttributes); }
-    ~Type() { mInfo->ReleaseTypeAttr(mAttributes); }
-    Type(const Type&) = delete;
-    Type& operator=(const Type&) = delete;
-
-    const TYPEATTR* operator->() const { return mAttributes; }
-    ITypeInfo* Info() const { return mInfo.Get(); }
-    std::string Name(MEMBERID member = MEMBERID_NIL) const {
-        BSTR name = nullptr;
-        mInfo->GetDocumentation(member, &name, nullptr, nullptr, nullptr);
-        return Narrow(Taken(name));
-    }
-    std::string Help(MEMBERID member = MEMBERID_NIL) const {
-        BSTR help = nullptr;
-        mInfo->GetDocumentation(member, nullptr, &help, nullptr, nullptr);
-        return Narrow(Taken(help));
-    }
-    ComPtr<ITypeInfo> Referenced(HREFTYPE reference) const {
-        ComPtr<ITypeInfo> info;
-        mInfo->GetRefTypeInfo(reference, &info);
-        return info;
-    }
-    ComPtr<ITypeInfo> Implemented(UINT index) const {
-        HREFTYPE reference = 0;
-        mInfo->GetRefTypeOfImplType(index, &reference);
-        return Referenced(reference);
-    }
-
-  private:
-    ComPtr<ITypeInfo> mInfo;
-    TYPEATTR* mAttributes = nullptr;
-};
-
-std::string TypeName(const Type& owner, const TYPEDESC& type) {
-    static const std::map<VARTYPE, std::string> kNames = {
-        {VT_BSTR, "String"},     {VT_I4, "Long"},          {VT_BOOL, "Boolean"},      {VT_DATE, "Date"},
-        {VT_VARIANT, "Variant"}, {VT_UNKNOWN, "IUnknown"}, {VT_DISPATCH, "IDispatch"}};
-    if (type.vt == VT_USERDEFINED) {
-        return Type(owner.Referenced(type.hreftype)).Name();
-    }
-    if (type.vt == VT_PTR) {
-        const std::string name = TypeName(owner, *type.lptdesc);
-        return type.lptdesc->vt == VT_USERDEFINED && name.find("Enum") == std::string::npos ? name : name + "*";
-    }
-    const auto name = kNames.find(type.vt);
-    return name == kNames.end() ? "type " + std::to_string(type.vt) : name->second;
+std::wstring TypeText(const TypeDescription& owner, const TYPEDESC& type) {
+    return type.vt == VT_PTR           ? TypeText(owner, *type.lptdesc) + L'*'
+           : type.vt == VT_USERDEFINED ? TypeDescription(owner.Referenced(type.hreftype)).Name()
+                                       : std::to_wstring(type.vt);
 }
 
-std::string DefaultText(const VARIANT& value) {
-    switch (V_VT(&value)) {
-        case VT_I4:
-            return std::to_string(V_I4(&value));
-        case VT_BOOL:
-            return V_BOOL(&value) == VARIANT_TRUE ? "True" : V_BOOL(&value) == VARIANT_FALSE ? "False" : "neither";
-        case VT_BSTR:  // an empty text, not a null pointer: some clients pass it on as it is
-            return V_BSTR(&value) == nullptr ? "null" : '"' + Narrow(v5::test::Text(value)) + '"';
-        default:
-            return "default of type " + std::to_string(V_VT(&value));
-    }
+// An empty text is not a null pointer: some clients pass it on as it is.
+std::wstring ValueText(const VARIANT& value) {
+    return std::to_wstring(V_VT(&value)) +
+           (V_VT(&value) != VT_BSTR ? L' ' + std::to_wstring(V_VT(&value) == VT_BOOL ? V_BOOL(&value) : V_I4(&value))
+            : V_BSTR(&value) == nullptr ? L" null"
+                                        : L" '" + v5::test::Text(value) + L'\'');
 }
 
-std::string ParameterText(const Type& owner, const ELEMDESC& element, const std::string& name) {
-    const USHORT flags = element.paramdesc.wParamFlags;
-    const bool isReference = (flags & PARAMFLAG_FOUT) != 0;
-    std::string text = isReference ? "ref " + name + ' ' + TypeName(owner, *element.tdesc.lptdesc)
-                                   : name + ' ' + TypeName(owner, element.tdesc);
-    if ((flags & PARAMFLAG_FIN) == 0) {
-        text = "out only " + text;
-    }
-    if ((flags & PARAMFLAG_FHASDEFAULT) != 0) {
-        text += " = " + DefaultText(element.paramdesc.pparamdescex->varDefaultValue);
-    }
-    return (flags & PARAMFLAG_FOPT) != 0 ? '[' + text + ']' : text;
-}
-
-std::string MemberText(const Type& owner, const FUNCDESC& function) {
-    static const std::map<INVOKEKIND, std::string> kKinds = {
-        {INVOKE_FUNC, "method"}, {INVOKE_PROPERTYGET, "get"}, {INVOKE_PROPERTYPUT, "let"}};
-    constexpr UINT kMost = 20;
-    BSTR found[kMost] = {};
+std::wstring MemberText(const TypeDescription& owner, const FUNCDESC& function) {
+    BSTR names[20] = {};  // of the member, and of its parameters; none for a property's new value
     UINT count = 0;
-    owner.Info()->GetNames(function.memid, found, kMost, &count);
-    std::vector<std::string> names;  // of the member, and of its parameters
-    std::transform(found, found + count, std::back_inserter(names), [](BSTR name) { return Narrow(Taken(name)); });
-    std::string parameters, result;
+    owner.Info()->GetNames(function.memid, names, 20, &count);
+    std::wstring text = Taken(names[0]) + L", kind " + std::to_wstring(function.invkind) + L", place " +
+                        std::to_wstring(function.oVft / static_cast<SHORT>(sizeof(void*))) + L", gives " +
+                        TypeText(owner, function.elemdescFunc.tdesc);
     for (SHORT i = 0; i < function.cParams; ++i) {
         const ELEMDESC& element = function.lprgelemdescParam[i];
-        if ((element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0) {
-            result = ' ' + TypeName(owner, *element.tdesc.lptdesc);
-            continue;
+        text += L"; " + Taken(names[i + 1]) + L' ' + TypeText(owner, element.tdesc) + L", flags " +
+                std::to_wstring(element.paramdesc.wParamFlags);
+        if ((element.paramdesc.wParamFlags & PARAMFLAG_FHASDEFAULT) != 0) {
+            text += L" = " + ValueText(element.paramdesc.pparamdescex->varDefaultValue);
         }
-        // Automation does not tell the name of a property's new value; ours is the one that is written down.
-        const auto named = static_cast<size_t>(i) + 1;
-        const std::string name = function.invkind == INVOKE_PROPERTYPUT ? "None"
-                                 : named < names.size()                 ? names[named]
-                                                                        : "unnamed";
-        parameters += (parameters.empty() ? "" : ", ") + ParameterText(owner, element, name);
     }
-    return kKinds.at(function.invkind) + ' ' + names.at(0) + '(' + parameters + ')' + result;
+    return text;
 }
 
-void DescribeMembers(const Type& view, Contract& contract) {
-    const std::string name = view.Name();
-    for (UINT i = 0; i < view->cFuncs; ++i) {
-        FUNCDESC* function = nullptr;
-        view.Info()->GetFuncDesc(i, &function);
-        contract.insert("member " + name + ' ' + std::to_string(i + 1) + ' ' + std::to_string(function->memid) + ' ' +
-                        MemberText(view, *function));
-        if (view->typekind == TKIND_INTERFACE) {  // the order of the list is the order of the virtual functions
-            constexpr size_t kInherited = 7;      // IUnknown's three and IDispatch's four
-            EXPECT_EQ(static_cast<size_t>(function->oVft), (kInherited + i) * sizeof(void*)) << name << ' ' << i;
-        }
-        view.Info()->ReleaseFuncDesc(function);
-    }
-}
-
-void DescribeInterface(const Type& type, Contract& contract) {
-    const bool isDual = (type->wTypeFlags & TYPEFLAG_FDUAL) != 0;
-    contract.insert("interface " + type.Name() + ' ' + Text(type->guid) + (isDual ? " dual" : " dispatch only"));
-    if (isDual) {
-        DescribeMembers(Type(type.Implemented(static_cast<UINT>(-1))), contract);
-    } else {
-        DescribeMembers(type, contract);
-    }
-}
-
-void DescribeEnumeration(const Type& type, Contract& contract) {
-    for (UINT i = 0; i < type->cVars; ++i) {
-        VARDESC* value = nullptr;
-        type.Info()->GetVarDesc(i, &value);
-        contract.insert("value " + type.Name() + ' ' + type.Name(value->memid) + ' ' +
-                        std::to_string(V_I4(value->lpvarValue)));
-        type.Info()->ReleaseVarDesc(value);
-    }
-}
-
-void DescribeClass(const Type& type, Contract& contract) {
-    std::string line = "class " + type.Name() + ' ' + Text(type->guid);
+void Describe(const TypeDescription& type, Contract& contract) {
+    const std::wstring name = type.Name() + L' ';
+    contract.insert(name + Text(type->guid) + L", kind " + std::to_wstring(type->typekind) + L", flags " +
+                    std::to_wstring(type->wTypeFlags));
     for (UINT i = 0; i < type->cImplTypes; ++i) {
         INT flags = 0;
         type.Info()->GetImplTypeFlags(i, &flags);
-        const bool isSource = (flags & IMPLTYPEFLAG_FSOURCE) != 0;
-        const std::string name = Type(type.Implemented(i)).Name();
-        line += (isSource ? " source " : " ") + name;
-        EXPECT_EQ((flags & IMPLTYPEFLAG_FDEFAULT) != 0, i == 0 || isSource) << line;
+        contract.insert(name + L"has " + TypeDescription(type.Implemented(i)).Name() + L", flags " +
+                        std::to_wstring(flags));
     }
-    EXPECT_EQ(type->wTypeFlags & (TYPEFLAG_FCANCREATE | TYPEFLAG_FHIDDEN), TYPEFLAG_FCANCREATE) << line;
-    contract.insert(line);
+    const TypeDescription view(type.View());
+    view.ForEachFunction([&](const FUNCDESC& function) {
+        contract.insert(name + std::to_wstring(function.memid) + L' ' + MemberText(view, function));
+    });
+    for (UINT i = 0; i < type->cVars; ++i) {
+        VARDESC* value = nullptr;
+        type.Info()->GetVarDesc(i, &value);
+        contract.insert(name + type.Name(value->memid) + L" = " + ValueText(*value->lpvarValue));
+        type.Info()->ReleaseVarDesc(value);
+    }
 }
 
 Contract Describe(ITypeLib& library) {
@@ -188,27 +83,10 @@ Contract Describe(ITypeLib& library) {
     BSTR name = nullptr;
     library.GetLibAttr(&attributes);
     library.GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-    contract.insert("library " + Narrow(Taken(name)) + ' ' + std::to_string(attributes->wMajorVerNum) + '.' +
-                    std::to_string(attributes->wMinorVerNum) + ' ' + Text(attributes->guid));
+    contract.insert(L"library " + Taken(name) + L' ' + std::to_wstring(attributes->wMajorVerNum) + L'.' +
+                    std::to_wstring(attributes->wMinorVerNum) + L' ' + Text(attributes->guid));
     library.ReleaseTLibAttr(attributes);
-    for (UINT i = 0; i < library.GetTypeInfoCount(); ++i) {
-        ComPtr<ITypeInfo> info;
-        library.GetTypeInfo(i, &info);
-        const Type type(info);
-        switch (type->typekind) {
-            case TKIND_DISPATCH:
-                DescribeInterface(type, contract);
-                break;
-            case TKIND_ENUM:
-                DescribeEnumeration(type, contract);
-                break;
-            case TKIND_COCLASS:
-                DescribeClass(type, contract);
-                break;
-            default:
-                ADD_FAILURE() << type.Name() << " is none of the published kinds";
-        }
-    }
+    ForEachType(library, [&](const TypeDescription& type) { Describe(type, contract); });
     return contract;
 }
 
@@ -257,10 +135,10 @@ TEST_P(ContractTest, IsTheReleasedOne) {
         S_OK);
     const Contract ours = Describe(*mLibrary.Get()), theirs = Describe(*released.Get());
     EXPECT_GT(theirs.size(), 400U) << "the file describes too little";
-    std::vector<std::string> differences;
+    std::vector<std::wstring> differences;
     std::set_symmetric_difference(ours.begin(), ours.end(), theirs.begin(), theirs.end(),
                                   std::back_inserter(differences));
-    EXPECT_EQ(differences, std::vector<std::string>());
+    EXPECT_EQ(differences, std::vector<std::wstring>());
 }
 
 TEST_P(ContractTest, IsMadeForItsWidth) {
@@ -282,35 +160,28 @@ TEST_P(ContractTest, ExplainsEverythingInSentences) {
     mLibrary->GetDocumentation(MEMBERID_NIL, nullptr, &help, nullptr, nullptr);
     const std::string libraryHelp = Narrow(Taken(help));
     EXPECT_NE(libraryHelp.find("Vantor 5"), std::string::npos) << libraryHelp;
-    for (UINT i = 0; i < mLibrary->GetTypeInfoCount(); ++i) {
-        ComPtr<ITypeInfo> info;
-        mLibrary->GetTypeInfo(i, &info);
-        const Type type(info);
-        ExpectSentence(type.Help(), type.Name());
-        const bool isDual = (type->wTypeFlags & TYPEFLAG_FDUAL) != 0;
-        const Type view(isDual ? type.Implemented(static_cast<UINT>(-1)) : info);
-        for (UINT f = 0; f < view->cFuncs; ++f) {
-            FUNCDESC* function = nullptr;
-            view.Info()->GetFuncDesc(f, &function);
-            ExpectSentence(view.Help(function->memid), type.Name() + '.' + view.Name(function->memid));
-            view.Info()->ReleaseFuncDesc(function);
-        }
-    }
+    ForEachType(*mLibrary.Get(), [](const TypeDescription& type) {
+        ExpectSentence(type.Help(), Narrow(type.Name()));
+        const TypeDescription view(type.View());
+        view.ForEachFunction([&](const FUNCDESC& function) {
+            ExpectSentence(view.Help(function.memid), Narrow(type.Name() + L'.' + view.Name(function.memid)));
+        });
+    });
 }
 
 TEST(ContractHeader, AgreesWithTheTypeLibrary) {
     ComPtr<ITypeLib> library;
     ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
-    const std::pair<const GUID&, const char*> expected[] = {
-        {__uuidof(_DahsIniMain), "_DahsIniMain"},
-        {__uuidof(DahsIniMain), "DahsIniMain"},
-        {__uuidof(IRaiseMsg), "IRaiseMsg"},
-        {__uuidof(__NimboSecurity), "__NimboSecurity"},
+    const std::pair<const GUID&, const wchar_t*> expected[] = {
+        {__uuidof(_DahsIniMain), L"_DahsIniMain"},
+        {__uuidof(DahsIniMain), L"DahsIniMain"},
+        {__uuidof(IRaiseMsg), L"IRaiseMsg"},
+        {__uuidof(__NimboSecurity), L"__NimboSecurity"},
     };
     for (const auto& [guid, name] : expected) {
         ComPtr<ITypeInfo> info;
         ASSERT_EQ(library->GetTypeInfoOfGuid(guid, &info), S_OK) << name;
-        EXPECT_EQ(Type(info).Name(), name);
+        EXPECT_EQ(TypeDescription(info).Name(), name);
     }
     using namespace V5Strings;  // the published enumerations
     static_assert(SID_OccurEdit_GetToDateTitle == SID_AlarmEdit_GetToDateTitle && Unknown == -1 && standalone == 0);

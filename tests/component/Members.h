@@ -2,15 +2,12 @@
 // from the description: for tests that ask the same of all members.
 #pragma once
 
-#include <windows.h>
-
-#include <oleauto.h>
-#include <wrl/client.h>
-
 #include <array>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "component/TypeDescription.h"
 
 namespace v5::test {
 
@@ -56,97 +53,39 @@ struct PublishedClass {
     std::vector<PublishedMember> members;
 };
 
-namespace members {
-
-using Microsoft::WRL::ComPtr;
-
-inline VARTYPE ValueType(ITypeInfo& info, const TYPEDESC& description) {
-    if (description.vt == VT_PTR) {
-        return ValueType(info, *description.lptdesc);
+inline VARTYPE ValueType(const TypeDescription& owner, const TYPEDESC& type) {
+    if (type.vt == VT_PTR) {
+        return ValueType(owner, *type.lptdesc);
     }
-    if (description.vt != VT_USERDEFINED) {
-        return description.vt == VT_DISPATCH ? static_cast<VARTYPE>(VT_UNKNOWN) : description.vt;
+    if (type.vt != VT_USERDEFINED) {
+        return type.vt == VT_DISPATCH ? static_cast<VARTYPE>(VT_UNKNOWN) : type.vt;
     }
-    ComPtr<ITypeInfo> named;
-    TYPEATTR* attributes = nullptr;
-    info.GetRefTypeInfo(description.hreftype, &named);
-    named->GetTypeAttr(&attributes);
-    const VARTYPE type = attributes->typekind == TKIND_ENUM ? VT_I4 : VT_UNKNOWN;
-    named->ReleaseTypeAttr(attributes);
-    return type;
+    return TypeDescription(owner.Referenced(type.hreftype))->typekind == TKIND_ENUM ? VT_I4 : VT_UNKNOWN;
 }
 
-inline PublishedMember Read(ITypeInfo& info, const FUNCDESC& function) {
-    PublishedMember member;
-    BSTR name = nullptr;
-    info.GetDocumentation(function.memid, &name, nullptr, nullptr, nullptr);
-    member.name.assign(name, SysStringLen(name));
-    SysFreeString(name);
-    member.id = function.memid;
-    member.kind = function.invkind;
-    member.offset = static_cast<ULONG_PTR>(function.oVft);
+inline PublishedMember DescribeMember(const TypeDescription& owner, const FUNCDESC& function) {
+    PublishedMember member{
+        owner.Name(function.memid), function.memid, function.invkind, static_cast<ULONG_PTR>(function.oVft), {}, false};
     for (SHORT i = 0; i < function.cParams; ++i) {
         const ELEMDESC& element = function.lprgelemdescParam[i];
-        MemberParameter parameter;
-        parameter.type = ValueType(info, element.tdesc);
-        parameter.isOutput = (element.paramdesc.wParamFlags & PARAMFLAG_FOUT) != 0;
-        parameter.isReference = parameter.isOutput;
+        const bool isOutput = (element.paramdesc.wParamFlags & PARAMFLAG_FOUT) != 0;
         member.hasResult = member.hasResult || (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) != 0;
-        member.parameters.push_back(parameter);
+        member.parameters.push_back({ValueType(owner, element.tdesc), isOutput, isOutput});
     }
     return member;
 }
 
-// The members of a dual interface in the order of its virtual functions.
-inline std::vector<PublishedMember> Read(ITypeInfo& dispatchView) {
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> info;
-    TYPEATTR* attributes = nullptr;
-    std::vector<PublishedMember> result;
-    dispatchView.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference);
-    dispatchView.GetRefTypeInfo(reference, &info);
-    info->GetTypeAttr(&attributes);
-    for (UINT i = 0; i < attributes->cFuncs; ++i) {
-        FUNCDESC* function = nullptr;
-        info->GetFuncDesc(i, &function);
-        result.push_back(Read(*info.Get(), *function));
-        info->ReleaseFuncDesc(function);
-    }
-    info->ReleaseTypeAttr(attributes);
-    return result;
-}
-
-}  // namespace members
-
 inline std::vector<PublishedClass> PublishedClasses(ITypeLib& library) {
-    using Microsoft::WRL::ComPtr;
     std::vector<PublishedClass> classes;
-    for (UINT i = 0; i < library.GetTypeInfoCount(); ++i) {
-        TYPEKIND kind{};
-        library.GetTypeInfoType(i, &kind);
-        if (kind != TKIND_COCLASS) {
-            continue;
+    ForEachType(library, [&](const TypeDescription& type) {
+        if (type->typekind == TKIND_COCLASS) {
+            const TypeDescription published(type.Implemented(0)), view(published.View());
+            PublishedClass found{type.Name(), type->guid, published->guid, {}};
+            view.ForEachFunction(
+                [&](const FUNCDESC& function) { found.members.push_back(DescribeMember(view, function)); });
+            classes.push_back(std::move(found));
         }
-        PublishedClass published;
-        ComPtr<ITypeInfo> type, view;
-        TYPEATTR* attributes = nullptr;
-        BSTR name = nullptr;
-        HREFTYPE reference = 0;
-        library.GetTypeInfo(i, &type);
-        type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-        published.name.assign(name, SysStringLen(name));
-        SysFreeString(name);
-        type->GetTypeAttr(&attributes);
-        published.clsid = attributes->guid;
-        type->ReleaseTypeAttr(attributes);
-        type->GetRefTypeOfImplType(0, &reference);
-        type->GetRefTypeInfo(reference, &view);
-        view->GetTypeAttr(&attributes);
-        published.iid = attributes->guid;
-        view->ReleaseTypeAttr(attributes);
-        published.members = members::Read(*view.Get());
-        classes.push_back(std::move(published));
-    }
+    });
     return classes;
 }
 

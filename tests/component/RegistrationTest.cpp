@@ -96,21 +96,13 @@ std::vector<std::wstring> OwnKeys(const std::wstring& path) {
     ComPtr<ITypeLib> library;
     EXPECT_EQ(LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library), S_OK);
     std::vector<std::wstring> keys = {L"\\TypeLib\\" + Braced(LIBID_V5Strings)};
-    for (UINT i = 0; library && i < library->GetTypeInfoCount(); ++i) {
-        ComPtr<ITypeInfo> type;
-        TYPEATTR* attributes = nullptr;
-        BSTR name = nullptr;
-        library->GetTypeInfo(i, &type);
-        type->GetTypeAttr(&attributes);
-        library->GetDocumentation(static_cast<INT>(i), &name, nullptr, nullptr, nullptr);
-        const std::wstring progId = L"\\Classes\\V5Strings." + Taken(name);
-        if (attributes->typekind == TKIND_COCLASS) {
-            keys.insert(keys.end(), {L"\\CLSID\\" + Braced(attributes->guid), progId});
-        } else if (attributes->typekind == TKIND_DISPATCH) {
-            keys.push_back(L"\\Interface\\" + Braced(attributes->guid));
+    ForEachType(*library.Get(), [&](const TypeDescription& type) {
+        if (type->typekind == TKIND_COCLASS) {
+            keys.insert(keys.end(), {L"\\CLSID\\" + Braced(type->guid), L"\\Classes\\V5Strings." + type.Name()});
+        } else if (type->typekind == TKIND_DISPATCH) {
+            keys.push_back(L"\\Interface\\" + Braced(type->guid));
         }
-        type->ReleaseTypeAttr(attributes);
-    }
+    });
     return keys;
 }
 
