@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "FailCall.h"
 #include "Latin1.h"
 #include "security/SecurityHost.h"
 
@@ -38,15 +39,8 @@ struct LoggedEvent {
     bool operator==(const LoggedEvent&) const = default;
 };
 
-// What a test sets and sees. `failing` names the operation that fails, after `whenItFails` has run: what a client does
-// about the message that announces the failure.
-struct FakeMachine {
-    std::string failing;
-    bool failsQuietly = false;  // what fails answers false or nothing instead of raising
-    std::function<void()> whenItFails;
-    std::function<void(const char*)> onCall = [](const char*) {};  // before each operation; may throw
-    std::vector<std::string> calls;
-
+// What a test sets and sees.
+struct FakeMachine : Operations {
     std::map<std::wstring, std::wstring> rows;  // by document key
     std::vector<LoggedEvent> log;
     std::wstring sqlUser;  // not empty: SQL authentication
@@ -62,29 +56,6 @@ struct FakeMachine {
     std::vector<std::wstring> asked;  // "message/title" of each password dialog
     std::vector<std::wstring> boxes;  // "style|title|text"
     std::vector<std::uint32_t> pauses;
-
-    bool Succeeds(const char* operation) {
-        calls.emplace_back(operation);
-        onCall(operation);
-        if (failing != operation) {
-            return true;
-        }
-        if (whenItFails) {
-            whenItFails();
-        }
-        return false;
-    }
-    void Require(const char* operation) {
-        if (!Succeeds(operation) && !failsQuietly) {
-            throw AutomationError(0x80004005, L"it broke");
-        }
-    }
-    // What an operation answers.
-    template <typename Value>
-    Value Answer(const char* operation, const Value& value) {
-        Require(operation);
-        return failing == operation ? Value{} : value;
-    }
 };
 
 class FakeDatabase : public SiteDatabase {

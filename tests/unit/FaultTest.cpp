@@ -5,19 +5,16 @@
 #include <algorithm>
 #include <functional>
 #include <new>
-#include <stdexcept>
 
 #include "FailCall.h"
 #include "FailingAllocations.h"
 #include "FakeInstaller.h"
+#include "FakeLog.h"
 #include "FakeRegistry.h"
-#include "FakeSecurityHost.h"
 #include "FakeSiteHost.h"
-#include "Latin1.h"
 #include "ProductConstants.h"
 #include "config/Site.h"
 #include "footnotes/FootnoteBook.h"
-#include "log/LogWriter.h"
 #include "productinfo/HelpLauncher.h"
 #include "productinfo/ReleaseNumber.h"
 #include "productinfo/SupportInfo.h"
@@ -26,27 +23,12 @@ namespace v5 {
 
 namespace {
 
-// The ways in which a call on a neighbour fails, the first as the port says; and how messages describe them.
-const Failure kFailures[] = {
-    {"status", [](FakeMachine& machine, const char* operation) { machine.failing = operation; },
-     L"-2147467259, it broke"},
-    {"an automation error", [](FakeMachine&, const char*) { throw AutomationError::RunTime(53, L"File not found"); },
-     L"53, File not found"},
-    {"out of memory", [](FakeMachine&, const char*) { throw std::bad_alloc(); }, L"7, Out of memory"},
-    {"any exception", [](FakeMachine&, const char*) { throw std::runtime_error("it broke"); },
-     L"5, Invalid procedure call or argument"},
-    {"an exception of no class", [](FakeMachine&, const char*) { throw 7; }, L"5, Invalid procedure call or argument"},
-};
-
-}  // namespace
-
-namespace {
-
+const wchar_t* const kSiteFile = L"C:\\Site\\Vantor5.INI";
 const std::wstring kHelpPath = L"D:\\Help\\VantorManual.chm";
 
 // The neighbours of product information: one product, its help file and a mail program.
 struct FaultyProduct : InstallerQueries, RegistryReader, HelpViewer {
-    mutable FakeMachine machine;
+    mutable Operations machine;
     bool opened = false;
 
     std::wstring RelatedProduct(std::wstring_view) override {
@@ -71,45 +53,10 @@ struct FaultyProduct : InstallerQueries, RegistryReader, HelpViewer {
     }
 };
 
-struct FaultySite : FakeSiteHost {
-    mutable FakeMachine machine;
-
-    FaultySite() {
-        files[L"C:\\Site\\Vantor5.INI"] =
-            "[Dahs1]\nSiteID=S1\nDahsComputerName=das\x96\nVantorDir=D:\\V\nBackupDir=E:\\B\nSQLAlarms=a\nSQLConfig=c\n"
-            "SQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\nAffinityMask_IOS=3\n";
-    }
-    std::wstring ExpandEnvironment(const std::wstring& text) const override {
-        return machine.Succeeds("ExpandEnvironment") ? FakeSiteHost::ExpandEnvironment(text) : text;
-    }
-    bool FolderExists(const std::wstring& path) const override {
-        return machine.Succeeds("FolderExists") && FakeSiteHost::FolderExists(path);
-    }
-    bool FileExists(const std::wstring& path) const override {
-        return machine.Succeeds("FileExists") && FakeSiteHost::FileExists(path);
-    }
-    std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override {
-        return machine.Succeeds("ReadFile") ? FakeSiteHost::ReadFile(path, text) : L"it broke";
-    }
-    std::wstring CreateFolder(const std::wstring& path) override {
-        return machine.Succeeds("CreateFolder") ? FakeSiteHost::CreateFolder(path) : L"it broke";
-    }
-    std::wstring LibraryFolder() const override {
-        machine.Succeeds("LibraryFolder");
-        return FakeSiteHost::LibraryFolder();
-    }
-    std::wstring TemporaryFolder() const override {
-        machine.Succeeds("TemporaryFolder");
-        return FakeSiteHost::TemporaryFolder();
-    }
-    bool IsLocalComputer(const std::wstring& name) const override {
-        return machine.Succeeds("IsLocalComputer") && FakeSiteHost::IsLocalComputer(name);
-    }
-    std::optional<std::uint64_t> SystemAffinityMask() const override {
-        return machine.Succeeds("SystemAffinityMask") ? systemMask : std::nullopt;
-    }
-    bool SetProcessAffinityMask(std::uint64_t) override { return machine.Succeeds("SetProcessAffinityMask"); }
-};
+// One section, with a dash in its computer's name so that the file has to be decoded.
+const char* const kSiteText =
+    "[Dahs1]\nSiteID=S1\nDahsComputerName=das\x96\nVantorDir=D:\\V\nBackupDir=E:\\B\nSQLAlarms=a\nSQLConfig=c\n"
+    "SQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\nAffinityMask_IOS=3\n";
 
 bool Mentions(const std::vector<std::wstring>& texts, std::wstring_view words) {
     return std::any_of(texts.begin(), texts.end(), [&](const auto& text) { return text.find(words) != text.npos; });
@@ -157,7 +104,8 @@ const NeighbourTest kNeighbourTests[] = {
         return failed;
     },
     [](const Failure& failure, int n) {
-        FaultySite host;
+        FakeSiteHost host;
+        host.files[kSiteFile] = kSiteText;
         Site site(host);
         bool done = false;
         const std::string failed = FailCall(host.machine, failure, n, [&] {
@@ -189,69 +137,24 @@ TEST(Faults, EachCallOfTheOtherRulesOnTheirNeighbours) {
     EXPECT_GT(faults, 100);
 }
 
-namespace {
-
-struct QuietFile : LogFile {
-    bool open = false;
-    std::string content;
-    std::uint32_t Open(const std::wstring&) override {
-        open = true;
-        return 0;
-    }
-    bool IsOpen() const override { return open; }
-    void SeekToEnd() override {}
-    void Write(std::string_view bytes) override { content += bytes; }
-    void FlushToDisk() override {}
-    void Close() override { open = false; }
-};
-
-// Every function may throw: the one whose number is set does.
-struct FaultyLogHost : LogHost {
-    int failing = -1;
-    std::wstring Answer(int number) const {
-        if (number == failing) {
-            throw AutomationError(0x80004005u, L"it broke");
-        }
-        return L"a text that is too long to be kept inside the string object";
-    }
-    std::wstring LibraryFolder() const override { return Answer(0); }
-    std::wstring SystemErrorText(std::uint32_t) const override { return Answer(1); }
-    std::wstring LongDateAndTime(const CivilDateTime&) const override { return Answer(2); }
-    std::wstring ReleaseNumber(ReleaseKind) const override { return Answer(3); }
-    std::wstring ComputerName() const override { return Answer(4); }
-    std::wstring OperatingSystem() const override { return Answer(5); }
-};
-
-struct Tick : Clock {
-    CivilDateTime LocalNow() const override { return {2014, 3, 5, 14, 7, 9}; }
-    std::uint32_t TickMilliseconds() const override { return 1; }
-};
-
-struct LogBench {
-    QuietFile file;
-    Tick clock;
-    Latin1 codePage;
-    FaultyLogHost host;
-    LogWriter log{file, clock, codePage, host};
-};
-
-}  // namespace
-
 TEST(Faults, TheLogsHost) {
-    for (int failing = 0; failing <= 5; ++failing) {
+    bool reached = true;
+    for (int n = 0; reached; ++n) {
         LogBench bench;
-        bench.host.failing = failing;
-        const bool isAskedForTheHeader = failing >= 2;
-        try {
-            EXPECT_EQ(bench.log.Start(L"a.log", L"Title", {}), failing == 1) << "its answer is not needed";
-        } catch (const AutomationError&) {
-            EXPECT_NE(failing, 1);
-        }
-        EXPECT_EQ(bench.log.IsActive(), isAskedForTheHeader || failing == 1) << failing;
-        EXPECT_EQ(bench.file.content.empty(), failing == 0) << "the start line is written first";
+        bool told = false;
+        const std::string failed = FailCall(bench.fake.machine, kFailures[0], n, [&] {
+            try {
+                EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {}));
+            } catch (const AutomationError&) {
+                told = true;
+            }
+        });
+        reached = !failed.empty();
+        EXPECT_EQ(told, reached) << failed;
+        EXPECT_EQ(bench.log.IsActive(), failed != "LibraryFolder") << failed;
+        EXPECT_EQ(bench.fake.content.empty(), failed == "LibraryFolder") << "the start line is written first";
         bench.log.Stop();
-        bench.host.failing = -1;
-        EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {})) << failing;
+        EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {})) << failed;
     }
 }
 
@@ -263,6 +166,17 @@ struct Work {
     const char* name;
     std::function<bool(size_t n, bool& reached)> run;
 };
+
+// Does `work` with the n-th allocation failing; whether it came so far.
+template <class Rules>
+bool RunOutOfMemory(size_t n, Rules&& work) {
+    const FailingAllocation failing(n);
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+    }
+    return failing.HasFailed();
+}
 
 std::string TwoSections() {
     std::string text;
@@ -278,17 +192,11 @@ const Work kWork[] = {
     {"reading a site",
      [](size_t n, bool& reached) {
          FakeSiteHost host;
-         host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
+         host.files[kSiteFile] = TwoSections();
          Site site(host);
          bool done = false;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 done = site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached =
+             RunOutOfMemory(n, [&] { done = site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry); });
          // Whatever was lost, the object can be asked for everything.
          site.InfoTexts(3);
          site.Choose(2, false, false);
@@ -297,18 +205,11 @@ const Work kWork[] = {
     {"choosing another DAHS",
      [](size_t n, bool& reached) {
          FakeSiteHost host;
-         host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
+         host.files[kSiteFile] = TwoSections();
          Site site(host);
          site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
          bool done = false;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 done = site.ChooseSite(L"site2", false, false);
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] { done = site.ChooseSite(L"site2", false, false); });
          const bool same = site.Current().entry->dahsID == 1 && site.Current().connections[Database::Alarms].empty();
          return done ? site.Current().entry->dahsID == 2 : reached && (same || site.Current().entry->dahsID == 1);
      }},
@@ -320,30 +221,18 @@ const Work kWork[] = {
          }
          const std::wstring text(4000, L'z');
          std::int32_t number = 0;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 number = book.NumberOf(text);
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] { number = book.NumberOf(text); });
          return book.Count() == (number == 14 ? 14 : 13) && book.NumberOf(std::wstring(20, L'c')) == 3 &&
                 book.NumberOf(text) == 14;
      }},
     {"starting and writing a log",
      [](size_t n, bool& reached) {
          LogBench bench;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 bench.log.Start(L"a.log", L"Title", {true, true, 1});
-                 bench.log.Write(std::wstring_view(L"a line that needs some room of its own, more than usual"), true);
-                 bench.log.Stop();
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] {
+             bench.log.Start(L"a.log", L"Title", {true, true, 1});
+             bench.log.Write(std::wstring_view(L"a line that needs some room of its own, more than usual"), true);
+             bench.log.Stop();
+         });
          bench.log.Stop();
          return !bench.log.IsActive() && bench.log.Start(L"b.log", L"", {});
      }},
@@ -351,13 +240,10 @@ const Work kWork[] = {
      [](size_t n, bool& reached) {
          FakeInstaller installer;
          FakeRegistry registry;
-         const FailingAllocation failing(n);
-         try {
+         reached = RunOutOfMemory(n, [&] {
              ReadSupportInfo(installer, registry, nullptr);
              ReleaseNumber(installer, nullptr, ReleaseKind::Full);
-         } catch (const std::bad_alloc&) {
-         }
-         reached = failing.HasFailed();
+         });
          return true;
      }},
 };

@@ -147,7 +147,7 @@ TEST(Site, ReadsOnceAndReportsWhatCannotBeRead) {
     EXPECT_EQ(empty.site.Problems().back(), L"STR-031: no DAHS entries found in 'C:\\Site\\Vantor5.INI'");
 
     SiteFixture locked(Section(1, "AB"));
-    locked.host.unreadable.insert(L"C:\\Site\\Vantor5.INI");
+    locked.host.machine.failing = "ReadFile";
     EXPECT_FALSE(locked.Read());
     EXPECT_EQ(locked.site.Problems().back(), L"Could not read INI file 'C:\\Site\\Vantor5.INI': Access is denied.");
 }
@@ -257,7 +257,7 @@ TEST(Site, Affinity) {
           Case{"1", static_cast<AppCategory>(-1), 0xF, false, 0, nullptr}}) {
         SiteFixture fixture(Section(1, "AB") + "[AffinityMasks]\nDM=" + c.mask);
         fixture.host.systemMask = c.system;
-        fixture.host.affinityRefused = c.refused;
+        fixture.host.machine.failing = c.refused ? "SetProcessAffinityMask" : "";
         EXPECT_TRUE(fixture.Read(c.category));
         EXPECT_EQ(fixture.host.affinitySet, c.set) << c.mask;
         EXPECT_EQ(fixture.site.Problems().size(), c.problem != nullptr ? 2u : 1u) << c.mask;
