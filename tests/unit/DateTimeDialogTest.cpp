@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
+#include <random>
 #include <stdexcept>
 
 #include "dialogs/DateDialogModel.h"
@@ -167,26 +170,6 @@ TEST(TimeDialog, CaptionFilter) {
     }
 }
 
-TEST(MonthGrid, DaysStandUnderTheirWeekdays) {
-    const struct {
-        int year;
-        int month;
-        int firstCell;
-        int lastDay;
-    } cases[] = {{2024, 2, 4, 29},  {2015, 2, 0, 28}, {2023, 12, 5, 31}, {2024, 1, 1, 31},
-                 {9999, 12, 3, 31}, {100, 1, 5, 31},  {2026, 8, 6, 31}};
-    for (const auto& each : cases) {
-        const MonthGrid grid(each.year, each.month);
-        EXPECT_EQ(grid.FirstDayCell(), each.firstCell) << each.year;
-        EXPECT_EQ(grid.LastDay(), each.lastDay) << each.year;
-        EXPECT_EQ(grid.DayAt(each.firstCell - 1), 0);
-        EXPECT_EQ(grid.DayAt(each.firstCell), 1);
-        EXPECT_EQ(grid.DayAt(grid.CellOf(each.lastDay)), each.lastDay);
-        EXPECT_EQ(grid.DayAt(grid.CellOf(each.lastDay) + 1), 0);
-        EXPECT_LT(grid.CellOf(each.lastDay), MonthGrid::kCells);
-    }
-}
-
 TEST(DateDialog, OpensOnTheInitialDateOrThePresent) {
     EXPECT_EQ(AnswerOf(DateDialog({1999, 12, 31, 23, 59, 30})), (CivilDateTime{1999, 12, 31, 23, 59, 0}));
     DateDialogModel present({}, kNow);
@@ -221,37 +204,64 @@ TEST(DateDialog, NoDateIsAnAnswerOnlyWhereItIsAllowed) {
     EXPECT_EQ(AnswerOf(open), (CivilDateTime{2024, 2, 10, 13, 5, 0}));
 }
 
-TEST(DateDialog, MovesAcrossMonthsAndYears) {
-    DateDialogModel dialog = DateDialog({2023, 12, 31});
-    dialog.MoveMonths(1);
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2024, 1, 31}));
-    EXPECT_EQ(dialog.YearText(), L"2024");
-    dialog.MoveMonths(1);
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2024, 2, 29}));
-    dialog.StepYear(false);
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2023, 2, 28}));
-    dialog.MoveDays(1);
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2023, 3, 1}));
-    dialog.ChooseMonth(1);
-    dialog.MoveDays(-7);
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2022, 12, 25}));
-    dialog.ChooseCell(dialog.Grid().FirstDayCell() + 30);
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2022, 12, 31}));
-    dialog.ChooseCell(41);  // hidden
-    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2022, 12, 31}));
-}
-
-TEST(DateDialog, TheCalendarEnds) {
-    DateDialogModel last = DateDialog({9999, 12, 31});
-    last.MoveMonths(1);
-    last.MoveDays(1);
-    last.StepYear(true);
-    EXPECT_EQ(AnswerOf(last), (CivilDateTime{9999, 12, 31}));
-    DateDialogModel first = DateDialog({100, 1, 1});
-    first.MoveMonths(-1);
-    first.MoveDays(-1);
-    first.StepYear(false);
-    EXPECT_EQ(AnswerOf(first), (CivilDateTime{100, 1, 1}));
+// Walks by months, days, years and cells from the calendar's ends and from leap days, beside the library's calendar.
+TEST(DateDialog, WalksTheCalendar) {
+    using namespace std::chrono;
+    const auto moved = [](year_month_day from, year_month month) {
+        const year_month_day last = month / std::chrono::last;
+        const int year{month.year()};
+        return year < kMinYear || year > kMaxYear ? from : month / std::min(from.day(), last.day());
+    };
+    std::mt19937 random(1);
+    const auto between = [&](int low, int high) { return low + static_cast<int>(random() % (high - low + 1u)); };
+    for (const year_month_day start : {100y / 1 / 1, 9999y / 12 / 31, 2000y / 2 / 29, 2023y / 12 / 31}) {
+        for (int walk = 0; walk < 200; ++walk) {
+            year_month_day day = start;
+            DateDialogModel dialog =
+                DateDialog({int{day.year()}, int(unsigned{day.month()}), int(unsigned{day.day()})});
+            for (int step = 0; step < 10; ++step) {
+                const year_month month = day.year() / day.month();
+                const int firstCell = static_cast<int>(weekday(sys_days(month / 1)).c_encoding());
+                const int lastDay = static_cast<int>(unsigned{year_month_day(month / std::chrono::last).day()});
+                for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+                    const int shown = cell - firstCell + 1;
+                    ASSERT_EQ(dialog.Grid().DayAt(cell), shown >= 1 && shown <= lastDay ? shown : 0);
+                }
+                ASSERT_EQ(dialog.Grid().DayAt(dialog.SelectedCell()), static_cast<int>(unsigned{day.day()}));
+                ASSERT_EQ(dialog.YearText(), std::to_wstring(int{day.year()}));
+                ASSERT_EQ(dialog.Month(), static_cast<int>(unsigned{day.month()}));
+                ASSERT_EQ(AnswerOf(dialog), (CivilDateTime{int{day.year()}, dialog.Month(), int(unsigned{day.day()})}));
+                const int count = between(-13, 13);
+                const int cell = between(0, MonthGrid::kCells - 1);
+                switch (between(0, 4)) {
+                    case 0:
+                        dialog.MoveMonths(count);
+                        day = moved(day, month + months(count));
+                        break;
+                    case 1:
+                        dialog.MoveDays(count);
+                        if (const year_month_day to = sys_days(day) + days(count);
+                            int{to.year()} >= kMinYear && int{to.year()} <= kMaxYear) {
+                            day = to;
+                        }
+                        break;
+                    case 2:
+                        dialog.StepYear(count > 0);
+                        day = moved(day, month + years(count > 0 ? 1 : -1));
+                        break;
+                    case 3:
+                        dialog.ChooseMonth(1 + cell % 12);
+                        day = moved(day, day.year() / (1 + cell % 12));
+                        break;
+                    default:
+                        if (const int chosen = dialog.Grid().DayAt(cell); chosen != 0) {
+                            day = month / chosen;
+                        }
+                        dialog.ChooseCell(cell);  // a hidden one changes nothing
+                }
+            }
+        }
+    }
 }
 
 TEST(DateDialog, TypedYears) {

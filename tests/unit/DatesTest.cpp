@@ -46,13 +46,6 @@ TEST(Dates, EveryDayFollowsTheOneBefore) {
     EXPECT_EQ(expected, (CivilDateTime{kMaxYear + 1, 1, 1}));
 }
 
-TEST(Dates, MonthsOfCenturies) {
-    EXPECT_EQ(DaysInMonth(1900, 2), 28);
-    EXPECT_EQ(DaysInMonth(2000, 2), 29);
-    EXPECT_EQ(DaysInMonth(2024, 2), 29);
-    EXPECT_EQ(DaysInMonth(2023, 2), 28);
-}
-
 TEST(Dates, SecondsAreRoundedAndMayCarryIntoTheNextDay) {
     constexpr double kSecond = 1.0 / 86400;
     EXPECT_EQ(FromAutomationDate(10 + 0.4 * kSecond), (CivilDateTime{1900, 1, 9}));
