@@ -115,8 +115,7 @@ TEST(DahsSection, Messages) {
         {"SQLRealtime=\nSiteID=7",
          false,
          {missing(L"STR-084", L"SiteID") + L"; may not be a number", missing(L"STR-089", L"SQLRealtime"), blank}},
-        {"BackupDir=", true, {missing(L"STR-024", L"BackupDir")}},
-    };
+        {"BackupDir=", true, {missing(L"STR-024", L"BackupDir")}}};
     for (const Case& c : cases) {
         const Result result = ReadSection(c.lines);
         EXPECT_EQ(result.entries.Count(), c.usable ? 1 : 0) << c.lines;

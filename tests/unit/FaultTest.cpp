@@ -119,8 +119,7 @@ const NeighbourTest kNeighbourTests[] = {
         EXPECT_TRUE(done || !affinityFailed) << failure.name;
         site.InfoTexts(3);
         return failed;
-    },
-};
+    }};
 
 }  // namespace
 
@@ -236,8 +235,7 @@ const Work kWork[] = {
          bench.log.Stop();
          return !bench.log.IsActive() && bench.log.Start(L"b.log", L"", {});
      }},
-    {"product information",
-     [](size_t n, bool& reached) {
+    {"product information", [](size_t n, bool& reached) {
          FakeInstaller installer;
          FakeRegistry registry;
          reached = RunOutOfMemory(n, [&] {
@@ -245,8 +243,7 @@ const Work kWork[] = {
              ReleaseNumber(installer, nullptr, ReleaseKind::Full);
          });
          return true;
-     }},
-};
+     }}};
 
 }  // namespace
 

@@ -58,15 +58,13 @@ TEST(HelpLauncher, ExplainsWhatIsMissingToTheUserAndToTheSink) {
         FakeInstaller* installer;
         std::wstring user;
         std::vector<std::wstring> sink;
-    } cases[] = {
-        {&bare, kNotInstalled, {kNoProduct, kNoComponent}},
-        {&withoutHelp, kNotInstalled, {kNoComponent}},
-        {&deleted,
-         L"Cannot find file '" + kPath + L"'. [STR-0170]",
-         {L"Cannot find '" + kPath + L"'. Vantor help may not be installed. [STR-0169]"}},
-        {&noComponentPath, L"[STR-0171] -2147352573, Member not found.", {}},
-        {&noInstaller, L"[STR-0171] -2147352573, Member not found.", {}},
-    };
+    } cases[] = {{&bare, kNotInstalled, {kNoProduct, kNoComponent}},
+                 {&withoutHelp, kNotInstalled, {kNoComponent}},
+                 {&deleted,
+                  L"Cannot find file '" + kPath + L"'. [STR-0170]",
+                  {L"Cannot find '" + kPath + L"'. Vantor help may not be installed. [STR-0169]"}},
+                 {&noComponentPath, L"[STR-0171] -2147352573, Member not found.", {}},
+                 {&noInstaller, L"[STR-0171] -2147352573, Member not found.", {}}};
     for (const auto& test : cases) {
         FakeViewer viewer;
         RecordingSink sink;

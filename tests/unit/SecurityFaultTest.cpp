@@ -149,8 +149,7 @@ const Deed kDeeds[] = {
          AccountListTexts lists;
          return s.security.GetAccountLists(lists) ? 1 : 0;
      }},
-    {"SqlLogin", [](SecuredSite& s, const State&) { return s.security.User().SqlLogin().empty() ? 0 : 1; }},
-};
+    {"SqlLogin", [](SecuredSite& s, const State&) { return s.security.User().SqlLogin().empty() ? 0 : 1; }}};
 
 // Whether what is stored and what is recorded tell the same story.
 void ExpectTrueTrail(SecuredSite& site) {
@@ -267,8 +266,7 @@ TEST(SecurityFaults, EachAllocation) {
 TEST(SecurityFaults, AListenerMayTearDownOrSetUpAtAnyCall) {
     const std::function<void(Security&)> deeds[] = {
         [](Security& security) { security.Teardown(); },
-        [](Security& security) { security.Setup(kTestConnection, L"Again"); },
-    };
+        [](Security& security) { security.Setup(kTestConnection, L"Again"); }};
     for (unsigned seed = 0; seed < 3 * std::size(kDeeds); ++seed) {
         const State state(seed);
         for (const auto& interruption : deeds) {

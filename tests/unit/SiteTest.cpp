@@ -51,28 +51,26 @@ TEST(SiteFileSearch, FindsAFullPathFromEveryStart) {
 }
 
 TEST(SiteFileSearch, ParentFolders) {
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"C:\\a\\b", L"C:\\a"},
-        {L"C:\\a\\", L"C:\\"},
-        {L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\a"},
-        {L"\\\\?\\C:\\a", L"\\\\?\\C:\\"},
-        {L"\\\\?\\C:\\", L""},
-        {L"C:\\a", L"C:\\"},
-        {L"C:\\", L""},
-        {L"C:", L""},
-        {L"C:a", L"C:"},
-        {L"C:/a/b", L"C:/a"},
-        {L"\\\\srv\\x\\y", L"\\\\srv\\x"},
-        {L"\\\\srv\\x", L"\\\\srv"},
-        {L"\\\\srv", L""},
-        {L"\\a", L"\\"},
-        {L"\\", L""},
-        {L"a", L""},
-        {L"a\\\\b", L"a"},
-        {L"%VANTOR5_SYSTEM_FOLDER%", L""},
-        {L"C:\\\\\\", L""},
-        {L"", L""},
-    };
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {{L"C:\\a\\b", L"C:\\a"},
+                                                               {L"C:\\a\\", L"C:\\"},
+                                                               {L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\a"},
+                                                               {L"\\\\?\\C:\\a", L"\\\\?\\C:\\"},
+                                                               {L"\\\\?\\C:\\", L""},
+                                                               {L"C:\\a", L"C:\\"},
+                                                               {L"C:\\", L""},
+                                                               {L"C:", L""},
+                                                               {L"C:a", L"C:"},
+                                                               {L"C:/a/b", L"C:/a"},
+                                                               {L"\\\\srv\\x\\y", L"\\\\srv\\x"},
+                                                               {L"\\\\srv\\x", L"\\\\srv"},
+                                                               {L"\\\\srv", L""},
+                                                               {L"\\a", L"\\"},
+                                                               {L"\\", L""},
+                                                               {L"a", L""},
+                                                               {L"a\\\\b", L"a"},
+                                                               {L"%VANTOR5_SYSTEM_FOLDER%", L""},
+                                                               {L"C:\\\\\\", L""},
+                                                               {L"", L""}};
     for (const auto& [path, parent] : cases) {
         EXPECT_EQ(ParentFolder(path), parent) << std::string(path, path + std::wcslen(path));
     }
@@ -116,8 +114,7 @@ TEST(SiteFileSearch, StartFolders) {
          L"",
          L"C:\\Other\\Vantor5.INI",
          {L"STR-0184: Could not find Vantor5.INI file in '%VANTOR5_SYSTEM_FOLDER%" + notFound,
-          L"STR-018: Could not find Vantor5.INI file in 'C:\\Program\\Bin" + notFound}},
-    };
+          L"STR-018: Could not find Vantor5.INI file in 'C:\\Program\\Bin" + notFound}}};
     for (const Case& c : cases) {
         FakeSiteHost host;
         host.systemFolder = c.systemFolder;

@@ -40,8 +40,7 @@ TEST(SiteText, RemarksOnWhatProgramsPassOver) {
          L"RedundantDasSyncMergeEnabled 'fales' is neither YES nor NO, and counts as NO (did you mean 'FALSE'?)"},
         {"just text\n", L" this line has no '=', and programs ignore it"},
         {"HDR=1\nhdr=0\n", L"hdr programs take the first line of this key, line 2"},
-        {"; a comment\n\n HDR = no \nLogFlushEnabled=FASLE\n", nullptr},
-    };
+        {"; a comment\n\n HDR = no \nLogFlushEnabled=FASLE\n", nullptr}};
     for (const auto& [lines, remark] : cases) {
         const std::string file = Sound(lines);
         const std::vector<Remark> remarks = SiteText({file.begin(), file.end()}).Remarks();

@@ -68,25 +68,23 @@ TEST(SupportInfo, LinkNeedsAMailProgram) {
 }
 
 TEST(SupportInfo, DisplayDate) {
-    const std::pair<std::wstring, std::wstring> cases[] = {
-        {L"20140305", L"2014-03-05"},
-        {L"20120229", L"2012-02-29"},
-        {L"20130229", L""},
-        {L"20141305", L""},
-        {L"1", L""},
-        {L"-20140305", L""},
-        {L"140305", L""},
-        {L"120140305", L""},
-        {L"1e300", L""},
-        {L"2014-03-05", L"2014-03-05"},
-        {L"12/31/2014", L"12/31/2014"},
-        {L"31.12.2014", L"31.12.2014"},
-        {L"31.12/2014", L""},
-        {L"99999-1-1", L""},
-        {L"", L""},
-        {L"today", L""},
-        {L"2014-03-05-06", L""},
-    };
+    const std::pair<std::wstring, std::wstring> cases[] = {{L"20140305", L"2014-03-05"},
+                                                           {L"20120229", L"2012-02-29"},
+                                                           {L"20130229", L""},
+                                                           {L"20141305", L""},
+                                                           {L"1", L""},
+                                                           {L"-20140305", L""},
+                                                           {L"140305", L""},
+                                                           {L"120140305", L""},
+                                                           {L"1e300", L""},
+                                                           {L"2014-03-05", L"2014-03-05"},
+                                                           {L"12/31/2014", L"12/31/2014"},
+                                                           {L"31.12.2014", L"31.12.2014"},
+                                                           {L"31.12/2014", L""},
+                                                           {L"99999-1-1", L""},
+                                                           {L"", L""},
+                                                           {L"today", L""},
+                                                           {L"2014-03-05-06", L""}};
     for (const auto& [date, shown] : cases) {
         EXPECT_EQ(DisplayDate(date), shown);
     }
@@ -101,10 +99,8 @@ TEST(FactoryFlag, ExactlyOneForTheMachineOrTheUser) {
     const struct {
         std::optional<std::wstring> machine, user;
         bool expected;
-    } cases[] = {
-        {{}, {}, false},       {L"1", {}, true},      {{}, L"1", true},   {L"0", L"1", true},
-        {L"01", L" 1", false}, {L"true", L"", false}, {L"1", L"0", true},
-    };
+    } cases[] = {{{}, {}, false},       {L"1", {}, true},      {{}, L"1", true},  {L"0", L"1", true},
+                 {L"01", L" 1", false}, {L"true", L"", false}, {L"1", L"0", true}};
     for (const auto& test : cases) {
         FakeRegistry registry;
         if (test.machine) {

@@ -117,18 +117,16 @@ TEST_F(SecurityDocuments, LevelsFromTheAccountLists) {
         bool administrator;
         const wchar_t* sqlUser;
         PrivilegeLevel level;
-    } cases[] = {
-        {L"<L1>S-1-5-21-7</L1><L3>S-1-5-21-7</L3>", false, L"", 55},
-        {L"<L2>\r\n  s-1-5-21-7 </L2>", false, L"", 52},
-        {L"<L1/><L1> </L1><L1>S-1-9-99</L1><L1>S-1-5-32-545</L1>", false, L"", 51},
-        {L"<L1>S-1-5-21-7</L1>", true, L"", 53},
-        {L"<L2>S-1-5-21-7</L2>", true, L"", 53},
-        {L"<L3>S-1-5-32-545</L3>", true, L"", 55},
-        {L"<L3>S-1-5-21-77</L3><L3>Operator7</L3>", false, L"", 50},
-        {L"<x><L3>S-1-5-21-7</L3></x>", false, L"", 50},
-        {L"<L3>S-1-5-21-7</L3><L2>jSmith</L2>", true, L"JSMITH", 52},
-        {L"<L3>S-1-5-21-7</L3>", true, L"jsmith", 50},
-    };
+    } cases[] = {{L"<L1>S-1-5-21-7</L1><L3>S-1-5-21-7</L3>", false, L"", 55},
+                 {L"<L2>\r\n  s-1-5-21-7 </L2>", false, L"", 52},
+                 {L"<L1/><L1> </L1><L1>S-1-9-99</L1><L1>S-1-5-32-545</L1>", false, L"", 51},
+                 {L"<L1>S-1-5-21-7</L1>", true, L"", 53},
+                 {L"<L2>S-1-5-21-7</L2>", true, L"", 53},
+                 {L"<L3>S-1-5-32-545</L3>", true, L"", 55},
+                 {L"<L3>S-1-5-21-77</L3><L3>Operator7</L3>", false, L"", 50},
+                 {L"<x><L3>S-1-5-21-7</L3></x>", false, L"", 50},
+                 {L"<L3>S-1-5-21-7</L3><L2>jSmith</L2>", true, L"JSMITH", 52},
+                 {L"<L3>S-1-5-21-7</L3>", true, L"jsmith", 50}};
     for (const auto& c : cases) {
         host.machine.groups = {L"S-1-5-32-545"};
         host.machine.isAdministrator = c.administrator;
@@ -311,8 +309,7 @@ TEST_F(SecurityDocuments, HostileTextIsAnUnparsableDocument) {
         L"<r>&undefined;</r>",
         L"<r/><r/>",
         L"\uFFFD",
-        deep,
-    };
+        deep};
     host.machine.isAdministrator = true;
     AccountListTexts lists;
     for (const std::wstring& xml : hostile) {
@@ -354,16 +351,14 @@ TEST_F(SecurityDocuments, AFailedChangeLeavesTheDocumentAsItWas) {
         bool (*run)(Security&);
         const wchar_t* saveProblem;
         const wchar_t* auditProblem;
-    } changes[] = {
-        {"switch", [](Security& s) { return s.SetEnabled(true), false; }, L"Can't save XML [STR-0104]",
-         L"Can't write audit record [STR-0105]"},
-        {"minimum", [](Security& s) { return s.SetMinimumLevel(301, 51); }, L"Can't save XML [STR-0138]",
-         L"Can't write audit record [STR-0139]"},
-        {"password", [](Security& s) { return s.SetAlarmResetPassword(L"123"); }, L"Can't save XML [STR-0143]",
-         L"Can't write audit record [STR-0117]"},
-        {"lists", [](Security& s) { return s.SetAccountLists(lists, false); }, L"Can't save XML [STR-0127]",
-         L"Can't write audit record [STR-0128]"},
-    };
+    } changes[] = {{"switch", [](Security& s) { return s.SetEnabled(true), false; }, L"Can't save XML [STR-0104]",
+                    L"Can't write audit record [STR-0105]"},
+                   {"minimum", [](Security& s) { return s.SetMinimumLevel(301, 51); }, L"Can't save XML [STR-0138]",
+                    L"Can't write audit record [STR-0139]"},
+                   {"password", [](Security& s) { return s.SetAlarmResetPassword(L"123"); },
+                    L"Can't save XML [STR-0143]", L"Can't write audit record [STR-0117]"},
+                   {"lists", [](Security& s) { return s.SetAccountLists(lists, false); }, L"Can't save XML [STR-0127]",
+                    L"Can't write audit record [STR-0128]"}};
     for (const auto& c : changes) {
         for (const auto& [failing, problem] :
              {std::pair{"WriteLookup", c.saveProblem}, {"WriteEvent", c.auditProblem}}) {
