@@ -11,7 +11,7 @@
 #include "FailCall.h"
 #include "base/Text.h"
 #include "base/Utf8.h"
-#include "config/SiteHost.h"
+#include "config/Site.h"
 
 namespace v5 {
 
@@ -88,5 +88,32 @@ class FakeSiteHost : public SiteHost {
         return machine.Succeeds("SetProcessAffinityMask");
     }
 };
+
+// A section without faults. `lines` come first, and so override the others.
+inline std::string Section(int number, const std::string& lines = "") {
+    return "[Dahs" + std::to_string(number) + "]\n" + lines +
+           "\nSiteID=AB\nDahsComputerName=das1\nVantorDir=D:\\V\nBackupDir=E:\\B\nSQLAlarms=Provider=p;Pwd=x;alarms\n"
+           "SQLConfig=config\nSQLData=Server=s;Database=Vantor5Data\nSQLDataShortTerm=short\nSQLRealtime=realtime\n";
+}
+
+// A site on a machine of its own, with `file` in the system folder.
+struct SiteBench {
+    FakeSiteHost host;
+    Site site{host};
+
+    explicit SiteBench(const std::string& file) { host.files[L"C:\\Site\\Vantor5.INI"] = file; }
+    bool Read(AppCategory category = AppCategory::NotApplicable,
+              BlankConnections option = BlankConnections::IgnoreEntry) {
+        return site.Read(category, false, false, option);
+    }
+};
+
+inline std::wstring Lines(const std::vector<std::wstring>& texts) {
+    std::wstring lines;
+    for (const std::wstring& text : texts) {
+        lines += text + L"\n";
+    }
+    return lines;
+}
 
 }  // namespace v5

@@ -8,12 +8,10 @@
 
 #include "FailCall.h"
 #include "FailingAllocations.h"
-#include "FakeInstaller.h"
 #include "FakeLog.h"
-#include "FakeRegistry.h"
+#include "FakeProduct.h"
 #include "FakeSiteHost.h"
 #include "ProductConstants.h"
-#include "config/Site.h"
 #include "footnotes/FootnoteBook.h"
 #include "productinfo/HelpLauncher.h"
 #include "productinfo/ReleaseNumber.h"
@@ -23,40 +21,22 @@ namespace v5 {
 
 namespace {
 
-const wchar_t* const kSiteFile = L"C:\\Site\\Vantor5.INI";
 const std::wstring kHelpPath = L"D:\\Help\\VantorManual.chm";
 
-// The neighbours of product information: one product, its help file and a mail program.
-struct FaultyProduct : InstallerQueries, RegistryReader, HelpViewer {
-    mutable Operations machine;
-    bool opened = false;
+// One product with its help file, and a mail program.
+FakeProduct Installed() {
+    FakeProduct product;
+    for (const auto code : {product::kUpgradeCodeMain, product::kUpgradeCodeSupportFiles, product::kUpgradeCodeWeb,
+                            product::kUpgradeCodeOstra, product::kUpgradeCodeOstraOlder}) {
+        product.packages[std::wstring(code)] = {L"Vantor 5.3.12", L"20140305", kHelpPath};
+    }
+    product.values[{RegistryRoot::ClassesRoot, L"mailto\\shell\\open\\command", L""}] = L"1";
+    product.files = {kHelpPath};
+    return product;
+}
 
-    std::wstring RelatedProduct(std::wstring_view) override {
-        machine.Require("RelatedProduct");
-        return L"{1}";
-    }
-    std::wstring ProductInfo(std::wstring_view, std::wstring_view attribute) override {
-        machine.Require("ProductInfo");
-        return attribute == L"InstallDate" ? L"20140305" : L"Vantor 5.3.12";
-    }
-    std::wstring ComponentPath(std::wstring_view, std::wstring_view) override {
-        machine.Require("ComponentPath");
-        return kHelpPath;
-    }
-    std::optional<std::wstring> ReadText(RegistryRoot, std::wstring_view, std::wstring_view) const override {
-        return machine.Succeeds("ReadText") ? std::optional<std::wstring>(L"1") : std::nullopt;
-    }
-    bool FileExists(std::wstring_view) const override { return machine.Succeeds("FileExists"); }
-    void Open(std::wstring_view) override {
-        machine.Require("Open");
-        opened = true;
-    }
-};
-
-// One section, with a dash in its computer's name so that the file has to be decoded.
-const char* const kSiteText =
-    "[Dahs1]\nSiteID=S1\nDahsComputerName=das\x96\nVantorDir=D:\\V\nBackupDir=E:\\B\nSQLAlarms=a\nSQLConfig=c\n"
-    "SQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\nAffinityMask_IOS=3\n";
+// Two sections, with a dash in a computer's name so that the file has to be decoded.
+const std::string kSiteText = Section(1, "DahsComputerName=das\x96\nAffinityMask_IOS=3") + Section(2, "SiteID=SITE2");
 
 bool Mentions(const std::vector<std::wstring>& texts, std::wstring_view words) {
     return std::any_of(texts.begin(), texts.end(), [&](const auto& text) { return text.find(words) != text.npos; });
@@ -66,7 +46,7 @@ bool Mentions(const std::vector<std::wstring>& texts, std::wstring_view words) {
 using NeighbourTest = std::string (*)(const Failure& failure, int n);
 const NeighbourTest kNeighbourTests[] = {
     [](const Failure& failure, int n) {
-        FaultyProduct machines;
+        FakeProduct machines = Installed();
         std::wstring release;
         const std::string failed = FailCall(machines.machine, failure, n,
                                             [&] { release = ReleaseNumber(machines, nullptr, ReleaseKind::Full); });
@@ -74,7 +54,7 @@ const NeighbourTest kNeighbourTests[] = {
         return failed;
     },
     [](const Failure& failure, int n) {
-        FaultyProduct machines;
+        FakeProduct machines = Installed();
         SupportInfo info;
         const std::string failed =
             FailCall(machines.machine, failure, n, [&] { info = ReadSupportInfo(machines, machines, nullptr); });
@@ -92,7 +72,7 @@ const NeighbourTest kNeighbourTests[] = {
         return failed;
     },
     [](const Failure& failure, int n) {
-        FaultyProduct machines;
+        FakeProduct machines = Installed();
         std::wstring told;
         const std::string failed =
             FailCall(machines.machine, failure, n, [&] { told = OpenHelp(machines, machines, nullptr); });
@@ -100,17 +80,15 @@ const NeighbourTest kNeighbourTests[] = {
         EXPECT_EQ(told, failed.empty() ? L""
                         : isAnswer     ? L"Cannot find file '" + kHelpPath + L"'. [STR-0170]"
                                        : std::wstring(L"[STR-0171] ") + failure.description);
-        EXPECT_EQ(machines.opened, failed.empty());
+        EXPECT_EQ(machines.opened, failed.empty() ? kHelpPath : L"");
         return failed;
     },
     [](const Failure& failure, int n) {
-        FakeSiteHost host;
-        host.files[kSiteFile] = kSiteText;
-        Site site(host);
+        SiteBench bench(kSiteText);
+        Site& site = bench.site;
         bool done = false;
-        const std::string failed = FailCall(host.machine, failure, n, [&] {
-            done = site.Read(AppCategory::Ios, false, false, BlankConnections::IgnoreEntry);
-        });
+        const std::string failed =
+            FailCall(bench.host.machine, failure, n, [&] { done = bench.Read(AppCategory::Ios); });
         EXPECT_EQ(done, site.Current().entry->dahsID == 1) << "whether there is a current DAHS, in call " << n;
         EXPECT_TRUE(done || Mentions(site.Problems(), L"Could not ")) << failure.name << " in " << failed;
         const bool affinityFailed = failed.ends_with("AffinityMask");
@@ -177,25 +155,13 @@ bool RunOutOfMemory(size_t n, Rules&& work) {
     return failing.HasFailed();
 }
 
-std::string TwoSections() {
-    std::string text;
-    for (const char* number : {"1", "2"}) {
-        text += std::string("[Dahs") + number + "]\nSiteID=SITE" + number +
-                "\nDahsComputerName=das1\nVantorDir=D:\\Vantor\nBackupDir=E:\\Backup\nSQLAlarms=Provider=p;alarms\n"
-                "SQLConfig=config\nSQLData=data\nSQLDataShortTerm=short\nSQLRealtime=real\nAffinityMask_IOS=3\n";
-    }
-    return text;
-}
-
 const Work kWork[] = {
     {"reading a site",
      [](size_t n, bool& reached) {
-         FakeSiteHost host;
-         host.files[kSiteFile] = TwoSections();
-         Site site(host);
+         SiteBench bench(kSiteText);
+         Site& site = bench.site;
          bool done = false;
-         reached =
-             RunOutOfMemory(n, [&] { done = site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry); });
+         reached = RunOutOfMemory(n, [&] { done = bench.Read(); });
          // Whatever was lost, the object can be asked for everything.
          site.InfoTexts(3);
          site.Choose(2, false, false);
@@ -203,10 +169,9 @@ const Work kWork[] = {
      }},
     {"choosing another DAHS",
      [](size_t n, bool& reached) {
-         FakeSiteHost host;
-         host.files[kSiteFile] = TwoSections();
-         Site site(host);
-         site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
+         SiteBench bench(kSiteText);
+         Site& site = bench.site;
+         bench.Read();
          bool done = false;
          reached = RunOutOfMemory(n, [&] { done = site.ChooseSite(L"site2", false, false); });
          const bool same = site.Current().entry->dahsID == 1 && site.Current().connections[Database::Alarms].empty();
@@ -236,11 +201,10 @@ const Work kWork[] = {
          return !bench.log.IsActive() && bench.log.Start(L"b.log", L"", {});
      }},
     {"product information", [](size_t n, bool& reached) {
-         FakeInstaller installer;
-         FakeRegistry registry;
+         FakeProduct product = Installed();
          reached = RunOutOfMemory(n, [&] {
-             ReadSupportInfo(installer, registry, nullptr);
-             ReleaseNumber(installer, nullptr, ReleaseKind::Full);
+             ReadSupportInfo(product, product, nullptr);
+             ReleaseNumber(product, nullptr, ReleaseKind::Full);
          });
          return true;
      }}};
