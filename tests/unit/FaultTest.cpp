@@ -46,41 +46,28 @@ bool Mentions(const std::vector<std::wstring>& texts, std::wstring_view words) {
 using NeighbourTest = std::string (*)(const Failure& failure, int n);
 const NeighbourTest kNeighbourTests[] = {
     [](const Failure& failure, int n) {
-        FakeProduct machines = Installed();
-        std::wstring release;
-        const std::string failed = FailCall(machines.machine, failure, n,
-                                            [&] { release = ReleaseNumber(machines, nullptr, ReleaseKind::Full); });
-        EXPECT_EQ(release, failed.empty() ? L"Release 5.3.12" : L"");
-        return failed;
-    },
-    [](const Failure& failure, int n) {
-        FakeProduct machines = Installed();
+        FakeProduct product = Installed();
+        std::wstring release, help;
         SupportInfo info;
-        const std::string failed =
-            FailCall(machines.machine, failure, n, [&] { info = ReadSupportInfo(machines, machines, nullptr); });
-        int initial = info.emailIsLink ? 0 : 1;
-        for (const auto& [package, text] : {std::pair(info.supportFiles, L"Common Files"),
-                                            {info.main, L"Vantor"},
-                                            {info.web, L""},
-                                            {info.ostra, L""}}) {
-            EXPECT_TRUE(package.release == L"Vantor 5.3.12" || package.release == text);
-            initial += (package.release == text ? 1 : 0) + (package.installed.empty() ? 1 : 0);
+        const std::string failed = FailCall(product.machine, failure, n, [&] {
+            release = ReleaseNumber(product, nullptr, ReleaseKind::Full);
+            info = ReadSupportInfo(product, product, nullptr);
+            help = OpenHelp(product, product, nullptr);
+        });
+        int lost = (release.empty() ? 1 : 0) + (info.emailIsLink ? 0 : 1) + (help.empty() ? 0 : 1);
+        EXPECT_TRUE(release.empty() || release == L"Release 5.3.12");
+        for (const auto& [package, initial] : {std::pair(info.supportFiles, L"Common Files"),
+                                               {info.main, L"Vantor"},
+                                               {info.web, L""},
+                                               {info.ostra, L""}}) {
+            EXPECT_TRUE(package.release == L"Vantor 5.3.12" || package.release == initial);
+            lost += (package.release == initial ? 1 : 0) + (package.installed.empty() ? 1 : 0);
         }
-        EXPECT_EQ(info.phone, product::kSupportPhone);
-        EXPECT_LE(initial, failed.empty() ? 0 : 1)
-            << failed;  // a failed name of Ostra is looked up under its older code
-        return failed;
-    },
-    [](const Failure& failure, int n) {
-        FakeProduct machines = Installed();
-        std::wstring told;
-        const std::string failed =
-            FailCall(machines.machine, failure, n, [&] { told = OpenHelp(machines, machines, nullptr); });
+        EXPECT_LE(lost, failed.empty() ? 0 : 1) << failed;  // a failed name of Ostra is looked up under its older code
         const bool isAnswer = failed == "FileExists" && failure.description == kFailures[0].description;
-        EXPECT_EQ(told, failed.empty() ? L""
-                        : isAnswer     ? L"Cannot find file '" + kHelpPath + L"'. [STR-0170]"
-                                       : std::wstring(L"[STR-0171] ") + failure.description);
-        EXPECT_EQ(machines.opened, failed.empty() ? kHelpPath : L"");
+        EXPECT_TRUE(help.empty() || help == (isAnswer ? L"Cannot find file '" + kHelpPath + L"'. [STR-0170]"
+                                                      : std::wstring(L"[STR-0171] ") + failure.description));
+        EXPECT_EQ(product.opened, help.empty() ? kHelpPath : L"");
         return failed;
     },
     [](const Failure& failure, int n) {

@@ -122,6 +122,9 @@ TEST_F(SecurityTest, WhatChangesSayAndRecord) {
         {[] {}, nullptr},
     };
     for (const Change& change : kChanges) {
+        change.run(security);  // without a connection nobody has a level
+        EXPECT_EQ(messages.Take(),
+                  (&change == kChanges ? L"4 DB not available [STR-0099]\n" : L"") + std::wstring(change.refused));
         for (const auto& [prepare, says] : situations) {
             const wchar_t* const refusal = says != nullptr ? change.*says : L"";
             host.machine = {};
@@ -156,59 +159,40 @@ TEST_F(SecurityTest, WhatChangesSayAndRecord) {
 }
 
 TEST_F(SecurityTest, WhatCannotBeReadAnswersItsDefault) {
-    const std::wstring noObject = L"4 91, Object variable or With block variable not set\n";
-    const struct {
-        std::function<int()> read;
-        int unconnected;
-        std::wstring says;
-        int unparsable;
-        std::wstring saysThen;
-    } reads[] = {
-        {[&] { return static_cast<int>(security.Status()); }, static_cast<int>(SecurityStatus::EnabledOther),
-         L"4 DB not available [STR-0099]\n", static_cast<int>(SecurityStatus::EnabledOther),
-         L"4 Can't parse XML [STR-0100]\n"},
-        {[&] { return security.UserLevel(); }, 50, L"", 53, L"4 Can't parse XML [STR-0110]\n"},
-        {[&] { return security.MinimumLevel(301); }, 54, L"4 DB not available [STR-0099]\n", 54,
-         L"4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0130]\n"},
-        {[&] {
-             host.machine.typed = {L"..garbage.."};
-             return security.Check(231, {.allowed = true}).isAllowed ? 1 : 0;
-         },
-         0, L"", 0, L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0113]\n"},
-        {[&] {
-             AccountListTexts lists = {L"a", L"b", L"c"};
-             const bool isRead = security.GetAccountLists(lists);
-             EXPECT_EQ(lists.level1 + lists.level2 + lists.level3, L"");
-             return isRead ? 1 : 0;
-         },
-         0, noObject, 1, L"4 Can't parse XML [STR-0119]\n"},
-        {[&] { return security.User().IsSqlAuthenticationUsed() ? 1 : 0; }, 0, noObject, 0, L""},
-        {[&] { return security.User().NameNoncached() == L"Operator7" ? 1 : 0; }, 1,
-         L"4 STR-0150: 91, Object variable or With block variable not set\n", 1, L""},
-        {[&] { return security.SetMinimumLevel(301, 51) ? 1 : 0; }, 0, std::wstring(kChanges[1].refused), 0,
-         kChanges[1].unparsable},
-        {[&] { return security.SetAlarmResetPassword(L"1") ? 1 : 0; }, 0, kChanges[2].refused, 0,
-         kChanges[2].unparsable},
-        {[&] {
-             host.machine.typed = {DocumentedMasterPasswords().at(0)};
-             return security.SetAccountLists({}, true) ? 1 : 0;
-         },
-         0, L"4 User database not available [STR-0157]\n", 0, kChanges[3].unparsable},
-        {[&] { return security.SetAccountLists({}, false) ? 1 : 0; }, 0, kChanges[3].refused, 0,
-         kChanges[3].unparsable},
-        {[&] { return security.SetEnabled(true), 0; }, 0,
-         L"4 DB not available [STR-0099]\n12292 Insufficient privileges [STR-0102]\n", 0, kChanges[0].unparsable}};
+    const auto answers = [&] {
+        std::wstring all;
+        const auto add = [&](const auto& answer) {
+            all += std::to_wstring(static_cast<int>(answer)) + L"\n" + messages.Take();
+        };
+        add(security.Status());
+        add(security.UserLevel());
+        add(security.MinimumLevel(301));
+        host.machine.typed = {L"..garbage.."};
+        add(security.Check(231, {.allowed = true}).isAllowed);
+        AccountListTexts lists = {L"a", L"b", L"c"};
+        add(security.GetAccountLists(lists));
+        EXPECT_EQ(lists.level1 + lists.level2 + lists.level3, L"");
+        add(security.User().IsSqlAuthenticationUsed());
+        add(security.User().NameNoncached() == L"Operator7");
+        host.machine.typed = {DocumentedMasterPasswords().at(0)};
+        add(security.SetAccountLists({}, true));
+        return all;
+    };
     host.machine.isAdministrator = true;
-    for (const auto& each : reads) {
-        EXPECT_EQ(each.read(), each.unconnected) << testing::PrintToString(each.saysThen);
-        EXPECT_EQ(messages.Take(), each.says);
-    }
-    PutNonsense();
+    EXPECT_EQ(answers(),
+              L"0\n4 DB not available [STR-0099]\n50\n54\n4 DB not available [STR-0099]\n0\n"
+              L"0\n4 91, Object variable or With block variable not set\n"
+              L"0\n4 91, Object variable or With block variable not set\n"
+              L"1\n4 STR-0150: 91, Object variable or With block variable not set\n"
+              L"0\n4 User database not available [STR-0157]\n");
     Connect();
-    for (const auto& each : reads) {
-        EXPECT_EQ(each.read(), each.unparsable) << testing::PrintToString(each.saysThen);
-        EXPECT_EQ(messages.Take(), each.saysThen);
-    }
+    PutNonsense();
+    EXPECT_EQ(answers(),
+              L"0\n4 Can't parse XML [STR-0100]\n53\n4 Can't parse XML [STR-0110]\n"
+              L"54\n4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0130]\n"
+              L"0\n4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0113]\n"
+              L"1\n4 Can't parse XML [STR-0119]\n0\n1\n0\n" +
+                  std::wstring(kChanges[3].unparsable));
     security.Teardown();
     EXPECT_EQ(messages.Take(), L"");
 }
