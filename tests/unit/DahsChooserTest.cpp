@@ -41,17 +41,13 @@ TEST(DahsChooser, RowsAndFirstChoice) {
         Entry(99, Standalone, L"WEST"),
     });
     const DahsChooser chooser(entries, true, true, IsFar);
-    const std::pair<int, const wchar_t*> rows[] = {
-        {3, L"NORTH - Stack 1 (secondary - use primary instead)"},
-        {5, L"NORTH - Stack 1 (primary)"},
-        {7, L"SOUTH"},
-        {99, L"WEST"},
-    };
-    ASSERT_EQ(chooser.Rows().size(), std::size(rows));
-    for (size_t i = 0; i < std::size(rows); ++i) {
-        EXPECT_EQ(chooser.Rows()[i].dahsID, rows[i].first);
-        EXPECT_EQ(chooser.Rows()[i].text, rows[i].second);
+    std::wstring rows;
+    for (const auto& row : chooser.Rows()) {
+        rows += std::to_wstring(row.dahsID) + L" " + row.text + L"\n";
     }
+    EXPECT_EQ(rows,
+              L"3 NORTH - Stack 1 (secondary - use primary instead)\n5 NORTH - Stack 1 (primary)\n7 SOUTH\n"
+              L"99 WEST\n");
     EXPECT_EQ(chooser.FirstChoice(), 1u);
     EXPECT_EQ(chooser.RowOf(99), 3u);
     EXPECT_EQ(chooser.RowOf(4), std::nullopt);
@@ -70,17 +66,15 @@ TEST(DahsChooser, WhatAnEmptyListSays) {
     const struct {
         DahsEntryList entries;
         const wchar_t* message;
-    } cases[] = {
-        {Entries({}), L""},
-        {Entries({primary, secondary}),
-         L"No DAHS entries are available to choose from. 1 secondary DASes cannot be included in the list. "
-         L"1 remote DASes cannot be included in the list."},
-        {Entries({farSecondary, secondary}),  // one entry is refused for both reasons
-         L"No DAHS entries are available to choose from. 2 secondary DASes cannot be included in the list. "
-         L"1 remote DASes cannot be included in the list."},
-        {Entries({primary}),
-         L"No DAHS entries are available to choose from. 1 remote DASes cannot be included in the list."},
-    };
+    } cases[] = {{Entries({}), L""},
+                 {Entries({primary, secondary}),
+                  L"No DAHS entries are available to choose from. 1 secondary DASes cannot be included in the list. "
+                  L"1 remote DASes cannot be included in the list."},
+                 {Entries({farSecondary, secondary}),  // one entry is refused for both reasons
+                  L"No DAHS entries are available to choose from. 2 secondary DASes cannot be included in the list. "
+                  L"1 remote DASes cannot be included in the list."},
+                 {Entries({primary}),
+                  L"No DAHS entries are available to choose from. 1 remote DASes cannot be included in the list."}};
     for (const auto& each : cases) {
         EXPECT_EQ(DahsChooser(each.entries, false, false, IsFar).EmptyListMessage(), each.message);
     }

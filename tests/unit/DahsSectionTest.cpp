@@ -13,10 +13,6 @@ namespace {
 
 using Problems = std::vector<std::wstring>;
 
-constexpr char kConnectionKeys[] =
-    "SQLAlarms=alarms\nSQLConfig=config\nSQLData=Server=s;Database=Vantor5Data\nSQLDataShortTerm=short\n"
-    "SQLRealtime=realtime\n";
-
 struct Result {
     DahsEntryList entries;
     Problems problems;
@@ -29,163 +25,141 @@ Result ReadFile(const std::string& text, BlankConnections option = BlankConnecti
     return result;
 }
 
-// Reads section Dahs3, sound but for `lines`, whose keys come first and so override the sound ones.
-Result ReadSection(const std::string& lines) {
-    return ReadFile("[Dahs3]\n" + lines + "\nSiteID=AB\nDahsComputerName=das1\nVantorDir=D:\\V\nBackupDir=D:\\B\n" +
-                    kConnectionKeys);
-}
-
 DahsEntry ReadEntry(const std::string& lines) {
-    const Result result = ReadSection(lines);
+    const Result result = ReadFile(Section(3, lines));
     return result.entries.Count() == 1 ? *result.entries.At(0) : DahsEntry();
 }
 
 }  // namespace
 
-TEST(DahsSection, DefaultsOfASoundSection) {
-    const Result result = ReadSection("");
-    ASSERT_EQ(result.entries.Count(), 1);
-    EXPECT_EQ(result.problems, Problems());
-    const DahsEntry& entry = *result.entries.At(0);
-    EXPECT_EQ(entry.dahsID, 3);
-    EXPECT_TRUE(entry.hdrEnabled && entry.extraTraceMsgsEnabled && entry.logFlushEnabled);
-    EXPECT_EQ(entry.autoOutput, AutoOutput::Unknown);
-    EXPECT_TRUE(entry.AutoOutputEnabled());
-    EXPECT_EQ(entry.autoOutputTimeout, 60);
-    EXPECT_EQ(entry.role, RedundantDasRole::Standalone);
-    EXPECT_FALSE(entry.syncStagingEnabled || entry.syncCompareEnabled || entry.syncMergeEnabled);
-    EXPECT_EQ(entry.logsDir, L"D:\\V\\Logs");
-    EXPECT_EQ(entry.primaryBackupDir, L"D:\\B");
-}
-
 // Each faulty line, whether the entry survives it, and the messages in their order.
 TEST(DahsSection, Messages) {
-    struct Case {
-        std::string lines;
-        bool usable;
-        Problems problems;
-    };
-    const std::wstring unusable = L"STR-031: DAHS3 in 'F' cannot be used because one or more entries are invalid";
+    const std::wstring unusable = L"STR-031: DAHS3 in 'F' cannot be used because one or more entries are invalid\n";
     const std::wstring blank =
-        L"STR-0174: DAHS3 in 'F' cannot be used because one or more connection strings are blank";
-    const std::wstring badOutput = L"STR-0172: 'F', DAHS 3: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.";
-    const std::wstring badTimeout = L"STR-0173: 'F', DAHS 3: 'AutoOutputEnabled' timeout is not valid. Will use 60.";
-    const auto missing = [](const std::wstring& tag, const std::wstring& key) {
-        return tag + L": 'F', DAHS 3: missing or invalid value for '" + key + L"'";
+        L"STR-0174: DAHS3 in 'F' cannot be used because one or more connection strings are blank\n";
+    const std::wstring badOutput =
+        L"STR-0172: 'F', DAHS 3: 'AutoOutputEnabled' entry is not valid. Will assume 'YES'.\n";
+    const std::wstring badTimeout = L"STR-0173: 'F', DAHS 3: 'AutoOutputEnabled' timeout is not valid. Will use 60.\n";
+    const auto missing = [](const wchar_t* tag, const wchar_t* key, const wchar_t* more = L"") {
+        return std::wstring(tag) + L": 'F', DAHS 3: missing or invalid value for '" + key + L"'" + more + L"\n";
     };
-    const Case cases[] = {
-        {"SiteID=123", false, {missing(L"STR-084", L"SiteID") + L"; may not be a number", unusable}},
-        {"SiteID=1D2", false, {missing(L"STR-084", L"SiteID") + L"; may not be a number", unusable}},
-        {"SiteID=", false, {}},
-        {"SiteID=\" \"", false, {}},
-        {"DahsComputerName=", false, {missing(L"STR-091", L"DahsComputerName") + L"; may not be blank", unusable}},
-        {"DahsComputerName=ABCDEFGHIJKLMNO", true, {}},
+    const std::wstring badSite = missing(L"STR-084", L"SiteID", L"; may not be a number");
+    const std::pair<std::string, std::wstring> cases[] = {
+        {"", L""},
+        {"SiteID=123", badSite + unusable},
+        {"SiteID=1D2", badSite + unusable},
+        {"DahsComputerName=", missing(L"STR-091", L"DahsComputerName", L"; may not be blank") + unusable},
+        {"DahsComputerName=ABCDEFGHIJKLMNO", L""},
         {"DahsComputerName=ABCDEFGHIJKLMNOP",
-         true,
-         {L"STR-0189: 'F', DAHS 3: Computer name 'ABCDEFGHIJKLMNOP' exceeds the max length of a NetBIOS name (15 "
-          L"chars); this may be correct but is unusual"}},
+         L"STR-0189: 'F', DAHS 3: Computer name 'ABCDEFGHIJKLMNOP' exceeds the max length of a NetBIOS name (15 "
+         L"chars); this may be correct but is unusual\n"},
         {"DahsComputerName=A\x96\x97",
-         true,
-         {L"STR-161: 'F', DAHS 3: 'DahsComputerName' contains an em dash. This may be incorrect, and a hyphen may be "
-          L"correct.",
-          L"STR-162: 'F', DAHS 3: 'DahsComputerName' contains an en dash. This may be incorrect, and a hyphen may be "
-          L"correct."}},
-        {"VantorDir=", false, {missing(L"STR-085", L"VantorDir"), missing(L"STR-142", L"LogsDir"), unusable}},
-        {"VantorDir=\nLogsDir=L", false, {missing(L"STR-085", L"VantorDir"), unusable}},
-        {"AutoOutputEnabled=maybe", true, {badOutput}},
-        {"AutoOutputEnabled=yes ,30", true, {badOutput}},
-        {"AutoOutputEnabled=YES,abc", true, {badTimeout}},
-        {"AutoOutputEnabled=YES,", true, {badTimeout}},
-        {"AutoOutputEnabled=x,y", true, {badOutput, badTimeout}},
+         L"STR-161: 'F', DAHS 3: 'DahsComputerName' contains an em dash. This may be incorrect, and a hyphen may be "
+         L"correct.\nSTR-162: 'F', DAHS 3: 'DahsComputerName' contains an en dash. This may be incorrect, and a "
+         L"hyphen may be correct.\n"},
+        {"VantorDir=", missing(L"STR-085", L"VantorDir") + missing(L"STR-142", L"LogsDir") + unusable},
+        {"VantorDir=\nLogsDir=L", missing(L"STR-085", L"VantorDir") + unusable},
+        {"AutoOutputEnabled=maybe", badOutput},
+        {"AutoOutputEnabled=yes ,30", badOutput},
+        {"AutoOutputEnabled=YES,abc", badTimeout},
+        {"AutoOutputEnabled=YES,", badTimeout},
+        {"AutoOutputEnabled=x,y", badOutput + badTimeout},
         {"RedundantDasRole=1",
-         true,
-         {L"STR-0179: 'F', DAHS 3: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'."}},
+         L"STR-0179: 'F', DAHS 3: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'.\n"},
         {"RedundantDasRole=Primary\nAutoOutputEnabled=Auto-Secondary",
-         true,
-         {L"STR-0180: 'F', DAHS 3: 'RedundantDasRole=PRIMARY is inconsistent with AutoOutputEnabled=AUTOSECONDARY. "
-          L"Will assume 'STANDALONE'."}},
+         L"STR-0180: 'F', DAHS 3: 'RedundantDasRole=PRIMARY is inconsistent with AutoOutputEnabled=AUTOSECONDARY. "
+         L"Will assume 'STANDALONE'.\n"},
         {"RedundantDasRole=Secondary\nAutoOutputEnabled=AUTO_PRIMARY",
-         true,
-         {L"STR-0181: 'F', DAHS 3: 'RedundantDasRole=SECONDARY is inconsistent with AutoOutputEnabled=AUTOPRIMARY. "
-          L"Will assume 'STANDALONE'."}},
+         L"STR-0181: 'F', DAHS 3: 'RedundantDasRole=SECONDARY is inconsistent with AutoOutputEnabled=AUTOPRIMARY. "
+         L"Will assume 'STANDALONE'.\n"},
         {"SQLAlarms=\nSQLConfig=\nSQLData=\nSQLDataShortTerm=\nSQLRealtime=",
-         false,
-         {missing(L"STR-086", L"SQLAlarms"), missing(L"STR-087", L"SQLConfig"), missing(L"STR-088", L"SQLData"),
-          missing(L"STR-0160", L"SQLDataShortTerm"), missing(L"STR-089", L"SQLRealtime"), blank}},
-        {"SQLRealtime=\nSiteID=7",
-         false,
-         {missing(L"STR-084", L"SiteID") + L"; may not be a number", missing(L"STR-089", L"SQLRealtime"), blank}},
-        {"BackupDir=", true, {missing(L"STR-024", L"BackupDir")}},
-    };
-    for (const Case& c : cases) {
-        const Result result = ReadSection(c.lines);
-        EXPECT_EQ(result.entries.Count(), c.usable ? 1 : 0) << c.lines;
-        EXPECT_EQ(result.problems, c.problems) << c.lines;
+         missing(L"STR-086", L"SQLAlarms") + missing(L"STR-087", L"SQLConfig") + missing(L"STR-088", L"SQLData") +
+             missing(L"STR-0160", L"SQLDataShortTerm") + missing(L"STR-089", L"SQLRealtime") + blank},
+        {"SQLRealtime=\nSiteID=7", badSite + missing(L"STR-089", L"SQLRealtime") + blank},
+        {"BackupDir=", missing(L"STR-024", L"BackupDir")}};
+    for (const auto& [lines, says] : cases) {
+        const Result result = ReadFile(Section(3, lines));
+        EXPECT_EQ(result.entries.Count(), says.find(L"cannot be used") == std::wstring::npos ? 1 : 0) << lines;
+        EXPECT_EQ(Lines(result.problems), says) << lines;
+    }
+    for (const char* quiet : {"SiteID=", "SiteID=\" \""}) {  // a section without a site is none
+        const Result result = ReadFile(Section(3, quiet));
+        EXPECT_EQ(result.entries.Count() + static_cast<int>(result.problems.size()), 0);
     }
 }
 
 TEST(DahsSection, BlankConnectionStringsMayBeAllowed) {
-    const std::string faults = "[Dahs1]\nSiteID=AB\nDahsComputerName=c\nVantorDir=D:\\V\nBackupDir=b\n";
-    const Result kept = ReadFile(faults, BlankConnections::AllowEntry);
-    ASSERT_EQ(kept.entries.Count(), 1);
-    EXPECT_EQ(kept.problems.size(), 5u);
-    EXPECT_EQ(kept.entries.At(0)->connectionStrings[ConnectionForm::DotNet][Database::Alarms], L"");
-    const Result dropped = ReadFile(faults + "[Dahs2]\nSiteID=9\n", BlankConnections::AllowEntry);
-    EXPECT_EQ(dropped.entries.Count(), 1);
-    EXPECT_EQ(dropped.problems.back(), L"STR-031: DAHS2 in 'F' cannot be used because one or more entries are invalid");
+    const Result result =
+        ReadFile("[Dahs1]\nSiteID=AB\nDahsComputerName=c\nVantorDir=D:\\V\nBackupDir=b\n" + Section(2, "SiteID=9"),
+                 BlankConnections::AllowEntry);
+    ASSERT_EQ(result.entries.Count(), 1);
+    EXPECT_EQ(result.problems.size(), 7u);
+    EXPECT_EQ(result.problems.back(), L"STR-031: DAHS2 in 'F' cannot be used because one or more entries are invalid");
+    EXPECT_EQ(result.entries.At(0)->connectionStrings[ConnectionForm::DotNet][Database::Alarms], L"");
 }
 
 TEST(DahsSection, AutoOutput) {
-    struct Case {
-        const char* value;
+    const struct {
+        std::string value;
         AutoOutput setting;
         std::int32_t timeout;
-    };
-    for (const Case& c : {Case{"1", AutoOutput::Enabled, 60}, Case{"0", AutoOutput::Disabled, 60},
-                          Case{"1,30", AutoOutput::Enabled, 60}, Case{"(0)", AutoOutput::Disabled, 60},
-                          Case{"true", AutoOutput::Enabled, 60}, Case{"Fasle,5", AutoOutput::Disabled, 5},
-                          Case{"auto_secondary,30", AutoOutput::AutoSecondaryDas, 30},
-                          Case{"Auto-Primary, 2.5 ,x", AutoOutput::AutoPrimaryDas, 2},
-                          Case{"-auto_dahs-ID,3.5", AutoOutput::AutoDahsId, 4},
-                          Case{"AutoDasID,&H10", AutoOutput::AutoDahsId, 16}, Case{"yes,-5", AutoOutput::Enabled, 0},
-                          Case{"no,3000000000", AutoOutput::Disabled, 0}, Case{"maybe,9", AutoOutput::Unknown, 9}}) {
-        const DahsEntry entry = ReadEntry(std::string("AutoOutputEnabled=") + c.value);
-        EXPECT_EQ(entry.autoOutput, c.setting) << c.value;
-        EXPECT_EQ(entry.autoOutputTimeout, c.timeout) << c.value;
-        EXPECT_EQ(entry.AutoOutputEnabled(), c.setting != AutoOutput::Disabled) << c.value;
+    } cases[] = {{"1", AutoOutput::Enabled, 60},
+                 {"0", AutoOutput::Disabled, 60},
+                 {"1,30", AutoOutput::Enabled, 60},
+                 {"(0)", AutoOutput::Disabled, 60},
+                 {"true", AutoOutput::Enabled, 60},
+                 {"Fasle,5", AutoOutput::Disabled, 5},
+                 {"auto_secondary,30", AutoOutput::AutoSecondaryDas, 30},
+                 {"Auto-Primary, 2.5 ,x", AutoOutput::AutoPrimaryDas, 2},
+                 {"-auto_dahs-ID,3.5", AutoOutput::AutoDahsId, 4},
+                 {"AutoDasID,&H10", AutoOutput::AutoDahsId, 16},
+                 {"yes,-5", AutoOutput::Enabled, 0},
+                 {"no,3000000000", AutoOutput::Disabled, 0},
+                 {"maybe,9", AutoOutput::Unknown, 9}};
+    for (const auto& [value, setting, timeout] : cases) {
+        const DahsEntry entry = ReadEntry("AutoOutputEnabled=" + value);
+        EXPECT_EQ(entry.autoOutput, setting) << value;
+        EXPECT_EQ(entry.autoOutputTimeout, timeout) << value;
+        EXPECT_EQ(entry.AutoOutputEnabled(), setting != AutoOutput::Disabled) << value;
     }
+    EXPECT_EQ(ReadEntry("").autoOutput, AutoOutput::Unknown);
+    EXPECT_EQ(ReadEntry("").autoOutputTimeout, 60);
 }
 
 TEST(DahsSection, Switches) {
-    for (const char* value : {"fasle", "No", "FALSE", "0", "&H0", "(0.0)"}) {
-        EXPECT_FALSE(ReadEntry(std::string("HDR=") + value).hdrEnabled) << value;
-    }
-    for (const char* value : {"off", "yes", "-1", "0.1", "1e999"}) {
-        EXPECT_TRUE(ReadEntry(std::string("HDR=") + value).hdrEnabled) << value;
-    }
-    for (const char* value : {"true", "YES", "2"}) {
-        EXPECT_TRUE(ReadEntry(std::string("RedundantDASSyncMergeEnabled=") + value).syncMergeEnabled) << value;
-    }
-    for (const char* value : {"on", "0", "no"}) {
-        EXPECT_FALSE(ReadEntry(std::string("RedundantDasSyncStagingEnabled=") + value).syncStagingEnabled) << value;
+    const struct {
+        const char* key;
+        bool DahsEntry::*field;
+        bool preset;  // whatever is no clear word for the other
+    } switches[] = {{"HDR", &DahsEntry::hdrEnabled, true},
+                    {"TraceEnabled", &DahsEntry::extraTraceMsgsEnabled, true},
+                    {"LogFlushEnabled", &DahsEntry::logFlushEnabled, true},
+                    {"RedundantDasSyncStagingEnabled", &DahsEntry::syncStagingEnabled, false},
+                    {"RedundantDasSyncCompareEnabled", &DahsEntry::syncCompareEnabled, false},
+                    {"RedundantDASSyncMergeEnabled", &DahsEntry::syncMergeEnabled, false}};
+    for (const auto& [key, field, preset] : switches) {
+        for (const char* no : {"fasle", "No", "FALSE", "0", "&H0", "(0.0)"}) {
+            EXPECT_FALSE(ReadEntry(key + std::string("=") + no).*field) << key << no;
+        }
+        for (const char* yes : {"true", "YES", "-1", "2", "0.1"}) {
+            EXPECT_TRUE(ReadEntry(key + std::string("=") + yes).*field) << key << yes;
+        }
+        for (const char* other : {"", "on", "off", "1e999"}) {
+            EXPECT_EQ(ReadEntry(key + std::string("=") + other).*field, preset) << key << other;
+        }
     }
 }
 
 TEST(DahsSection, Texts) {
     const DahsEntry entry = ReadEntry(
-        "SiteID=\x22 abc \x22\nLanguageID= en \nDahsDescription={Optional dahs "
-        "description}\nReportsURL=http://x/y?a=b\n"
-        "VantorDir=D:\\V\\\nRedundantDasRole=sec-ond_ary\nDRCurrentHealthTimeouts= 1, 2 ; 3 4\n"
-        "TraceEnabled=no\nLogFlushEnabled=0\nRedundantDasSyncCompareEnabled=1");
-    EXPECT_EQ(entry.siteID, L"ABC");
-    EXPECT_EQ(entry.languageId, L"en");
-    EXPECT_EQ(entry.description, L"");
-    EXPECT_EQ(entry.reportsUrl, L"http://x/y?a=b");
-    EXPECT_EQ(entry.logsDir, L"D:\\V\\\\Logs");  // the folder is taken as it stands
+        "SiteID=\x22 abc \x22\nLanguageID= en \nDahsDescription={Optional dahs description}\n"
+        "ReportsURL=http://x/y?a=b\nVantorDir=D:\\V\\\nRedundantDasRole=sec-ond_ary\n"
+        "DRCurrentHealthTimeouts= 1, 2 ; 3 4");
+    EXPECT_EQ(entry.siteID + L"|" + entry.languageId + L"|" + entry.description + L"|" + entry.reportsUrl + L"|" +
+                  entry.logsDir + L"|" + entry.primaryBackupDir + L"|" + entry.drCurrentHealthTimeouts,
+              L"ABC|en||http://x/y?a=b|D:\\V\\\\Logs|E:\\B|1,2;34");  // the folder is taken as it stands
     EXPECT_EQ(entry.role, RedundantDasRole::Secondary);
-    EXPECT_EQ(entry.drCurrentHealthTimeouts, L"1,2;34");
-    EXPECT_FALSE(entry.extraTraceMsgsEnabled || entry.logFlushEnabled);
-    EXPECT_TRUE(entry.syncCompareEnabled);
+    EXPECT_EQ(ReadEntry("").role, RedundantDasRole::Standalone);
 }
 
 TEST(DahsSection, ConnectionStrings) {
@@ -194,7 +168,7 @@ TEST(DahsSection, ConnectionStrings) {
     };
     const DahsEntry derived = ReadEntry(
         "SQLData=PROVIDER=p;Server=s;Database=Vantor5Data;Pwd=xProviderY;datatypecompatibility=80\n"
-        "SQLConfigNoninteractive=Provider=q;c\nSQLAlarms.NET=own");
+        "SQLConfigNoninteractive=Provider=q;c\nSQLAlarms=alarms\nSQLAlarms.NET=own");
     EXPECT_EQ(at(derived, ConnectionForm::DotNet, Database::Data), L"Server=s;Database=Vantor5Data;Pwd=xProviderY;");
     EXPECT_EQ(at(derived, ConnectionForm::OleDb, Database::Ostra),
               L"PROVIDER=p;Server=s;Database=Vantor5Ostra;Pwd=xProviderY;datatypecompatibility=80");
@@ -228,34 +202,29 @@ TEST(DahsSection, ConnectionStrings) {
 }
 
 TEST(DahsSection, AffinityMasks) {
-    const Result result = ReadFile(std::string("[AffinityMasks]\nIOS=0x0F\nDR= &h3 \nDM=0XF\nRG=0xFFFFFFFF\nDBE=12\n"
-                                               "[Dahs1]\nSiteID=A\nDahsComputerName=c\nVantorDir=v\nBackupDir=b\n") +
-                                   kConnectionKeys);
+    const Result result = ReadFile("[AffinityMasks]\nIOS=0x0F\nDR= &h3 \nDM=0XF\nRG=0xFFFFFFFF\nDBE=12\n" + Section(1));
     ASSERT_EQ(result.entries.Count(), 1);
-    const auto& masks = result.entries.At(0)->affinityMasks;
-    EXPECT_EQ(masks[AppCategory::Ios], 15);
-    EXPECT_EQ(masks[AppCategory::Dr], 3);
-    EXPECT_EQ(masks[AppCategory::Dm], 0);
-    EXPECT_EQ(masks[AppCategory::Rg], -1);
-    EXPECT_EQ(masks[AppCategory::Dbe], 12);
-    EXPECT_EQ(masks[AppCategory::NotApplicable], 0);
+    for (const auto& [category, mask] : {std::pair(AppCategory::Ios, 15),
+                                         {AppCategory::Dr, 3},
+                                         {AppCategory::Dm, 0},
+                                         {AppCategory::Rg, -1},
+                                         {AppCategory::Dbe, 12},
+                                         {AppCategory::NotApplicable, 0}}) {
+        EXPECT_EQ(result.entries.At(0)->affinityMasks[category], mask);
+    }
 }
 
 TEST(DahsSection, SectionsFrom1To99AreReadInOrder) {
-    std::string text;
-    for (const char* number : {"100", "99", "7", "0", "2", "01"}) {
-        text += std::string("[Dahs") + number + "]\nSiteID=S" + number +
-                "\nDahsComputerName=c\nVantorDir=v\nBackupDir=b\n" + kConnectionKeys;
+    const DahsEntryList entries =
+        ReadFile(Section(100) + Section(99) + Section(7) + Section(0) + Section(2) + "[Dahs01" + Section(1).substr(6))
+            .entries;
+    ASSERT_EQ(entries.Count(), 3);
+    const int ids[] = {2, 7, 99};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(entries.At(i)->dahsID, ids[i]);
+        EXPECT_EQ(entries.Find(ids[i]), entries.At(i));
     }
-    const Result result = ReadFile(text);
-    ASSERT_EQ(result.entries.Count(), 3);
-    EXPECT_EQ(result.entries.At(0)->dahsID, 2);
-    EXPECT_EQ(result.entries.At(1)->dahsID, 7);
-    EXPECT_EQ(result.entries.At(2)->dahsID, 99);
-    EXPECT_EQ(result.entries.Find(7), result.entries.At(1));
-    EXPECT_EQ(result.entries.Find(1), nullptr);
-    EXPECT_EQ(result.entries.At(3), nullptr);
-    EXPECT_EQ(result.entries.At(-1), nullptr);
+    EXPECT_TRUE(entries.Find(1) == nullptr && entries.At(3) == nullptr && entries.At(-1) == nullptr);
 }
 
 }  // namespace v5

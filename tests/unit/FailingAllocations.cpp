@@ -43,7 +43,18 @@ long MadeAllocations() {
 
 namespace {
 
-void* Counted(void* memory) noexcept {
+constexpr std::align_val_t kUsual{__STDCPP_DEFAULT_NEW_ALIGNMENT__};
+
+void* Allocate(std::size_t size, std::align_val_t alignment = kUsual) noexcept {
+    const auto bytes = static_cast<std::size_t>(alignment);
+    if (v5::MustAllocationFail()) {
+        return nullptr;
+    }
+#ifdef _WIN32
+    void* const memory = _aligned_malloc(size, bytes);
+#else
+    void* const memory = std::aligned_alloc(bytes, (size + bytes - 1) / bytes * bytes);
+#endif
     live += memory != nullptr ? 1 : 0;
     made += memory != nullptr ? 1 : 0;
     return memory;
@@ -54,27 +65,7 @@ void* OrThrow(void* memory) {
     }
     return memory;
 }
-
-void* Allocate(std::size_t size) noexcept {
-    return v5::MustAllocationFail() ? nullptr : Counted(std::malloc(size != 0 ? size : 1));
-}
 void Free(void* memory) noexcept {
-    live -= memory != nullptr ? 1 : 0;
-    std::free(memory);
-}
-
-void* Allocate(std::size_t size, std::align_val_t alignment) noexcept {
-    const auto bytes = static_cast<std::size_t>(alignment);
-    if (v5::MustAllocationFail()) {
-        return nullptr;
-    }
-#ifdef _WIN32
-    return Counted(_aligned_malloc(size, bytes));
-#else
-    return Counted(std::aligned_alloc(bytes, (size + bytes - 1) / bytes * bytes));
-#endif
-}
-void FreeAligned(void* memory) noexcept {
     live -= memory != nullptr ? 1 : 0;
 #ifdef _WIN32
     _aligned_free(memory);
@@ -105,10 +96,10 @@ void operator delete(void* memory, Size) noexcept { Free(memory); }
 void operator delete[](void* memory, Size) noexcept { Free(memory); }
 void operator delete(void* memory, const Nothrow&) noexcept { Free(memory); }
 void operator delete[](void* memory, const Nothrow&) noexcept { Free(memory); }
-void operator delete(void* memory, Align) noexcept { FreeAligned(memory); }
-void operator delete[](void* memory, Align) noexcept { FreeAligned(memory); }
-void operator delete(void* memory, Size, Align) noexcept { FreeAligned(memory); }
-void operator delete[](void* memory, Size, Align) noexcept { FreeAligned(memory); }
-void operator delete(void* memory, Align, const Nothrow&) noexcept { FreeAligned(memory); }
-void operator delete[](void* memory, Align, const Nothrow&) noexcept { FreeAligned(memory); }
+void operator delete(void* memory, Align) noexcept { Free(memory); }
+void operator delete[](void* memory, Align) noexcept { Free(memory); }
+void operator delete(void* memory, Size, Align) noexcept { Free(memory); }
+void operator delete[](void* memory, Size, Align) noexcept { Free(memory); }
+void operator delete(void* memory, Align, const Nothrow&) noexcept { Free(memory); }
+void operator delete[](void* memory, Align, const Nothrow&) noexcept { Free(memory); }
 // clang-format on

@@ -9,47 +9,30 @@
 #include <utility>
 #include <vector>
 
+#include "FailCall.h"
+#include "FakeXml.h"
 #include "Latin1.h"
 #include "security/SecurityHost.h"
 
 namespace v5 {
 
-struct SentMessage {
-    long type;
-    std::wstring text;
-
-    bool operator==(const SentMessage&) const = default;
-};
-
+// The messages to the client, a line for each: its type and its text.
 struct SecurityMessages : MessageSink {
-    std::vector<SentMessage> sent;
+    std::wstring sent;
 
-    void RaiseMessage(long type, std::wstring_view text) override { sent.push_back({type, std::wstring(text)}); }
+    void RaiseMessage(long type, std::wstring_view text) override {
+        sent.append(std::to_wstring(type)).append(L" ").append(text).append(L"\n");
+    }
 
     // What was sent since the last call.
-    std::vector<SentMessage> Take() { return std::exchange(sent, {}); }
+    std::wstring Take() { return std::exchange(sent, {}); }
 };
 
-struct LoggedEvent {
-    std::wstring text, category;
-    std::int32_t kind;
-    std::wstring tag;
-
-    bool operator==(const LoggedEvent&) const = default;
-};
-
-// What a test sets and sees. `failing` names the operation that fails, after `whenItFails` has run: what a client does
-// about the message that announces the failure.
-struct FakeMachine {
-    std::string failing;
-    bool failsQuietly = false;  // what fails answers false or nothing instead of raising
-    std::function<void()> whenItFails;
-    std::function<void(const char*)> onCall = [](const char*) {};  // before each operation; may throw
-    std::vector<std::string> calls;
-
+// What a test sets and sees.
+struct FakeMachine : Operations {
     std::map<std::wstring, std::wstring> rows;  // by document key
-    std::vector<LoggedEvent> log;
-    std::wstring sqlUser;  // not empty: SQL authentication
+    std::wstring log;                           // a line for each record: its tag, category, kind and text
+    std::wstring sqlUser;                       // not empty: SQL authentication
     bool allowsSqlLogins = false;
 
     std::wstring windowsUser = L"Operator7";
@@ -62,29 +45,6 @@ struct FakeMachine {
     std::vector<std::wstring> asked;  // "message/title" of each password dialog
     std::vector<std::wstring> boxes;  // "style|title|text"
     std::vector<std::uint32_t> pauses;
-
-    bool Succeeds(const char* operation) {
-        calls.emplace_back(operation);
-        onCall(operation);
-        if (failing != operation) {
-            return true;
-        }
-        if (whenItFails) {
-            whenItFails();
-        }
-        return false;
-    }
-    void Require(const char* operation) {
-        if (!Succeeds(operation) && !failsQuietly) {
-            throw AutomationError(0x80004005, L"it broke");
-        }
-    }
-    // What an operation answers.
-    template <typename Value>
-    Value Answer(const char* operation, const Value& value) {
-        Require(operation);
-        return failing == operation ? Value{} : value;
-    }
 };
 
 class FakeDatabase : public SiteDatabase {
@@ -100,17 +60,18 @@ class FakeDatabase : public SiteDatabase {
         return m_.Answer("ReadLookup", m_.rows[std::wstring(key)]);
     }
     bool WriteLookup(std::wstring_view, std::wstring_view key, std::wstring_view value) override {
-        if (!m_.Succeeds("WriteLookup")) {
-            return false;
+        const bool succeeds = m_.Succeeds("WriteLookup");
+        if (succeeds) {
+            m_.rows[std::wstring(key)] = value;
         }
-        m_.rows[std::wstring(key)] = value;
-        return true;
+        return succeeds;
     }
     bool WriteEvent(std::wstring_view, const CivilDateTime&, const EventRecord& record) override {
         if (!m_.Succeeds("WriteEvent")) {
             return false;
         }
-        m_.log.push_back({record.text, std::wstring(record.category), record.kind, std::wstring(record.tag)});
+        const std::wstring kind = L" " + std::to_wstring(record.kind) + L" ";
+        m_.log += std::wstring(record.tag) + L" " + std::wstring(record.category) + kind + record.text + L"\n";
         return true;
     }
     std::wstring CurrentUserName(std::wstring_view) override { return m_.Answer("CurrentUserName", m_.sqlUser); }
@@ -149,7 +110,7 @@ class FakeAccounts : public Accounts {
 
 class FakeSecurityHost : public SecurityHost, public Clock {
   public:
-    FakeMachine machine;
+    mutable FakeMachine machine;
     Latin1 codePage;
     CivilDateTime now = {2014, 3, 5, 14, 7, 9};
 
@@ -161,7 +122,10 @@ class FakeSecurityHost : public SecurityHost, public Clock {
         machine.Require("NewAccounts");
         return std::make_unique<FakeAccounts>(machine);
     }
-    std::unique_ptr<XmlDocument> ParseXml(std::wstring_view) override { return nullptr; }
+    std::unique_ptr<XmlDocument> ParseXml(std::wstring_view text) override {
+        machine.Require("ParseXml");
+        return std::make_unique<MemoryDocument>(text, machine);
+    }
     void AskForPassword(const PasswordDialogTexts& texts, const std::function<bool(SecretText)>& isSettled) override {
         machine.Require("AskForPassword");
         machine.asked.push_back(texts.Message + L"/" + texts.WindowTitle);
@@ -179,7 +143,10 @@ class FakeSecurityHost : public SecurityHost, public Clock {
     const Clock& LocalClock() const override { return *this; }
 
     const CodePage& SystemCodePage() const override { return codePage; }
-    CivilDateTime LocalNow() const override { return now; }
+    CivilDateTime LocalNow() const override {
+        machine.Require("LocalNow");
+        return now;
+    }
     std::uint32_t TickMilliseconds() const override { return 0; }
 };
 

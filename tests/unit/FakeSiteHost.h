@@ -8,42 +8,48 @@
 #include <utility>
 #include <vector>
 
+#include "FailCall.h"
 #include "base/Text.h"
 #include "base/Utf8.h"
-#include "config/SiteHost.h"
+#include "config/Site.h"
 
 namespace v5 {
 
 class FakeSiteHost : public SiteHost {
   public:
+    mutable Operations machine;
     std::wstring systemFolder = L"C:\\Site";  // empty: the variable is not defined
     std::set<std::wstring> folders = {L"C:\\", L"C:\\Site", L"C:\\Windows\\Temp"};
     std::map<std::wstring, std::string> files;
-    std::set<std::wstring> unreadable;
     std::wstring refusedFolder;
     std::optional<std::uint64_t> systemMask = 0xF;
-    bool affinityRefused = false;
     std::uint64_t affinitySet = 0;
     std::vector<std::wstring> created;
 
     std::wstring ExpandEnvironment(const std::wstring& text) const override {
-        return systemFolder.empty() ? text : ReplaceAll(text, L"%VANTOR5_SYSTEM_FOLDER%", systemFolder);
+        return !machine.Succeeds("ExpandEnvironment") || systemFolder.empty()
+                   ? text
+                   : ReplaceAll(text, L"%VANTOR5_SYSTEM_FOLDER%", systemFolder);
     }
     // The current directory is C:\Site.
     std::wstring FullPath(const std::wstring& path) const override {
         return path.find(L':') == 1 || path.starts_with(L"\\") ? path : L"C:\\Site\\" + path;
     }
-    bool FolderExists(const std::wstring& path) const override { return folders.count(path) != 0; }
-    bool FileExists(const std::wstring& path) const override { return files.count(path) != 0; }
+    bool FolderExists(const std::wstring& path) const override {
+        return machine.Succeeds("FolderExists") && folders.count(path) != 0;
+    }
+    bool FileExists(const std::wstring& path) const override {
+        return machine.Succeeds("FileExists") && files.count(path) != 0;
+    }
     std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override {
-        if (unreadable.count(path) != 0) {
+        if (!machine.Succeeds("ReadFile")) {
             return L"Access is denied.";
         }
         text = Decoded(files.at(path));
         return {};
     }
     std::wstring CreateFolder(const std::wstring& path) override {
-        if (path == refusedFolder) {
+        if (!machine.Succeeds("CreateFolder") || path == refusedFolder) {
             return L"Access is denied.";
         }
         created.push_back(path);
@@ -62,15 +68,52 @@ class FakeSiteHost : public SiteHost {
         }
         return text;
     }
-    std::wstring LibraryFolder() const override { return L"C:\\Program\\Bin"; }
-    std::wstring TemporaryFolder() const override { return L"C:\\Windows\\Temp"; }
+    std::wstring LibraryFolder() const override {
+        machine.Succeeds("LibraryFolder");
+        return L"C:\\Program\\Bin";
+    }
+    std::wstring TemporaryFolder() const override {
+        machine.Succeeds("TemporaryFolder");
+        return L"C:\\Windows\\Temp";
+    }
     std::wstring LocalComputerName() const override { return L"DAS1"; }
-    bool IsLocalComputer(const std::wstring& name) const override { return EqualsIgnoreCase(name, L"das1"); }
-    std::optional<std::uint64_t> SystemAffinityMask() const override { return systemMask; }
+    bool IsLocalComputer(const std::wstring& name) const override {
+        return machine.Succeeds("IsLocalComputer") && EqualsIgnoreCase(name, L"das1");
+    }
+    std::optional<std::uint64_t> SystemAffinityMask() const override {
+        return machine.Succeeds("SystemAffinityMask") ? systemMask : std::nullopt;
+    }
     bool SetProcessAffinityMask(std::uint64_t mask) override {
         affinitySet = mask;
-        return !affinityRefused;
+        return machine.Succeeds("SetProcessAffinityMask");
     }
 };
+
+// A section without faults. `lines` come first, and so override the others.
+inline std::string Section(int number, const std::string& lines = "") {
+    return "[Dahs" + std::to_string(number) + "]\n" + lines +
+           "\nSiteID=AB\nDahsComputerName=das1\nVantorDir=D:\\V\nBackupDir=E:\\B\nSQLAlarms=Provider=p;Pwd=x;alarms\n"
+           "SQLConfig=config\nSQLData=Server=s;Database=Vantor5Data\nSQLDataShortTerm=short\nSQLRealtime=realtime\n";
+}
+
+// A site on a machine of its own, with `file` in the system folder.
+struct SiteBench {
+    FakeSiteHost host;
+    Site site{host};
+
+    explicit SiteBench(const std::string& file) { host.files[L"C:\\Site\\Vantor5.INI"] = file; }
+    bool Read(AppCategory category = AppCategory::NotApplicable,
+              BlankConnections option = BlankConnections::IgnoreEntry) {
+        return site.Read(category, false, false, option);
+    }
+};
+
+inline std::wstring Lines(const std::vector<std::wstring>& texts) {
+    std::wstring lines;
+    for (const std::wstring& text : texts) {
+        lines += text + L"\n";
+    }
+    return lines;
+}
 
 }  // namespace v5

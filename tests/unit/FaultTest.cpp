@@ -5,19 +5,14 @@
 #include <algorithm>
 #include <functional>
 #include <new>
-#include <stdexcept>
 
 #include "FailCall.h"
 #include "FailingAllocations.h"
-#include "FakeInstaller.h"
-#include "FakeRegistry.h"
-#include "FakeSecurityHost.h"
+#include "FakeLog.h"
+#include "FakeProduct.h"
 #include "FakeSiteHost.h"
-#include "Latin1.h"
 #include "ProductConstants.h"
-#include "config/Site.h"
 #include "footnotes/FootnoteBook.h"
-#include "log/LogWriter.h"
 #include "productinfo/HelpLauncher.h"
 #include "productinfo/ReleaseNumber.h"
 #include "productinfo/SupportInfo.h"
@@ -26,90 +21,22 @@ namespace v5 {
 
 namespace {
 
-// The ways in which a call on a neighbour fails, the first as the port says; and how messages describe them.
-const Failure kFailures[] = {
-    {"status", [](FakeMachine& machine, const char* operation) { machine.failing = operation; },
-     L"-2147467259, it broke"},
-    {"an automation error", [](FakeMachine&, const char*) { throw AutomationError::RunTime(53, L"File not found"); },
-     L"53, File not found"},
-    {"out of memory", [](FakeMachine&, const char*) { throw std::bad_alloc(); }, L"7, Out of memory"},
-    {"any exception", [](FakeMachine&, const char*) { throw std::runtime_error("it broke"); },
-     L"5, Invalid procedure call or argument"},
-    {"an exception of no class", [](FakeMachine&, const char*) { throw 7; }, L"5, Invalid procedure call or argument"},
-};
-
-}  // namespace
-
-namespace {
-
 const std::wstring kHelpPath = L"D:\\Help\\VantorManual.chm";
 
-// The neighbours of product information: one product, its help file and a mail program.
-struct FaultyProduct : InstallerQueries, RegistryReader, HelpViewer {
-    mutable FakeMachine machine;
-    bool opened = false;
+// One product with its help file, and a mail program.
+FakeProduct Installed() {
+    FakeProduct product;
+    for (const auto code : {product::kUpgradeCodeMain, product::kUpgradeCodeSupportFiles, product::kUpgradeCodeWeb,
+                            product::kUpgradeCodeOstra, product::kUpgradeCodeOstraOlder}) {
+        product.packages[std::wstring(code)] = {L"Vantor 5.3.12", L"20140305", kHelpPath};
+    }
+    product.values[{RegistryRoot::ClassesRoot, L"mailto\\shell\\open\\command", L""}] = L"1";
+    product.files = {kHelpPath};
+    return product;
+}
 
-    std::wstring RelatedProduct(std::wstring_view) override {
-        machine.Require("RelatedProduct");
-        return L"{1}";
-    }
-    std::wstring ProductInfo(std::wstring_view, std::wstring_view attribute) override {
-        machine.Require("ProductInfo");
-        return attribute == L"InstallDate" ? L"20140305" : L"Vantor 5.3.12";
-    }
-    std::wstring ComponentPath(std::wstring_view, std::wstring_view) override {
-        machine.Require("ComponentPath");
-        return kHelpPath;
-    }
-    std::optional<std::wstring> ReadText(RegistryRoot, std::wstring_view, std::wstring_view) const override {
-        return machine.Succeeds("ReadText") ? std::optional<std::wstring>(L"1") : std::nullopt;
-    }
-    bool FileExists(std::wstring_view) const override { return machine.Succeeds("FileExists"); }
-    void Open(std::wstring_view) override {
-        machine.Require("Open");
-        opened = true;
-    }
-};
-
-struct FaultySite : FakeSiteHost {
-    mutable FakeMachine machine;
-
-    FaultySite() {
-        files[L"C:\\Site\\Vantor5.INI"] =
-            "[Dahs1]\nSiteID=S1\nDahsComputerName=das\x96\nVantorDir=D:\\V\nBackupDir=E:\\B\nSQLAlarms=a\nSQLConfig=c\n"
-            "SQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\nAffinityMask_IOS=3\n";
-    }
-    std::wstring ExpandEnvironment(const std::wstring& text) const override {
-        return machine.Succeeds("ExpandEnvironment") ? FakeSiteHost::ExpandEnvironment(text) : text;
-    }
-    bool FolderExists(const std::wstring& path) const override {
-        return machine.Succeeds("FolderExists") && FakeSiteHost::FolderExists(path);
-    }
-    bool FileExists(const std::wstring& path) const override {
-        return machine.Succeeds("FileExists") && FakeSiteHost::FileExists(path);
-    }
-    std::wstring ReadFile(const std::wstring& path, std::wstring& text) const override {
-        return machine.Succeeds("ReadFile") ? FakeSiteHost::ReadFile(path, text) : L"it broke";
-    }
-    std::wstring CreateFolder(const std::wstring& path) override {
-        return machine.Succeeds("CreateFolder") ? FakeSiteHost::CreateFolder(path) : L"it broke";
-    }
-    std::wstring LibraryFolder() const override {
-        machine.Succeeds("LibraryFolder");
-        return FakeSiteHost::LibraryFolder();
-    }
-    std::wstring TemporaryFolder() const override {
-        machine.Succeeds("TemporaryFolder");
-        return FakeSiteHost::TemporaryFolder();
-    }
-    bool IsLocalComputer(const std::wstring& name) const override {
-        return machine.Succeeds("IsLocalComputer") && FakeSiteHost::IsLocalComputer(name);
-    }
-    std::optional<std::uint64_t> SystemAffinityMask() const override {
-        return machine.Succeeds("SystemAffinityMask") ? systemMask : std::nullopt;
-    }
-    bool SetProcessAffinityMask(std::uint64_t) override { return machine.Succeeds("SetProcessAffinityMask"); }
-};
+// Two sections, with a dash in a computer's name so that the file has to be decoded.
+const std::string kSiteText = Section(1, "DahsComputerName=das\x96\nAffinityMask_IOS=3") + Section(2, "SiteID=SITE2");
 
 bool Mentions(const std::vector<std::wstring>& texts, std::wstring_view words) {
     return std::any_of(texts.begin(), texts.end(), [&](const auto& text) { return text.find(words) != text.npos; });
@@ -119,50 +46,36 @@ bool Mentions(const std::vector<std::wstring>& texts, std::wstring_view words) {
 using NeighbourTest = std::string (*)(const Failure& failure, int n);
 const NeighbourTest kNeighbourTests[] = {
     [](const Failure& failure, int n) {
-        FaultyProduct machines;
-        std::wstring release;
-        const std::string failed = FailCall(machines.machine, failure, n,
-                                            [&] { release = ReleaseNumber(machines, nullptr, ReleaseKind::Full); });
-        EXPECT_EQ(release, failed.empty() ? L"Release 5.3.12" : L"");
-        return failed;
-    },
-    [](const Failure& failure, int n) {
-        FaultyProduct machines;
+        FakeProduct product = Installed();
+        std::wstring release, help;
         SupportInfo info;
-        const std::string failed =
-            FailCall(machines.machine, failure, n, [&] { info = ReadSupportInfo(machines, machines, nullptr); });
-        int initial = info.emailIsLink ? 0 : 1;
-        for (const auto& [package, text] : {std::pair(info.supportFiles, L"Common Files"),
-                                            {info.main, L"Vantor"},
-                                            {info.web, L""},
-                                            {info.ostra, L""}}) {
-            EXPECT_TRUE(package.release == L"Vantor 5.3.12" || package.release == text);
-            initial += (package.release == text ? 1 : 0) + (package.installed.empty() ? 1 : 0);
-        }
-        EXPECT_EQ(info.phone, product::kSupportPhone);
-        EXPECT_LE(initial, failed.empty() ? 0 : 1)
-            << failed;  // a failed name of Ostra is looked up under its older code
-        return failed;
-    },
-    [](const Failure& failure, int n) {
-        FaultyProduct machines;
-        std::wstring told;
-        const std::string failed =
-            FailCall(machines.machine, failure, n, [&] { told = OpenHelp(machines, machines, nullptr); });
-        const bool isAnswer = failed == "FileExists" && failure.description == kFailures[0].description;
-        EXPECT_EQ(told, failed.empty() ? L""
-                        : isAnswer     ? L"Cannot find file '" + kHelpPath + L"'. [STR-0170]"
-                                       : std::wstring(L"[STR-0171] ") + failure.description);
-        EXPECT_EQ(machines.opened, failed.empty());
-        return failed;
-    },
-    [](const Failure& failure, int n) {
-        FaultySite host;
-        Site site(host);
-        bool done = false;
-        const std::string failed = FailCall(host.machine, failure, n, [&] {
-            done = site.Read(AppCategory::Ios, false, false, BlankConnections::IgnoreEntry);
+        const std::string failed = FailCall(product.machine, failure, n, [&] {
+            release = ReleaseNumber(product, nullptr, ReleaseKind::Full);
+            info = ReadSupportInfo(product, product, nullptr);
+            help = OpenHelp(product, product, nullptr);
         });
+        int lost = (release.empty() ? 1 : 0) + (info.emailIsLink ? 0 : 1) + (help.empty() ? 0 : 1);
+        EXPECT_TRUE(release.empty() || release == L"Release 5.3.12");
+        for (const auto& [package, initial] : {std::pair(info.supportFiles, L"Common Files"),
+                                               {info.main, L"Vantor"},
+                                               {info.web, L""},
+                                               {info.ostra, L""}}) {
+            EXPECT_TRUE(package.release == L"Vantor 5.3.12" || package.release == initial);
+            lost += (package.release == initial ? 1 : 0) + (package.installed.empty() ? 1 : 0);
+        }
+        EXPECT_LE(lost, failed.empty() ? 0 : 1) << failed;  // a failed name of Ostra is looked up under its older code
+        const bool isAnswer = failed == "FileExists" && failure.description == kFailures[0].description;
+        EXPECT_TRUE(help.empty() || help == (isAnswer ? L"Cannot find file '" + kHelpPath + L"'. [STR-0170]"
+                                                      : std::wstring(L"[STR-0171] ") + failure.description));
+        EXPECT_EQ(product.opened, help.empty() ? kHelpPath : L"");
+        return failed;
+    },
+    [](const Failure& failure, int n) {
+        SiteBench bench(kSiteText);
+        Site& site = bench.site;
+        bool done = false;
+        const std::string failed =
+            FailCall(bench.host.machine, failure, n, [&] { done = bench.Read(AppCategory::Ios); });
         EXPECT_EQ(done, site.Current().entry->dahsID == 1) << "whether there is a current DAHS, in call " << n;
         EXPECT_TRUE(done || Mentions(site.Problems(), L"Could not ")) << failure.name << " in " << failed;
         const bool affinityFailed = failed.ends_with("AffinityMask");
@@ -171,8 +84,7 @@ const NeighbourTest kNeighbourTests[] = {
         EXPECT_TRUE(done || !affinityFailed) << failure.name;
         site.InfoTexts(3);
         return failed;
-    },
-};
+    }};
 
 }  // namespace
 
@@ -189,69 +101,24 @@ TEST(Faults, EachCallOfTheOtherRulesOnTheirNeighbours) {
     EXPECT_GT(faults, 100);
 }
 
-namespace {
-
-struct QuietFile : LogFile {
-    bool open = false;
-    std::string content;
-    std::uint32_t Open(const std::wstring&) override {
-        open = true;
-        return 0;
-    }
-    bool IsOpen() const override { return open; }
-    void SeekToEnd() override {}
-    void Write(std::string_view bytes) override { content += bytes; }
-    void FlushToDisk() override {}
-    void Close() override { open = false; }
-};
-
-// Every function may throw: the one whose number is set does.
-struct FaultyLogHost : LogHost {
-    int failing = -1;
-    std::wstring Answer(int number) const {
-        if (number == failing) {
-            throw AutomationError(0x80004005u, L"it broke");
-        }
-        return L"a text that is too long to be kept inside the string object";
-    }
-    std::wstring LibraryFolder() const override { return Answer(0); }
-    std::wstring SystemErrorText(std::uint32_t) const override { return Answer(1); }
-    std::wstring LongDateAndTime(const CivilDateTime&) const override { return Answer(2); }
-    std::wstring ReleaseNumber(ReleaseKind) const override { return Answer(3); }
-    std::wstring ComputerName() const override { return Answer(4); }
-    std::wstring OperatingSystem() const override { return Answer(5); }
-};
-
-struct Tick : Clock {
-    CivilDateTime LocalNow() const override { return {2014, 3, 5, 14, 7, 9}; }
-    std::uint32_t TickMilliseconds() const override { return 1; }
-};
-
-struct LogBench {
-    QuietFile file;
-    Tick clock;
-    Latin1 codePage;
-    FaultyLogHost host;
-    LogWriter log{file, clock, codePage, host};
-};
-
-}  // namespace
-
 TEST(Faults, TheLogsHost) {
-    for (int failing = 0; failing <= 5; ++failing) {
+    bool reached = true;
+    for (int n = 0; reached; ++n) {
         LogBench bench;
-        bench.host.failing = failing;
-        const bool isAskedForTheHeader = failing >= 2;
-        try {
-            EXPECT_EQ(bench.log.Start(L"a.log", L"Title", {}), failing == 1) << "its answer is not needed";
-        } catch (const AutomationError&) {
-            EXPECT_NE(failing, 1);
-        }
-        EXPECT_EQ(bench.log.IsActive(), isAskedForTheHeader || failing == 1) << failing;
-        EXPECT_EQ(bench.file.content.empty(), failing == 0) << "the start line is written first";
+        bool told = false;
+        const std::string failed = FailCall(bench.fake.machine, kFailures[0], n, [&] {
+            try {
+                EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {}));
+            } catch (const AutomationError&) {
+                told = true;
+            }
+        });
+        reached = !failed.empty();
+        EXPECT_EQ(told, reached) << failed;
+        EXPECT_EQ(bench.log.IsActive(), failed != "LibraryFolder") << failed;
+        EXPECT_EQ(bench.fake.content.empty(), failed == "LibraryFolder") << "the start line is written first";
         bench.log.Stop();
-        bench.host.failing = -1;
-        EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {})) << failing;
+        EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {})) << failed;
     }
 }
 
@@ -264,31 +131,24 @@ struct Work {
     std::function<bool(size_t n, bool& reached)> run;
 };
 
-std::string TwoSections() {
-    std::string text;
-    for (const char* number : {"1", "2"}) {
-        text += std::string("[Dahs") + number + "]\nSiteID=SITE" + number +
-                "\nDahsComputerName=das1\nVantorDir=D:\\Vantor\nBackupDir=E:\\Backup\nSQLAlarms=Provider=p;alarms\n"
-                "SQLConfig=config\nSQLData=data\nSQLDataShortTerm=short\nSQLRealtime=real\nAffinityMask_IOS=3\n";
+// Does `work` with the n-th allocation failing; whether it came so far.
+template <class Rules>
+bool RunOutOfMemory(size_t n, Rules&& work) {
+    const FailingAllocation failing(n);
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
     }
-    return text;
+    return failing.HasFailed();
 }
 
 const Work kWork[] = {
     {"reading a site",
      [](size_t n, bool& reached) {
-         FakeSiteHost host;
-         host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
-         Site site(host);
+         SiteBench bench(kSiteText);
+         Site& site = bench.site;
          bool done = false;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 done = site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] { done = bench.Read(); });
          // Whatever was lost, the object can be asked for everything.
          site.InfoTexts(3);
          site.Choose(2, false, false);
@@ -296,19 +156,11 @@ const Work kWork[] = {
      }},
     {"choosing another DAHS",
      [](size_t n, bool& reached) {
-         FakeSiteHost host;
-         host.files[L"C:\\Site\\Vantor5.INI"] = TwoSections();
-         Site site(host);
-         site.Read(AppCategory{}, true, true, BlankConnections::IgnoreEntry);
+         SiteBench bench(kSiteText);
+         Site& site = bench.site;
+         bench.Read();
          bool done = false;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 done = site.ChooseSite(L"site2", false, false);
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] { done = site.ChooseSite(L"site2", false, false); });
          const bool same = site.Current().entry->dahsID == 1 && site.Current().connections[Database::Alarms].empty();
          return done ? site.Current().entry->dahsID == 2 : reached && (same || site.Current().entry->dahsID == 1);
      }},
@@ -320,47 +172,29 @@ const Work kWork[] = {
          }
          const std::wstring text(4000, L'z');
          std::int32_t number = 0;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 number = book.NumberOf(text);
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] { number = book.NumberOf(text); });
          return book.Count() == (number == 14 ? 14 : 13) && book.NumberOf(std::wstring(20, L'c')) == 3 &&
                 book.NumberOf(text) == 14;
      }},
     {"starting and writing a log",
      [](size_t n, bool& reached) {
          LogBench bench;
-         {
-             const FailingAllocation failing(n);
-             try {
-                 bench.log.Start(L"a.log", L"Title", {true, true, 1});
-                 bench.log.Write(std::wstring_view(L"a line that needs some room of its own, more than usual"), true);
-                 bench.log.Stop();
-             } catch (const std::bad_alloc&) {
-             }
-             reached = failing.HasFailed();
-         }
+         reached = RunOutOfMemory(n, [&] {
+             bench.log.Start(L"a.log", L"Title", {true, true, 1});
+             bench.log.Write(std::wstring_view(L"a line that needs some room of its own, more than usual"), true);
+             bench.log.Stop();
+         });
          bench.log.Stop();
          return !bench.log.IsActive() && bench.log.Start(L"b.log", L"", {});
      }},
-    {"product information",
-     [](size_t n, bool& reached) {
-         FakeInstaller installer;
-         FakeRegistry registry;
-         const FailingAllocation failing(n);
-         try {
-             ReadSupportInfo(installer, registry, nullptr);
-             ReleaseNumber(installer, nullptr, ReleaseKind::Full);
-         } catch (const std::bad_alloc&) {
-         }
-         reached = failing.HasFailed();
+    {"product information", [](size_t n, bool& reached) {
+         FakeProduct product = Installed();
+         reached = RunOutOfMemory(n, [&] {
+             ReadSupportInfo(product, product, nullptr);
+             ReleaseNumber(product, nullptr, ReleaseKind::Full);
+         });
          return true;
-     }},
-};
+     }}};
 
 }  // namespace
 

@@ -13,13 +13,11 @@ TEST(FootnoteBook, NumbersTextsInOrderOfFirstUse) {
     const struct {
         std::wstring text;
         const wchar_t* mark;
-    } rows[] = {
-        {L"a", L"\u2020"},      {L"A", L"\u2021"},      {L"a ", L"\u2020\u2020"},
-        {L"", L"\u2021\u2021"}, {L" a", L"[5]"},        {L"a", L"\u2020"},
-        {nul, L"[6]"},          {L"\u00E9", L"[7]"},    {L"e\u0301", L"[8]"},
-        {L"A", L"\u2021"},      {L"x", L"[9]"},         {L"y", L"[10]"},
-        {nul, L"[6]"},          {L"", L"\u2021\u2021"},
-    };
+    } rows[] = {{L"a", L"\u2020"},      {L"A", L"\u2021"},     {L"a ", L"\u2020\u2020"},
+                {L"", L"\u2021\u2021"}, {L" a", L"[5]"},       {L"a", L"\u2020"},
+                {nul, L"[6]"},          {L"\u00E9", L"[7]"},   {L"e\u0301", L"[8]"},
+                {L"A", L"\u2021"},      {L"x", L"[9]"},        {L"y", L"[10]"},
+                {nul, L"[6]"},          {L"", L"\u2021\u2021"}};
     for (const auto& row : rows) {
         EXPECT_EQ(FootnoteMark(book.NumberOf(row.text)), row.mark) << testing::PrintToString(row.text);
     }

@@ -86,8 +86,7 @@ TEST(IniFile, ProfileRules) {
                u"A",
                false),
          L"\xD83C"
-         L"A"},
-    };
+         L"A"}};
     for (const Case& c : cases) {
         EXPECT_EQ(SiteIdIn(c.bytes), c.value) << c.name;
     }

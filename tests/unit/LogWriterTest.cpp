@@ -2,182 +2,82 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
-#include <stdexcept>
+#include <algorithm>
+#include <random>
 
-#include "Latin1.h"
+#include "FakeLog.h"
+#include "base/Dates.h"
 
 namespace v5 {
 namespace {
 
-// A file in memory that counts the calls and fails on request.
-struct MemoryFile : LogFile {
-    std::uint32_t openError = 0;
-    int writesUntilFailure = -1;  // negative: never
-    bool open = false;
-    bool atEnd = false;
-    int opens = 0, writes = 0, flushes = 0;
-    std::wstring path;
-    std::string content;
-
-    std::uint32_t Open(const std::wstring& name) override {
-        EXPECT_FALSE(open);
-        ++opens;
-        path = name;
-        open = openError == 0;
-        atEnd = false;
-        return openError;
-    }
-    bool IsOpen() const override { return open; }
-    void SeekToEnd() override { atEnd = true; }
-    void Write(std::string_view bytes) override {
-        EXPECT_TRUE(open && atEnd);
-        if (writesUntilFailure-- == 0) {
-            throw std::bad_alloc();
-        }
-        ++writes;
-        content += bytes;
-    }
-    void FlushToDisk() override {
-        EXPECT_TRUE(open);
-        ++flushes;
-    }
-    void Close() override { open = false; }
-};
-
-struct FixedClock : Clock {
-    CivilDateTime now{2014, 3, 5, 14, 7, 9};
-    std::uint32_t tick = 123456;
-    CivilDateTime LocalNow() const override { return now; }
-    std::uint32_t TickMilliseconds() const override { return tick; }
-};
-
-struct Host : LogHost {
-    bool releasesFail = false;
-    std::wstring LibraryFolder() const override { return L"D:\\Lib"; }
-    std::wstring SystemErrorText(std::uint32_t code) const override { return code == 32 ? L"In use.\r\n" : L""; }
-    std::wstring LongDateAndTime(const CivilDateTime&) const override { return L"Long date, long time"; }
-    std::wstring ReleaseNumber(ReleaseKind kind) const override {
-        if (releasesFail) {
-            throw std::runtime_error("no installer");
-        }
-        return kind == ReleaseKind::Full ? L"Release 5.3" : L"";
-    }
-    std::wstring ComputerName() const override { return L"STACK7"; }
-    std::wstring OperatingSystem() const override { return L"Windows"; }
-};
-
-struct LogWriterTest : testing::Test {
-    MemoryFile file;
-    FixedClock clock;
-    Latin1 codePage;
-    Host host;
-    LogWriter log{file, clock, codePage, host};
-
-    // What was written since the last call.
-    std::string Written() { return std::exchange(file.content, {}); }
-};
+struct LogWriterTest : testing::Test, LogBench {};
 
 constexpr char kStart[] = "** START Vantor log file  2014-03-05 02:07:09 PM **\r\n";
 constexpr char kEnd[] = "** END Vantor log file 2014-03-05 02:07:09 PM **\r\n";
+constexpr char kPrefix[] = "123456       2014-03-05 02:07:09 PM  ";
 
 TEST_F(LogWriterTest, FramesARunAndKeepsItsName) {
     log.Write(L"early", true);
     log.Flush();
     log.Stop();
-    EXPECT_EQ(Written(), "");
     EXPECT_TRUE(log.Start(L"app.log", L"", {}));
-    EXPECT_EQ(log.Filename(), L"D:\\Lib\\app.log");
-    EXPECT_EQ(file.path, log.Filename());
-    EXPECT_EQ(Written(), kStart);
+    EXPECT_EQ(fake.path, L"D:\\Lib\\app.log");
     log.Write(L"");
     log.Write(L"a\r\nb");
     log.Write(L"flushed", true);
-    EXPECT_EQ(Written(), "\r\na\r\nb\r\nflushed\r\n");
-    EXPECT_EQ(file.writes, 4) << "one call to the system for each line";
-    EXPECT_EQ(file.flushes, 1);
+    EXPECT_EQ(fake.writes, 4) << "one call to the system for each line";
     log.Stop();
-    EXPECT_EQ(Written(), kEnd);
     EXPECT_FALSE(log.IsActive());
-    EXPECT_EQ(log.Filename(), L"D:\\Lib\\app.log");
     log.Stop();
     log.Write(L"late", true);
     log.Flush();
-    EXPECT_EQ(Written(), "");
-    EXPECT_EQ(file.flushes, 1);
-}
-
-TEST_F(LogWriterTest, RestartEndsTheOldRunFirst) {
+    EXPECT_EQ(Written(), std::string(kStart) + "\r\na\r\nb\r\nflushed\r\n" + kEnd);
+    EXPECT_EQ(fake.flushes, 1);
+    EXPECT_EQ(log.Filename(), L"D:\\Lib\\app.log");
     log.Start(L"C:\\a.log", L"", {});
     EXPECT_TRUE(log.Start(L"C:\\a.log", L"", {}));
-    EXPECT_EQ(Written(), std::string(kStart) + kEnd + kStart);
-    EXPECT_EQ(file.path, L"C:\\a.log");
+    EXPECT_EQ(Written(), std::string(kStart) + kEnd + kStart) << "a restart ends the old run first";
+    EXPECT_EQ(fake.path, L"C:\\a.log");
 }
 
 TEST_F(LogWriterTest, FailedOpenKeepsTheSystemsText) {
-    file.openError = 32;
-    EXPECT_FALSE(log.Start(L"C:\\a.log", L"Title", {}));
-    EXPECT_EQ(log.Error(), L"In use.\r\n");
-    EXPECT_EQ(log.Filename(), L"C:\\a.log");
-    file.openError = 99999;
-    EXPECT_FALSE(log.Start(L"C:\\a.log", L"Title", {}));
-    EXPECT_EQ(log.Error(), L"Error not found (code 99999).");
-    log.Write(L"ignored");
-    EXPECT_EQ(Written(), "");
-    file.openError = 0;
-    EXPECT_TRUE(log.Start(L"C:\\a.log", L"", {}));
-    EXPECT_EQ(log.Error(), L"");
-}
-
-TEST_F(LogWriterTest, PrefixesComeTickFirst) {
-    log.Start(L"C:\\a.log", L"", {.showMilliseconds = true, .showTimestamp = true});
-    Written();
-    log.Write(L"\u00B5g \u65E5");
-    EXPECT_EQ(Written(), "123456       2014-03-05 02:07:09 PM  \xB5g ?\r\n");
-    const struct {
-        std::uint32_t tick;
-        const char* field;
-    } ticks[] = {{0, "0            "},
-                 {(1u << 30) - 1, "1073741823   "},
-                 {(1u << 30) + 1, "1073741825   "},
-                 {1u << 31, "0            "},
-                 {0xFFFFFFFF, "2147483647   "}};
-    for (const auto& row : ticks) {
-        clock.tick = row.tick;
+    const std::pair<std::uint32_t, const wchar_t*> errors[] = {
+        {32, L"In use.\r\n"}, {99999, L"Error not found (code 99999)."}, {0, L""}};
+    for (const auto& [code, text] : errors) {
+        fake.openError = code;
+        EXPECT_EQ(log.Start(L"C:\\a.log", L"", {}), code == 0);
+        EXPECT_EQ(log.Error(), text);
+        EXPECT_EQ(log.Filename(), L"C:\\a.log");
         log.Write(L"x");
-        EXPECT_EQ(Written(), std::string(row.field) + "2014-03-05 02:07:09 PM  x\r\n");
-    }
-    const struct {
-        int hour, minute, second;
-        const char* time;
-    } times[] = {{0, 0, 0, "12:00:00 AM"},
-                 {12, 0, 0, "12:00:00 PM"},
-                 {12, 59, 59, "12:59:59 PM"},
-                 {13, 0, 0, "01:00:00 PM"},
-                 {23, 59, 59, "11:59:59 PM"}};
-    for (const auto& row : times) {
-        clock.tick = clock.tick == 7 ? 8 : 7;  // time does not stand still
-        clock.now = {2024, 12, 31, row.hour, row.minute, row.second};
-        log.Write(L"x");
-        EXPECT_EQ(Written(), std::to_string(clock.tick) + "            2024-12-31 " + row.time + "  x\r\n");
+        EXPECT_EQ(Written(), code == 0 ? std::string(kStart) + "x\r\n" : "");
     }
 }
 
-TEST_F(LogWriterTest, LinesOfOneMillisecondShareTheirPrefixesAndNothingElse) {
-    log.Start(L"app.log", L"", {.showMilliseconds = true, .showTimestamp = true});
-    const std::string prefix = "123456       2014-03-05 02:07:09 PM  ";
-    Written();
-    log.Write(L"a long first line");
-    log.Write(L"b");
-    EXPECT_EQ(Written(), prefix + "a long first line\r\n" + prefix + "b\r\n");
-    log.Start(L"app.log", L"", {.showMilliseconds = true});
-    log.Write(L"c");
-    EXPECT_EQ(Written(), std::string(kEnd) + kStart + "123456       c\r\n");
-    log.Start(L"app.log", L"", {});
-    Written();
-    log.Write(L"d");
-    log.Write(L"e");
-    EXPECT_EQ(Written(), "d\r\ne\r\n");
+// Lines of one millisecond share their prefixes, and others nothing.
+TEST_F(LogWriterTest, LinesAreTickStampAndText) {
+    const std::pair<std::uint32_t, std::string> ticks[] = {{0, "0            "},
+                                                           {(1u << 30) - 1, "1073741823   "},
+                                                           {(1u << 30) + 1, "1073741825   "},
+                                                           {1u << 31, "0            "},
+                                                           {0xFFFFFFFF, "2147483647   "}};
+    std::mt19937 random(1);
+    for (unsigned run = 0; run < 1000; ++run) {
+        const bool hasTick = (run & 1) != 0, hasStamp = (run & 2) != 0;
+        log.Start(L"app.log", L"", {.showMilliseconds = hasTick, .showTimestamp = hasStamp});
+        Written();
+        for (const auto& [tick, field] : ticks) {
+            fake.tick = tick;
+            fake.now = {2024, 12, 31, static_cast<int>(random() % 24), 59, static_cast<int>(random() % 60)};
+            const std::wstring stamp = FormatTimestamp12(fake.now);
+            const std::string start =
+                (hasTick ? field : "") + (hasStamp ? std::string(stamp.begin(), stamp.end()) + "  " : "");
+            for (const auto& [text, bytes] : {std::pair(L"a long \u00B5g \u65E5", "a long \xB5g ?"), {L"", ""}}) {
+                log.Write(text);
+                ASSERT_EQ(Written(), start + bytes + "\r\n");
+            }
+        }
+    }
 }
 
 TEST_F(LogWriterTest, OneMegabyteIsOneLine) {
@@ -187,60 +87,45 @@ TEST_F(LogWriterTest, OneMegabyteIsOneLine) {
     const std::string line = Written();
     EXPECT_EQ(line.size(), 13u + (1u << 20) + 2u);
     EXPECT_TRUE(line.ends_with("\xE9\r\n"));
-    EXPECT_EQ(file.writes, 2);
+    EXPECT_EQ(fake.writes, 2);
 }
 
 TEST_F(LogWriterTest, HeaderIsATenLineBox) {
-    log.Start(L"app_1.log", L"Title", {});
-    const std::string frame(36, '*');  // the line with the name has 30 columns
-    EXPECT_EQ(Written(), kStart + frame + "\r\n" +
-                             "** Title                          **\r\n"
-                             "** Long date, long time           **\r\n"
-                             "**                                **\r\n"
-                             "** Installed Vantor Releases:     **\r\n"
-                             "**     Release 5.3                **\r\n"
-                             "**                                **\r\n"
-                             "**                                **\r\n"
-                             "** Log Filename: D:\\Lib\\app_1.log **\r\n"
-                             "** Machine Name: STACK7           **\r\n"
-                             "** O/S: Windows                   **\r\n" +
-                             frame + "\r\n\r\n");
-}
-
-TEST_F(LogWriterTest, HeaderLinesCarryThePrefixes) {
-    log.Start(L"app.log", L"A title that is the longest line", {.showMilliseconds = true, .showTimestamp = true});
-    const std::string prefix = "123456       2014-03-05 02:07:09 PM  ";
-    const std::string text = Written();
-    EXPECT_TRUE(text.starts_with(kStart + prefix + std::string(38, '*') + "\r\n" + prefix +
-                                 "** A title that is the longest line **\r\n"));
-    EXPECT_TRUE(text.ends_with(prefix + std::string(38, '*') + "\r\n" + prefix + "\r\n"));
-}
-
-TEST_F(LogWriterTest, HeaderErrorReachesTheCallerWithTheFileOpen) {
-    host.releasesFail = true;
-    EXPECT_THROW(log.Start(L"app.log", L"Title", {}), std::runtime_error);
-    EXPECT_TRUE(log.IsActive());
-    EXPECT_EQ(Written(), kStart);
-    EXPECT_EQ(log.Error(), L"");
-    log.Write(L"goes on");
-    EXPECT_EQ(Written(), "goes on\r\n");
+    for (const std::string title : {"Title", "A title that is the longest line"}) {
+        for (const std::string prefix : {"", kPrefix}) {
+            log.Start(L"app_1.log", std::wstring(title.begin(), title.end()),
+                      {.showMilliseconds = !prefix.empty(), .showTimestamp = !prefix.empty()});
+            const size_t width = std::max<size_t>(title.size(), 30);  // as the line with the name
+            const std::string frame = prefix + std::string(width + 6, '*') + "\r\n";
+            std::string box = kStart + frame;
+            for (std::string line :
+                 {title.c_str(), "Long date, long time", "", "Installed Vantor Releases:", "    Release 5.3", "", "",
+                  "Log Filename: D:\\Lib\\app_1.log", "Machine Name: STACK7", "O/S: Windows"}) {
+                line.resize(width, ' ');
+                box += prefix + "** " + line + " **\r\n";
+            }
+            EXPECT_EQ(Written(), box + frame + prefix + "\r\n");
+            log.Stop();
+            Written();
+        }
+    }
 }
 
 TEST_F(LogWriterTest, FailingWriteEndsTheRun) {
     log.Start(L"app.log", L"", {});
     Written();
-    file.writesUntilFailure = 0;
+    fake.writesUntilFailure = 0;
     log.Write(L"lost");
     EXPECT_EQ(Written(), kEnd) << "the end line is attempted";
     EXPECT_FALSE(log.IsActive());
     EXPECT_EQ(log.Error(), L"7, Out of memory");
     log.Start(L"app.log", L"", {});
     EXPECT_EQ(log.Error(), L"");
-    file.writesUntilFailure = 0;
+    fake.writesUntilFailure = 0;
     log.Stop();  // the end line cannot be written
     EXPECT_FALSE(log.IsActive());
     EXPECT_EQ(log.Error(), L"");
-    file.writesUntilFailure = 4;  // in the middle of the header
+    fake.writesUntilFailure = 4;  // in the middle of the header
     EXPECT_TRUE(log.Start(L"app.log", L"Title", {}));
     EXPECT_FALSE(log.IsActive());
     EXPECT_EQ(log.Error(), L"7, Out of memory");
@@ -248,7 +133,7 @@ TEST_F(LogWriterTest, FailingWriteEndsTheRun) {
 
 TEST_F(LogWriterTest, TimeGaps) {
     const std::string gap11 = "---- 11 seconds since previous write\r\n";
-    clock.tick = 5000;
+    fake.tick = 5000;
     log.Start(L"app.log", L"", {.showMilliseconds = true, .maxTimeGapSeconds = 10});
     Written();
     log.Write(L"first");
@@ -266,10 +151,10 @@ TEST_F(LogWriterTest, TimeGaps) {
         {1, (1u << 30) + 1, ""},  // a whole turn looks like no gap
     };
     for (const auto& row : rows) {
-        clock.tick = row.from;
+        fake.tick = row.from;
         log.Write(L"");
         Written();
-        clock.tick = row.to;
+        fake.tick = row.to;
         log.Write(L"");
         EXPECT_EQ(Written().substr(0, row.report.size() + 1), row.report + std::to_string(row.to)[0]);
     }
@@ -278,10 +163,10 @@ TEST_F(LogWriterTest, TimeGaps) {
 TEST_F(LogWriterTest, LastTickSurvivesARestartAndUnwatchedRuns) {
     log.Start(L"app.log", L"", {.maxTimeGapSeconds = 10});
     log.Write(L"x");
-    clock.tick += 20000;
+    fake.tick += 20000;
     log.Start(L"app.log", L"", {.maxTimeGapSeconds = -1});
     log.Write(L"nothing is noted");
-    clock.tick += 1000;
+    fake.tick += 1000;
     log.Start(L"app.log", L"Title", {.maxTimeGapSeconds = 10});
     const std::string text = Written();
     const std::string expected = std::string(kStart) + "---- 21 seconds since previous write\r\n***";
@@ -289,19 +174,16 @@ TEST_F(LogWriterTest, LastTickSurvivesARestartAndUnwatchedRuns) {
 }
 
 TEST(LogWriter, ReleaseOfAnActiveLogSaysSo) {
-    MemoryFile file;
-    FixedClock clock;
-    Latin1 codePage;
-    Host host;
-    LogWriter(file, clock, codePage, host);
-    EXPECT_EQ(file.content, "");
+    FakeLog fake;
+    LogWriter(fake, fake, fake.codePage, fake);
+    EXPECT_EQ(fake.content, "");
     {
-        LogWriter log(file, clock, codePage, host);
+        LogWriter log(fake, fake, fake.codePage, fake);
         log.Start(L"app.log", L"", {.showMilliseconds = true});
     }
-    EXPECT_EQ(file.content, std::string(kStart) +
+    EXPECT_EQ(fake.content, std::string(kStart) +
                                 "123456       **Log file closing because LogFile instance is terminating**\r\n" + kEnd);
-    EXPECT_FALSE(file.open);
+    EXPECT_FALSE(fake.open);
 }
 
 }  // namespace

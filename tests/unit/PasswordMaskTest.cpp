@@ -77,8 +77,7 @@ TEST(PasswordMask, WhatIsNoSecretStays) {
         {L"App=\"x;Pwd=\"\"y;z\"\";b=1\";a", L"App=\"x;Pwd=***;b=1\";a"},
         {L"U=https://me:s@h:80/p;a=b", L"U=https://me:***@h:80/p;a=b"},
         {L"Trusted;PasswordAge=3;=;;U=http://h:80/p", L"Trusted;PasswordAge=3;=;;U=http://h:80/p"},
-        {L"", L""},
-    };
+        {L"", L""}};
     for (const auto& [text, masked] : cases) {
         EXPECT_EQ(MaskPasswords(text), masked) << std::string(text, text + std::wstring(text).size());
     }

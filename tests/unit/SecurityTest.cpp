@@ -1,20 +1,23 @@
-// The security rules that need no stored document. What the documents decide: windows/SecurityDocumentsTest.cpp.
+// The security rules beside a document in memory. What the system's parser makes of documents:
+// windows/SecurityDocumentsTest.cpp.
 #include "security/Security.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <set>
+#include <tuple>
 
 #include "FakeSecurityHost.h"
 #include "ProductConstants.h"
-#include "base/Text.h"
 #include "security/AccountLists.h"
+#include "security/Scrambler.h"
+#include "security/TextConversionFunctions.h"
 
 namespace v5 {
 
 namespace {
-
-using Messages = std::vector<SentMessage>;
 
 struct SecurityTest : testing::Test {
     FakeSecurityHost host;
@@ -22,6 +25,14 @@ struct SecurityTest : testing::Test {
     Security security{host, messages};
 
     bool Connect() { return security.Setup(kTestConnection, L"Test"); }
+    void Put(const DocumentFormat& format, const std::wstring& elements) {
+        host.machine.rows[std::wstring(format.key)] = StoredForm(L"<root>" + elements + L"</root>");
+    }
+    void PutNonsense() {
+        for (const auto* format : {&kSwitchDocument, &kAccountsDocument, &kAlarmResetDocument, &kMinimumsDocument}) {
+            host.machine.rows[std::wstring(format->key)] = L"?";
+        }
+    }
 };
 
 // The development passwords in devkit/README.md: the lines "| <plain> | <number of digits> |", plain text in backticks.
@@ -36,6 +47,39 @@ std::vector<std::wstring> DocumentedMasterPasswords() {
     }
     return passwords;
 }
+
+// What each change says to whom it is not granted and where it cannot be done, and what it records.
+struct Change {
+    bool (*run)(Security&);
+    const wchar_t *refused, *disabled, *unparsable, *unsaved, *unaudited, *record;
+};
+const Change kChanges[] = {
+    {[](Security& security) { return security.SetEnabled(false), true; }, L"12292 Insufficient privileges [STR-0102]\n",
+     nullptr, L"4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0103]\n",
+     L"4 Can't save XML [STR-0104]\n", L"4 Can't write audit record [STR-0105]\n",
+     L"STR-0105 SECURITY 2 Vantor security disabled by 'Operator7'\n"},
+    {[](Security& security) { return security.SetMinimumLevel(301, 51); },
+     L"4 Insufficient privileges to change password level [STR-0133]\n",
+     L"4 Security features are not enabled [STR-0135]\n",
+     L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0137]\n",
+     L"4 Can't save XML [STR-0138]\n", L"4 Can't write audit record [STR-0139]\n",
+     L"STR-0139 SECURITY 1 RID 301: min privilege level changed from '' to '51' by 'Operator7' \n"},
+    {[](Security& security) { return security.SetAlarmResetPassword(L"123"); },
+     L"12292 Insufficient privileges to change 'manual alarm reset password' [STR-015]\n", nullptr,
+     L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0116]\n", L"4 Can't save XML [STR-0143]\n",
+     L"4 Can't write audit record [STR-0117]\n",
+     L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
+    {[](Security& security) {
+         return security.SetAccountLists({L"", L"anna", L"otto"}, false);
+     },
+     L"4 Insufficient privileges to set privilege level [STR-0156]\n",
+     L"4 Security features are not enabled [STR-0158]\n",
+     L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0126]\n",
+     L"4 Can't save XML [STR-0127]\n", L"4 Can't write audit record [STR-0128]\n",
+     L"STR-0128 SECURITY 1 Changed L2 SID list Operator7: original=\"\" new=\"anna\"\n"
+     L"STR-0144 SECURITY 2 Account list for Vantor Level 2 was changed by 'Operator7'\n"
+     L"STR-0128 SECURITY 1 Changed L3 SID list Operator7: original=\"\" new=\"otto\"\n"
+     L"STR-0144 SECURITY 2 Account list for Vantor Level 3 was changed by 'Operator7'\n"}};
 
 }  // namespace
 
@@ -52,73 +96,105 @@ TEST_F(SecurityTest, SetupStopsAtTheStepThatFails) {
         host.machine.failing = c.failing;
         host.machine.calls.clear();
         EXPECT_FALSE(Connect()) << c.failing;
-        EXPECT_EQ(messages.Take(), (Messages{{4, c.message}}));
+        EXPECT_EQ(messages.Take(), L"4 " + std::wstring(c.message) + L"\n");
         EXPECT_EQ(host.machine.calls.size(), c.calls) << c.failing;
     }
     host.machine.failing.clear();
     EXPECT_TRUE(Connect());
-    EXPECT_TRUE(messages.Take().empty());
-}
-
-TEST_F(SecurityTest, WithoutSetupEveryOperationAnswersItsDefault) {
-    const Messages noObject = {{4, L"91, Object variable or With block variable not set"}};
-    host.machine.isAdministrator = true;
-    EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther);
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"DB not available [STR-0099]"}}));
-    EXPECT_EQ(security.UserLevel(), level::kNone);
-    EXPECT_TRUE(messages.Take().empty());
-    EXPECT_EQ(security.MinimumLevel(301), level::k3Low);
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"DB not available [STR-0099]"}}));
-    security.SetEnabled(true);
-    EXPECT_EQ(messages.Take(),
-              (Messages{{4, L"DB not available [STR-0099]"}, {12292, L"Insufficient privileges [STR-0102]"}}));
-    EXPECT_FALSE(security.SetMinimumLevel(301, 51));
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"Insufficient privileges to change password level [STR-0133]"}}));
-    EXPECT_FALSE(security.SetAlarmResetPassword(L"123"));
-    EXPECT_EQ(messages.Take(), (Messages{{12292,
-                                          L"Insufficient privileges to change 'manual alarm reset password' "
-                                          L"[STR-015]"}}));
-    EXPECT_FALSE(security.SetAccountLists({}, false));
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"Insufficient privileges to set privilege level [STR-0156]"}}));
-    host.machine.typed = {DocumentedMasterPasswords().at(0)};
-    EXPECT_FALSE(security.SetAccountLists({}, true));
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"User database not available [STR-0157]"}}));
-    AccountListTexts lists = {L"a", L"b", L"c"};
-    EXPECT_FALSE(security.GetAccountLists(lists));
-    EXPECT_EQ(lists.level1 + lists.level2 + lists.level3, L"");
-    EXPECT_EQ(messages.Take(), noObject);
-    EXPECT_FALSE(security.User().IsSqlAuthenticationUsed());
-    EXPECT_EQ(messages.Take(), noObject);
-    EXPECT_EQ(security.User().NameNoncached(), L"Operator7");
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"STR-0150: 91, Object variable or With block variable not set"}}));
-    security.Teardown();
-    EXPECT_TRUE(messages.Take().empty());
-}
-
-TEST_F(SecurityTest, TeardownReleasesTheDatabaseEvenWhenClosingFails) {
-    ASSERT_TRUE(Connect());
+    EXPECT_EQ(messages.Take(), L"");
     host.machine.failing = "Close";
     security.Teardown();
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"-2147467259, it broke"}}));
-    EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther);
+    EXPECT_EQ(messages.Take(), L"4 -2147467259, it broke\n");
+    EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther) << "the database is gone all the same";
 }
 
-TEST_F(SecurityTest, AClientMayDisconnectWhileAFailureIsAnnounced) {
-    host.machine.isAdministrator = true;
-    host.machine.whenItFails = [this] { security.Teardown(); };
-    for (const char* failing :
-         {"SetApplicationName", "Initialise", "OpenSite", "ReadLookup", "ConnectionString", "UsesWindowsAuthentication",
-          "CurrentUserName", "AllowsSqlLogins", "ForgetLogons", "IsCurrentUserAnAdministrator"}) {
-        host.machine.failing = failing;
-        Connect();
-        security.Check(301, {});
-        security.User().NameNoncached();
-        security.User().IsSqlAuthenticationEnabled();
-        security.ClearLogonMemory();
-        EXPECT_FALSE(messages.Take().empty()) << failing;
-        EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther) << failing;
-        messages.Take();
+TEST_F(SecurityTest, WhatChangesSayAndRecord) {
+    const struct {
+        std::function<void()> prepare;
+        const wchar_t* Change::*says;
+    } situations[] = {
+        {[&] { host.machine.isAdministrator = false; }, &Change::refused},
+        {[&] { Put(kSwitchDocument, L"<Enabled>0</Enabled>"); }, &Change::disabled},
+        {[&] { PutNonsense(); }, &Change::unparsable},
+        {[&] { host.machine.failing = "WriteLookup"; }, &Change::unsaved},
+        {[&] { host.machine.windowsUser = L"bo\x1b"; }, &Change::unsaved},  // whom no document can name
+        {[&] { host.machine.failing = "WriteEvent"; }, &Change::unaudited},
+        {[] {}, nullptr},
+    };
+    for (const Change& change : kChanges) {
+        change.run(security);  // without a connection nobody has a level
+        EXPECT_EQ(messages.Take(),
+                  (&change == kChanges ? L"4 DB not available [STR-0099]\n" : L"") + std::wstring(change.refused));
+        for (const auto& [prepare, says] : situations) {
+            const wchar_t* const refusal = says != nullptr ? change.*says : L"";
+            host.machine = {};
+            host.machine.isAdministrator = true;
+            prepare();
+            const bool isUnnamed = host.machine.windowsUser == L"bo\x1b" && &change == &kChanges[1];
+            if (refusal == nullptr || isUnnamed) {  // the document of minimums names no user
+                continue;
+            }
+            SCOPED_TRACE(testing::PrintToString(std::wstring(refusal)));
+            Security fresh(host, messages);  // which has cached no user's name
+            fresh.Setup(kTestConnection, L"Test");
+            const auto rows = host.machine.rows;
+            change.run(fresh);
+            EXPECT_EQ(messages.Take(), refusal);
+            EXPECT_EQ(host.machine.log, says != nullptr ? L"" : change.record);
+            for (const auto& [key, value] : host.machine.rows) {
+                const bool isSame = value == (rows.contains(key) ? rows.at(key) : L"");
+                EXPECT_TRUE(isSame || says == nullptr) << "a refused change changes nothing";
+            }
+        }
     }
+    ASSERT_TRUE(Connect());
+    EXPECT_FALSE(security.SetMinimumLevel(301, 53));
+    EXPECT_EQ(messages.Take(), L"4 Invalid value [STR-0136]\n");
+    for (const wchar_t* bad : {L"bo\x1b", L"bo\xFFFE", L"bo\xD800", L"b\ro"}) {
+        EXPECT_FALSE(security.SetAlarmResetPassword(bad));
+        EXPECT_FALSE(security.SetAccountLists({bad, L"", L""}, false));
+        EXPECT_FALSE(security.SetAccountLists({L"anna", L"", bad}, false));
+        EXPECT_EQ(messages.Take(), std::wstring(kChanges[2].unsaved) + kChanges[3].unsaved + kChanges[3].unsaved);
+    }
+}
+
+TEST_F(SecurityTest, WhatCannotBeReadAnswersItsDefault) {
+    const auto answers = [&] {
+        std::wstring all;
+        const auto add = [&](const auto& answer) {
+            all += std::to_wstring(static_cast<int>(answer)) + L"\n" + messages.Take();
+        };
+        add(security.Status());
+        add(security.UserLevel());
+        add(security.MinimumLevel(301));
+        host.machine.typed = {L"..garbage.."};
+        add(security.Check(231, {.allowed = true}).isAllowed);
+        AccountListTexts lists = {L"a", L"b", L"c"};
+        add(security.GetAccountLists(lists));
+        EXPECT_EQ(lists.level1 + lists.level2 + lists.level3, L"");
+        add(security.User().IsSqlAuthenticationUsed());
+        add(security.User().NameNoncached() == L"Operator7");
+        host.machine.typed = {DocumentedMasterPasswords().at(0)};
+        add(security.SetAccountLists({}, true));
+        return all;
+    };
+    host.machine.isAdministrator = true;
+    EXPECT_EQ(answers(),
+              L"0\n4 DB not available [STR-0099]\n50\n54\n4 DB not available [STR-0099]\n0\n"
+              L"0\n4 91, Object variable or With block variable not set\n"
+              L"0\n4 91, Object variable or With block variable not set\n"
+              L"1\n4 STR-0150: 91, Object variable or With block variable not set\n"
+              L"0\n4 User database not available [STR-0157]\n");
+    Connect();
+    PutNonsense();
+    EXPECT_EQ(answers(),
+              L"0\n4 Can't parse XML [STR-0100]\n53\n4 Can't parse XML [STR-0110]\n"
+              L"54\n4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0130]\n"
+              L"0\n4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0113]\n"
+              L"1\n4 Can't parse XML [STR-0119]\n0\n1\n0\n" +
+                  std::wstring(kChanges[3].unparsable));
+    security.Teardown();
+    EXPECT_EQ(messages.Take(), L"");
 }
 
 TEST_F(SecurityTest, TheFirstNameStaysAndTheNoncachedNameFollows) {
@@ -126,17 +202,84 @@ TEST_F(SecurityTest, TheFirstNameStaysAndTheNoncachedNameFollows) {
     ASSERT_TRUE(Connect());
     EXPECT_EQ(security.User().Name(), L"jsmith");
     host.machine.sqlUser = L"akumar";
-    EXPECT_EQ(security.User().Name(), L"jsmith");
-    EXPECT_EQ(security.User().NameNoncached(), L"akumar");
+    EXPECT_EQ(security.User().Name() + L" " + security.User().NameNoncached(), L"jsmith akumar");
     EXPECT_TRUE(security.User().IsSqlAuthenticationUsed());
-    host.machine.sqlUser.clear();
-    EXPECT_EQ(security.User().NameNoncached(), L"Operator7");
     host.machine.failing = "CurrentUserName";
     EXPECT_EQ(security.User().NameNoncached(), L"Operator7");
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"STR-0150: -2147467259, it broke"}}));
+    EXPECT_EQ(messages.Take(), L"4 STR-0150: -2147467259, it broke\n");
     host.machine.failing = "NewAccounts";
-    host.machine.sqlUser.clear();
     EXPECT_EQ(security.User().WindowsName(), L"");
+}
+
+TEST_F(SecurityTest, StatusOfStoredTexts) {
+    ASSERT_TRUE(Connect());
+    const std::tuple<const wchar_t*, SecurityStatus, const wchar_t*> cases[] = {
+        {L"<Enabled>True</Enabled>", SecurityStatus::EnabledConfigured, L""},
+        {L"<Enabled> -1 </Enabled>", SecurityStatus::EnabledConfigured, L""},
+        {L"<Enabled>false</Enabled>", SecurityStatus::DisabledConfigured, L""},
+        {L"<Enabled>0</Enabled>", SecurityStatus::DisabledConfigured, L""},
+        {L"<Other>0</Other>", SecurityStatus::EnabledByDefault, L""},
+        {L"<Enabled>perhaps</Enabled>", SecurityStatus::EnabledOther, L"4 13, Type mismatch\n"}};
+    for (const auto& [xml, status, says] : cases) {
+        Put(kSwitchDocument, xml);
+        EXPECT_EQ(security.Status(), status) << testing::PrintToString(xml);
+        EXPECT_EQ(messages.Take(), says);
+    }
+    host.machine.rows[std::wstring(kSwitchDocument.key)] = L"   ";
+    EXPECT_EQ(security.Status(), SecurityStatus::EnabledByDefault);
+}
+
+TEST_F(SecurityTest, LevelsFromTheAccountLists) {
+    const struct {
+        const wchar_t* lists;
+        bool administrator;
+        const wchar_t* sqlUser;
+        PrivilegeLevel level;
+    } cases[] = {{L"<L1>S-1-5-21-7</L1><L3>S-1-5-21-7</L3>", false, L"", 55},
+                 {L"<L2>\r\n  s-1-5-21-7 </L2>", false, L"", 52},
+                 {L"<L1></L1><L1> </L1><L1>S-1-9-99</L1><L1>S-1-5-32-545</L1>", false, L"", 51},
+                 {L"<L1>S-1-5-21-7</L1>", true, L"", 53},
+                 {L"<L2>S-1-5-21-7</L2>", true, L"", 53},
+                 {L"<L3>S-1-5-32-545</L3>", true, L"", 55},
+                 {L"<L3>S-1-5-21-77</L3><L3>Operator7</L3>", false, L"", 50},
+                 {L"<L3>S-1-5-21-7</L3><L2>jSmith</L2>", true, L"JSMITH", 52},
+                 {L"<L3>S-1-5-21-7</L3>", true, L"jsmith", 50}};
+    host.machine.groups = {L"S-1-5-32-545"};
+    for (const auto& c : cases) {
+        host.machine.isAdministrator = c.administrator;
+        host.machine.sqlUser = c.sqlUser;
+        Put(kAccountsDocument, c.lists);
+        Security fresh(host, messages);  // the user's name is cached
+        fresh.Setup(kTestConnection, L"Test");
+        EXPECT_EQ(fresh.UserLevel(), c.level) << testing::PrintToString(c.lists);
+    }
+    EXPECT_EQ(messages.Take(), L"");
+}
+
+TEST_F(SecurityTest, MinimumsStoredAndRejected) {
+    ASSERT_TRUE(Connect());
+    Put(kSwitchDocument, L"<Enabled>1</Enabled>");
+    std::vector<std::tuple<std::wstring, PrivilegeLevel, bool>> cases = {
+        {L"\n 33 ", 33, true}, {L"5.2E1", 52, true}, {L"1e300", 54, false}, {L"fifty", 54, true}, {L"", 54, true}};
+    for (int hundredths = 4900; hundredths < 5800; ++hundredths) {  // only a whole level is one
+        const int level = hundredths / 100;
+        const bool isLevel = hundredths % 100 == 0 && std::set{50, 51, 52, 54, 55, 56}.contains(level);
+        cases.emplace_back(std::to_wstring(level) + L"." + std::to_wstring(hundredths % 100 + 100).substr(1),
+                           isLevel ? level : 54, isLevel);
+    }
+    for (const auto& [text, minimum, isQuiet] : cases) {
+        Put(kMinimumsDocument,
+            L"<MinPrivLevel|rid=398>50</MinPrivLevel><MinPrivLevel|rid=301>" + text + L"</MinPrivLevel>");
+        EXPECT_EQ(security.MinimumLevel(301), minimum) << testing::PrintToString(text);
+        EXPECT_EQ(messages.Take(), isQuiet ? L"" : L"4 Invalid value for RID 301 [STR-0131]\n");
+        EXPECT_EQ(security.MinimumLevel(398), 55) << "a stored entry for a fixed restriction is ignored";
+        EXPECT_EQ(security.MinimumLevel(302), 54);
+    }
+    EXPECT_EQ(security.MinimumLevel(399), 54);
+    Put(kSwitchDocument, L"<Enabled>0</Enabled>");
+    EXPECT_EQ(security.MinimumLevel(399), 50);
+    EXPECT_EQ(security.MinimumLevel(301), 50);
+    EXPECT_EQ(security.MinimumLevel(251), 54);
 }
 
 TEST_F(SecurityTest, AFreshSiteIsOpenExceptForFixedMinimums) {
@@ -150,7 +293,7 @@ TEST_F(SecurityTest, AFreshSiteIsOpenExceptForFixedMinimums) {
     for (const auto& c : cases) {
         EXPECT_EQ(security.MinimumLevel(c.restriction), c.minimum) << c.restriction;
     }
-    EXPECT_TRUE(messages.Take().empty());
+    EXPECT_EQ(messages.Take(), L"");
 }
 
 TEST_F(SecurityTest, WrongPasswordsAreAnsweredAndAskedForAgain) {
@@ -177,37 +320,59 @@ TEST_F(SecurityTest, WrongPasswordsAreAnsweredAndAskedForAgain) {
     host.machine.pauses.clear();
     EXPECT_FALSE(security.Check(restriction::kEnterDebugMode, {.allowed = true}).isAllowed);
     EXPECT_TRUE(host.machine.pauses.empty()) << "cancelled at once";
-    EXPECT_TRUE(messages.Take().empty());
+    EXPECT_EQ(messages.Take(), L"");
 }
 
-TEST_F(SecurityTest, NoPromptWithoutNeedOrPermission) {
+TEST_F(SecurityTest, PasswordsAreAskedForWhereNeededAndAllowed) {
     ASSERT_TRUE(Connect());
+    const auto check = [&](RestrictionID restriction, const wchar_t* password) {
+        host.machine.typed = {password};
+        const CheckResult result = security.Check(restriction, {.allowed = true});
+        EXPECT_FALSE(result.enteredMasterPassword);
+        return result.isAllowed;
+    };
+    EXPECT_FALSE(check(231, L"reset")) << "none is set";
+    const std::wstring scrambled(Scramble(L"reset", product::kScramblerKey, host.codePage).View());
+    Put(kAlarmResetDocument, L"<ManualAlarmResetPwd>" + scrambled + L"</ManualAlarmResetPwd>");
+    EXPECT_TRUE(check(231, L"reset") && check(233, L"reset"));
+    EXPECT_FALSE(check(231, L"Reset") || check(250, L"reset")) << "it opens the manual confirmations only";
+    Put(kAccountsDocument, L"<L3>S-1-5-21-7</L3>");
+    EXPECT_FALSE(security.Check(231, {}).isAllowed) << "a level 3 user is refused too";
+    Put(kAlarmResetDocument, L"<Other></Other>");
+    EXPECT_FALSE(check(231, L"reset"));
     host.machine.failing = "AskForPassword";
     EXPECT_TRUE(security.Check(301, {.allowed = true}).isAllowed);
     EXPECT_FALSE(security.Check(250, {}).isAllowed);
-    EXPECT_TRUE(messages.Take().empty());
+    EXPECT_EQ(messages.Take(), L"");
     EXPECT_FALSE(security.Check(250, {.allowed = true}).isAllowed);
-    EXPECT_EQ(messages.Take(), (Messages{{4, L"-2147467259, it broke"}}));
+    EXPECT_EQ(messages.Take(), L"4 -2147467259, it broke\n");
 }
 
 TEST_F(SecurityTest, AFailureInTheLevelLeavesTheLevelFoundSoFar) {
     ASSERT_TRUE(Connect());
     host.machine.isAdministrator = true;
-    const struct {
-        const char* failing;
-        PrivilegeLevel level;
-    } cases[] = {{"NewAccounts", 50},       // before anything is known
-                 {"ReadLookup", 53},        // no lists can be read, but the account can
-                 {"ConnectionString", 50},  // unknown is not Windows authentication
-                 {"IsCurrentUserAnAdministrator", 50}};
-    for (const auto& c : cases) {
-        host.machine.failing = c.failing;
-        EXPECT_EQ(security.UserLevel(), c.level) << c.failing;
-        EXPECT_EQ(messages.Take(), (Messages{{4, L"-2147467259, it broke"}})) << c.failing;
+    const std::pair<const char*, PrivilegeLevel> cases[] = {
+        {"NewAccounts", 50},       // before anything is known
+        {"ReadLookup", 53},        // no lists can be read, but the account can
+        {"ConnectionString", 50},  // unknown is not Windows authentication
+        {"IsCurrentUserAnAdministrator", 50}};
+    for (const auto& [failing, level] : cases) {
+        host.machine.failing = failing;
+        EXPECT_EQ(security.UserLevel(), level) << failing;
+        EXPECT_EQ(messages.Take(), L"4 -2147467259, it broke\n") << failing;
     }
-    host.machine.failing.clear();
-    host.machine.sqlUser = L"sa";
-    EXPECT_EQ(security.UserLevel(), 50) << "no administrators under SQL authentication";
+}
+
+TEST_F(SecurityTest, OneReadOfEachDocumentACheck) {
+    ASSERT_TRUE(Connect());
+    Put(kSwitchDocument, L"<Enabled>1</Enabled>");
+    Put(kAccountsDocument, L"<L2>S-1-5-21-7</L2>");
+    for (const wchar_t* minimum : {L"52", L"54"}) {
+        Put(kMinimumsDocument, L"<MinPrivLevel|rid=301>" + std::wstring(minimum) + L"</MinPrivLevel>");
+        host.machine.calls.clear();
+        EXPECT_EQ(security.Check(301, {}).isAllowed, minimum == std::wstring(L"52"));
+        EXPECT_EQ(std::count(host.machine.calls.begin(), host.machine.calls.end(), "ReadLookup"), 3);
+    }
 }
 
 TEST(Levels, SufficiencyAndItsExceptions) {
@@ -231,17 +396,11 @@ TEST(Levels, SufficiencyAndItsExceptions) {
     EXPECT_EQ(valid, (std::vector<std::int32_t>{33, 50, 51, 52, 54, 55, 56}));
 }
 
-TEST(AccountListsTest, OtherLevelsHaveNoList) {
-    FakeSecurityHost host;
-    SecurityMessages messages;
+TEST_F(SecurityTest, OtherLevelsHaveNoList) {
     SecuritySite site(host, messages);
     UserIdentity user(site);
-    try {
-        AccountLists(site, user).Replace(level::k3Low, L"jsmith");
-        ADD_FAILURE() << "no problem";
-    } catch (const SecurityProblem& problem) {
-        EXPECT_EQ(problem.Message(), L"Invalid privilege level [STR-0124]");
-    }
+    EXPECT_FALSE(site.ReportFailures([&] { AccountLists(site, user).Replace(level::k3Low, L"jsmith"); }));
+    EXPECT_EQ(messages.Take(), L"4 Invalid privilege level [STR-0124]\n");
 }
 
 }  // namespace v5

@@ -14,22 +14,7 @@ namespace {
 
 using Problems = std::vector<std::wstring>;
 
-std::string Section(int number, const std::string& site, const std::string& lines = "") {
-    return "[Dahs" + std::to_string(number) + "]\nSiteID=" + site + "\n" + lines +
-           "\nDahsComputerName=das1\nVantorDir=D:\\Vantor\\\nBackupDir=E:\\Backup\\\nSQLAlarms=Provider=p;alarms\n"
-           "SQLConfig=c\nSQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\nSQLAlarmsNoninteractive=batch\n";
-}
-
-struct SiteFixture {
-    FakeSiteHost host;
-    Site site{host};
-
-    explicit SiteFixture(const std::string& file) { host.files[L"C:\\Site\\Vantor5.INI"] = file; }
-
-    bool Read(AppCategory category = AppCategory::NotApplicable) {
-        return site.Read(category, false, false, BlankConnections::IgnoreEntry);
-    }
-};
+const std::wstring kFound = L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n";
 
 }  // namespace
 
@@ -51,30 +36,27 @@ TEST(SiteFileSearch, FindsAFullPathFromEveryStart) {
 }
 
 TEST(SiteFileSearch, ParentFolders) {
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"C:\\a\\b", L"C:\\a"},
-        {L"C:\\a\\", L"C:\\"},
-        {L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\a"},
-        {L"\\\\?\\C:\\a", L"\\\\?\\C:\\"},
-        {L"\\\\?\\C:\\", L""},
-        {L"C:\\a", L"C:\\"},
-        {L"C:\\", L""},
-        {L"C:", L""},
-        {L"C:a", L"C:"},
-        {L"C:/a/b", L"C:/a"},
-        {L"\\\\srv\\x\\y", L"\\\\srv\\x"},
-        {L"\\\\srv\\x", L"\\\\srv"},
-        {L"\\\\srv", L""},
-        {L"\\a", L"\\"},
-        {L"\\", L""},
-        {L"a", L""},
-        {L"a\\\\b", L"a"},
-        {L"%VANTOR5_SYSTEM_FOLDER%", L""},
-        {L"C:\\\\\\", L""},
-        {L"", L""},
-    };
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {{L"C:\\a\\b", L"C:\\a"},
+                                                               {L"C:\\a\\", L"C:\\"},
+                                                               {L"C:\\a", L"C:\\"},
+                                                               {L"C:\\", L""},
+                                                               {L"C:", L""},
+                                                               {L"C:a", L"C:"},
+                                                               {L"C:/a/b", L"C:/a"},
+                                                               {L"\\a", L"\\"},
+                                                               {L"\\", L""},
+                                                               {L"a", L""},
+                                                               {L"a\\\\b", L"a"},
+                                                               {L"C:\\\\\\", L""},
+                                                               {L"", L""},
+                                                               {L"\\\\srv\\x\\y", L"\\\\srv\\x"},
+                                                               {L"\\\\srv\\x", L"\\\\srv"},
+                                                               {L"\\\\srv", L""},
+                                                               {L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\a"},
+                                                               {L"\\\\?\\C:\\a", L"\\\\?\\C:\\"},
+                                                               {L"\\\\?\\C:\\", L""}};
     for (const auto& [path, parent] : cases) {
-        EXPECT_EQ(ParentFolder(path), parent) << std::string(path, path + std::wcslen(path));
+        EXPECT_EQ(ParentFolder(path), parent) << testing::PrintToString(path);
     }
     for (std::wstring path : {L"\\\\?\\C:\\a\\..\\.\\", L"\\\\\\\\\\", L":::\\\\:", L"//a//b//", L"C:\\C:\\"}) {
         for (size_t steps = path.size() + 1; !path.empty(); --steps) {
@@ -84,205 +66,174 @@ TEST(SiteFileSearch, ParentFolders) {
     }
 }
 
-TEST(SiteFileSearch, StartFolders) {
-    struct Case {
-        const wchar_t* name;
-        const wchar_t* systemFolder;
-        const wchar_t* file;
-        Problems problems;
-    };
-    const std::wstring notFound = L"' or parent folders";
-    const Case cases[] = {
-        {L"in the folder",
-         L"C:\\Site",
-         L"C:\\Site\\Vantor5.INI",
-         {L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'"}},
-        {L"above it", L"C:\\Site", L"C:\\Vantor5.INI", {L"STR-0183: found INI file 'C:\\Vantor5.INI'"}},
-        {L"folder that is gone",
-         L"C:\\Site\\Gone",
-         L"C:\\Site\\Vantor5.INI",
-         {L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'"}},
-        {L"the file itself",
-         L"C:\\Site\\Vantor5.INI",
-         L"C:\\Site\\Vantor5.INI",
-         {L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'"}},
-        {L"no variable", L"", L"C:\\Program\\Vantor5.INI", {L"STR-0183: found INI file 'C:\\Program\\Vantor5.INI'"}},
-        {L"beside the library",
-         L"C:\\Site",
-         L"C:\\Program\\Bin\\Vantor5.INI",
-         {L"STR-0184: Could not find Vantor5.INI file in 'C:\\Site" + notFound,
-          L"STR-094: found INI file 'C:\\Program\\Bin\\Vantor5.INI'"}},
-        {L"nowhere",
-         L"",
-         L"C:\\Other\\Vantor5.INI",
-         {L"STR-0184: Could not find Vantor5.INI file in '%VANTOR5_SYSTEM_FOLDER%" + notFound,
-          L"STR-018: Could not find Vantor5.INI file in 'C:\\Program\\Bin" + notFound}},
-    };
-    for (const Case& c : cases) {
-        FakeSiteHost host;
-        host.systemFolder = c.systemFolder;
-        host.folders.insert({L"C:\\Program", L"C:\\Program\\Bin"});
-        host.files[c.file] = Section(1, "AB");
-        Site site(host);
-        const bool found = c.problems.back().find(L"found INI file") != std::wstring::npos;
-        EXPECT_EQ(site.Read(AppCategory::NotApplicable, false, false, BlankConnections::IgnoreEntry), found);
-        EXPECT_EQ(site.Problems(), c.problems);
-        EXPECT_EQ(site.FilePath(), found ? c.file : L"");
+TEST(SiteFileSearch, WhatIsSaid) {
+    const struct {
+        const wchar_t *systemFolder, *file, *says;
+    } cases[] = {
+        {L"C:\\Site", L"C:\\Site\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n"},
+        {L"C:\\Site", L"C:\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Vantor5.INI'\n"},
+        {L"C:\\Site\\Gone", L"C:\\Site\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n"},
+        {L"C:\\Site\\Vantor5.INI", L"C:\\Site\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n"},
+        {L"", L"C:\\Program\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Program\\Vantor5.INI'\n"},
+        {L"C:\\Site", L"C:\\Program\\Bin\\Vantor5.INI",
+         L"STR-0184: Could not find Vantor5.INI file in 'C:\\Site' or parent folders\n"
+         L"STR-094: found INI file 'C:\\Program\\Bin\\Vantor5.INI'\n"},
+        {L"", nullptr,
+         L"STR-0184: Could not find Vantor5.INI file in '%VANTOR5_SYSTEM_FOLDER%' or parent folders\n"
+         L"STR-018: Could not find Vantor5.INI file in 'C:\\Program\\Bin' or parent folders\n"}};
+    for (const auto& [systemFolder, file, says] : cases) {
+        SiteBench bench("");
+        bench.host.systemFolder = systemFolder;
+        bench.host.folders.insert({L"C:\\Program", L"C:\\Program\\Bin"});
+        bench.host.files = {{file != nullptr ? file : L"C:\\Other\\Vantor5.INI", Section(1)}};
+        EXPECT_EQ(bench.Read(), file != nullptr);
+        EXPECT_EQ(Lines(bench.site.Problems()), says);
+        EXPECT_EQ(bench.site.FilePath(), file != nullptr ? file : L"");
     }
 }
 
 TEST(Site, ReadsOnceAndReportsWhatCannotBeRead) {
-    SiteFixture sound(Section(1, "AB"));
-    EXPECT_TRUE(sound.Read());
-    EXPECT_TRUE(sound.site.HasEntriesFromFile());
-    EXPECT_FALSE(sound.Read());
-    EXPECT_EQ(sound.site.Problems().back(), L"STR-017: this instance has already been set up");
-    EXPECT_FALSE(sound.site.SetupForced(L"X"));
-    EXPECT_EQ(sound.site.Problems().back(), L"STR-0175: this instance has already been set up");
+    SiteBench sound(Section(1));
+    EXPECT_TRUE(sound.Read() && sound.site.HasEntriesFromFile());
+    EXPECT_FALSE(sound.Read() || sound.site.SetupForced(L"X"));
+    EXPECT_EQ(Lines(sound.site.Problems()), kFound +
+                                                L"STR-017: this instance has already been set up\n"
+                                                L"STR-0175: this instance has already been set up\n");
     EXPECT_EQ(sound.site.Current().entry->siteID, L"AB");
 
-    SiteFixture empty("[Dahs1]\n");
-    EXPECT_FALSE(empty.Read());
-    EXPECT_FALSE(empty.site.HasEntriesFromFile());
-    EXPECT_EQ(empty.site.Problems().back(), L"STR-031: no DAHS entries found in 'C:\\Site\\Vantor5.INI'");
+    SiteBench empty("[Dahs1]\n");
+    EXPECT_FALSE(empty.Read() || empty.site.HasEntriesFromFile());
+    EXPECT_EQ(Lines(empty.site.Problems()), kFound + L"STR-031: no DAHS entries found in 'C:\\Site\\Vantor5.INI'\n");
 
-    SiteFixture locked(Section(1, "AB"));
-    locked.host.unreadable.insert(L"C:\\Site\\Vantor5.INI");
+    SiteBench locked(Section(1));
+    locked.host.machine.failing = "ReadFile";
     EXPECT_FALSE(locked.Read());
-    EXPECT_EQ(locked.site.Problems().back(), L"Could not read INI file 'C:\\Site\\Vantor5.INI': Access is denied.");
+    EXPECT_EQ(Lines(locked.site.Problems()),
+              kFound + L"Could not read INI file 'C:\\Site\\Vantor5.INI': Access is denied.\n");
 }
 
 TEST(Site, ForcedEntryGoesWithoutAFile) {
     FakeSiteHost host;
     Site site(host);
     EXPECT_TRUE(site.SetupForced(L"xy"));
-    EXPECT_EQ(site.Problems(), (Problems{L"STR-0176: This instance can only be used for compile validation",
-                                         L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI"}));
-    const DahsEntry& entry = *site.Current().entry;
-    EXPECT_EQ(entry.dahsID, 888);
-    EXPECT_EQ(entry.siteID, L"xy");
-    EXPECT_EQ(entry.computerName, L"DAS1");
-    EXPECT_FALSE(site.Current().isRemote || entry.AutoOutputEnabled() || site.HasEntriesFromFile());
-    EXPECT_EQ(site.Entries()->Count(), 1);
+    EXPECT_EQ(Lines(site.Problems()),
+              L"STR-0176: This instance can only be used for compile validation\n"
+              L"STR-0177: Will use certain defaults instead of looking for Vantor5.INI\n");
+    EXPECT_TRUE(Lines(site.InfoTexts(0))
+                    .starts_with(L"ActualVantorINI=\nDahsEntries.Count=1\nDahsID=888\nSiteID=xy\nLanguageId=\n"
+                                 L"DahsComputerName=DAS1\nDahsDescription=For compile validation only\n"
+                                 L"LocalComputerName=DAS1\nHDREnabled=False\nAutoOutputEnabled=False\n"
+                                 L"AutoOutputEnabledEx=0\n"));
+    EXPECT_FALSE(site.Current().isRemote || site.Current().entry->AutoOutputEnabled() || site.HasEntriesFromFile());
 }
 
 TEST(Site, Choosing) {
-    SiteFixture fixture(Section(2, "cd") + Section(4, "ab") + Section(5, "ab", "DahsComputerName=far") +
-                        Section(7, "abcdefghijkl") + Section(8, "ABCDEFGHIJ"));
-    Site& site = fixture.site;
-    EXPECT_FALSE(site.Choose(0, false, false));
-    EXPECT_FALSE(site.ChooseSite(L" ", false, false));
-    EXPECT_EQ(site.Problems(), (Problems{L"STR-029: no DAHS is defined", L"STR-163: no DAHS is defined"}));
-    ASSERT_TRUE(fixture.Read());
-    EXPECT_EQ(site.Current().entry->dahsID, 2);
-
-    EXPECT_TRUE(site.Choose(5, false, false));
-    EXPECT_TRUE(site.Current().isRemote);
-    EXPECT_EQ(site.Current().connections[Database::Alarms], L"Provider=p;alarms");
-    EXPECT_FALSE(site.Choose(6, true, true));
-    EXPECT_EQ(site.Current().entry->dahsID, 5);
-    EXPECT_EQ(site.Current().connections[Database::Alarms], L"Provider=p;alarms");
-    EXPECT_TRUE(site.Choose(4, true, false));
-    EXPECT_EQ(site.Current().connections[Database::Alarms], L"batch");
-    EXPECT_TRUE(site.Choose(4, false, true));
-    EXPECT_EQ(site.Current().connections[Database::Alarms], L"alarms");
-    EXPECT_TRUE(site.Choose(4, true, true));
-    EXPECT_EQ(site.Current().connections[Database::Alarms], L"batch");
-    EXPECT_TRUE(site.Choose(0, false, false));
-    EXPECT_EQ(site.Current().entry->dahsID, 2);
-
-    EXPECT_TRUE(site.ChooseSite(L" ab ", false, false));
-    EXPECT_EQ(site.Current().entry->dahsID, 4);
-    EXPECT_TRUE(site.ChooseSite(L"abcdefghijkl", false, false));
-    EXPECT_EQ(site.Current().entry->dahsID, 8);
-    EXPECT_TRUE(site.ChooseSite(L"", false, false));
-    EXPECT_EQ(site.Current().entry->dahsID, 2);
-    EXPECT_FALSE(site.ChooseSite(L"zzzzzzzzzzzz", false, false));
+    SiteBench bench(Section(2, "SiteID=cd\nSQLAlarmsNoninteractive=batch") +
+                    Section(4, "SiteID=ab\nSQLAlarmsNoninteractive=batch") +
+                    Section(5, "SiteID=ab\nDahsComputerName=far") + Section(7, "SiteID=abcdefghijkl") +
+                    Section(8, "SiteID=ABCDEFGHIJ"));
+    Site& site = bench.site;
+    EXPECT_FALSE(site.Choose(0, false, false) || site.ChooseSite(L" ", false, false));
+    EXPECT_EQ(Lines(site.Problems()), L"STR-029: no DAHS is defined\nSTR-163: no DAHS is defined\n");
+    ASSERT_TRUE(bench.Read());
+    const std::wstring oleDb = L"Provider=p;Pwd=x;alarms", dotNet = L"Pwd=x;alarms";
+    const struct {
+        int id;
+        bool noninteractive, dotNet;
+        int current;
+        std::wstring alarms;
+    } steps[] = {{2, false, false, 2, oleDb},   {5, false, false, 5, oleDb}, {6, true, true, 5, oleDb},
+                 {4, true, false, 4, L"batch"}, {4, false, true, 4, dotNet}, {4, true, true, 4, L"batch"},
+                 {0, false, false, 2, oleDb}};
+    for (const auto& step : steps) {
+        EXPECT_EQ(site.Choose(step.id, step.noninteractive, step.dotNet), step.id == 0 || step.id == step.current);
+        EXPECT_EQ(site.Current().entry->dahsID, step.current);
+        EXPECT_EQ(site.Current().isRemote, step.current == 5);
+        EXPECT_EQ(site.Current().connections[Database::Alarms], step.alarms);
+    }
+    for (const auto& [name, current] : {std::pair(L" ab ", 4), {L"abcdefghijkl", 8}, {L"", 2}, {L"zzzzzzzzzzzz", 2}}) {
+        EXPECT_EQ(site.ChooseSite(name, false, false), *name != L'z');
+        EXPECT_EQ(site.Current().entry->dahsID, current);
+    }
     EXPECT_EQ(site.Problems().back(), L"STR-164: no DAHS is defined for site ID 'ZZZZZZZZZZ'");
 }
 
 TEST(Site, RedundantDases) {
-    const std::string primary = "RedundantDasRole=primary";
-    const std::string secondary = "RedundantDasRole=secondary";
-    SiteFixture fixture(Section(1, "AB", primary + "\nDahsComputerName=far") + Section(2, "AB", secondary) +
-                        Section(3, "CD") + Section(4, "EF", secondary) + Section(5, "EF", secondary) +
-                        Section(6, "GH", primary) + Section(7, "GH") + Section(8, "GH", secondary));
-    ASSERT_TRUE(fixture.Read());
-    struct Case {
+    const std::string primary = "RedundantDasRole=primary\nSiteID=", secondary = "RedundantDasRole=secondary\nSiteID=";
+    SiteBench bench(Section(1, primary + "AB\nDahsComputerName=far") + Section(2, secondary + "AB") +
+                    Section(3, "SiteID=CD") + Section(4, secondary + "EF") + Section(5, secondary + "EF") +
+                    Section(6, primary + "GH") + Section(7, "SiteID=GH") + Section(8, secondary + "GH"));
+    ASSERT_TRUE(bench.Read());
+    const struct {
         const wchar_t* site;
         std::int32_t initial, primary, secondary;
-    };
-    for (const Case& c :
-         {Case{L"ab", 0, 1, 2}, Case{L"", 2, 1, 2}, Case{L"CD", 0, 3, 0}, Case{L"AB", 3, 3, 0}, Case{L"ef", 0, 5, 0},
-          Case{L"", 4, 5, 0}, Case{L"GH", 0, 7, 0}, Case{L"", 6, 7, 0}, Case{L"CD", 50, 3, 0}, Case{L"??", 0, 0, 0}}) {
-        const RedundantDasIds ids = fixture.site.FindRedundantDasIds(c.site, c.initial);
-        EXPECT_EQ(ids.primary, c.primary) << c.initial;
-        EXPECT_EQ(ids.secondary, c.secondary) << c.initial;
+    } cases[] = {{L"ab", 0, 1, 2}, {L"", 2, 1, 2},   {L"CD", 0, 3, 0}, {L"AB", 3, 3, 0},  {L"ef", 0, 5, 0},
+                 {L"", 4, 5, 0},   {L"GH", 0, 7, 0}, {L"", 6, 7, 0},   {L"CD", 50, 3, 0}, {L"??", 0, 0, 0}};
+    for (const auto& c : cases) {
+        const RedundantDasIds ids = bench.site.FindRedundantDasIds(c.site, c.initial);
+        EXPECT_EQ(std::pair(ids.primary, ids.secondary), std::pair(c.primary, c.secondary)) << c.initial;
     }
-    EXPECT_EQ(fixture.site.FindLocalDahsId(false), 2);
-    EXPECT_EQ(fixture.site.FindLocalDahsId(true), 1);
-    EXPECT_EQ(fixture.site.Entries()->CountOfNonSecondary(), 4);
-    EXPECT_EQ(SiteFixture("").site.FindLocalDahsId(true), 0);
+    EXPECT_EQ(bench.site.FindLocalDahsId(false), 2);
+    EXPECT_EQ(bench.site.FindLocalDahsId(true), 1);
+    EXPECT_EQ(bench.site.Entries()->CountOfNonSecondary(), 4);
+    EXPECT_EQ(SiteBench("").site.FindLocalDahsId(true), 0);
     EXPECT_EQ(RedundantDasRoleText(RedundantDasRole::Secondary), L"Secondary");
     EXPECT_EQ(RedundantDasRoleText(static_cast<RedundantDasRole>(3)), L"??");
 }
 
 TEST(Site, ReportsUrlIsNeededWhenAConnectionIsMissing) {
-    for (const auto& [lines, needed] : {std::pair("ReportsURL=u\nSQLRealtime=", true), std::pair("ReportsURL=u", false),
-                                        std::pair("SQLRealtime=", false), std::pair("ReportsURL=u\nSQLData=", true)}) {
-        SiteFixture fixture(Section(1, "AB", lines));
-        ASSERT_TRUE(fixture.site.Read(AppCategory::NotApplicable, false, false, BlankConnections::AllowEntry));
-        EXPECT_EQ(fixture.site.Current().MustUseReportsUrl(), needed) << lines;
+    for (const auto& [lines, needed] : {std::pair("ReportsURL=u\nSQLRealtime=", true),
+                                        {"ReportsURL=u", false},
+                                        {"SQLRealtime=", false},
+                                        {"ReportsURL=u\nSQLData=", true}}) {
+        SiteBench bench(Section(1, lines));
+        ASSERT_TRUE(bench.Read(AppCategory::NotApplicable, BlankConnections::AllowEntry));
+        EXPECT_EQ(bench.site.Current().MustUseReportsUrl(), needed) << lines;
     }
 }
 
 TEST(Site, Affinity) {
-    struct Case {
+    const std::wstring failed = L"STR-083: can't set affinity mask\n";
+    const struct {
         const char* mask;
         AppCategory category;
         std::optional<std::uint64_t> system;
-        bool refused;
         std::uint64_t set;
-        const wchar_t* problem;
-    };
-    const wchar_t* const failed = L"STR-083: can't set affinity mask";
-    for (const Case& c :
-         {Case{"0x1A", AppCategory::Dm, 0xF, false, 0xA, L"STR-082: set process affinity mask = &H1A"},
-          Case{"-1", AppCategory::Dm, 0xF, false, 0xF, L"STR-082: set process affinity mask = &HFFFFFFFF"},
-          Case{"0x10", AppCategory::Dm, 0xF, false, 0, failed},
-          Case{"1", AppCategory::Dm, std::nullopt, false, 0, failed}, Case{"1", AppCategory::Dm, 0xF, true, 1, failed},
-          Case{"0", AppCategory::Dm, 0xF, false, 0, nullptr}, Case{"1", AppCategory::Rg, 0xF, false, 0, nullptr},
-          Case{"1", AppCategory::NotApplicable, 0xF, false, 0, nullptr},
-          Case{"1", static_cast<AppCategory>(6), 0xF, false, 0, nullptr},
-          Case{"1", static_cast<AppCategory>(-1), 0xF, false, 0, nullptr}}) {
-        SiteFixture fixture(Section(1, "AB") + "[AffinityMasks]\nDM=" + c.mask);
-        fixture.host.systemMask = c.system;
-        fixture.host.affinityRefused = c.refused;
-        EXPECT_TRUE(fixture.Read(c.category));
-        EXPECT_EQ(fixture.host.affinitySet, c.set) << c.mask;
-        EXPECT_EQ(fixture.site.Problems().size(), c.problem != nullptr ? 2u : 1u) << c.mask;
-        EXPECT_EQ(fixture.site.Problems().back(),
-                  c.problem != nullptr ? c.problem : L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'");
+        std::wstring says;
+        const char* failing = "";
+    } cases[] = {{"0x1A", AppCategory::Dm, 0xF, 0xA, L"STR-082: set process affinity mask = &H1A\n"},
+                 {"-1", AppCategory::Dm, 0xF, 0xF, L"STR-082: set process affinity mask = &HFFFFFFFF\n"},
+                 {"0x10", AppCategory::Dm, 0xF, 0, failed},
+                 {"1", AppCategory::Dm, {}, 0, failed},
+                 {"1", AppCategory::Dm, 0xF, 1, failed, "SetProcessAffinityMask"},
+                 {"0", AppCategory::Dm, 0xF, 0, L""},
+                 {"1", AppCategory::Rg, 0xF, 0, L""},
+                 {"1", AppCategory::NotApplicable, 0xF, 0, L""},
+                 {"1", static_cast<AppCategory>(6), 0xF, 0, L""},
+                 {"1", static_cast<AppCategory>(-1), 0xF, 0, L""}};
+    for (const auto& c : cases) {
+        SiteBench bench(Section(1) + "[AffinityMasks]\nDM=" + c.mask);
+        bench.host.systemMask = c.system;
+        bench.host.machine.failing = c.failing;
+        EXPECT_TRUE(bench.Read(c.category));
+        EXPECT_EQ(bench.host.affinitySet, c.set) << c.mask;
+        EXPECT_EQ(Lines(bench.site.Problems()), kFound + c.says);
     }
 }
 
 TEST(Site, Folders) {
-    SiteFixture fixture(Section(1, "AB"));
-    fixture.host.folders.insert(L"D:\\Vantor");
-    ASSERT_TRUE(fixture.Read());
-    EXPECT_EQ(fixture.host.created, (Problems{L"D:\\Vantor\\\\Logs", L"D:\\Vantor\\\\Logs\\MailLogs",
-                                              L"C:\\Site\\CustomReportTemplates", L"D:\\Vantor\\SecondaryBackup"}));
-    const DahsFolders& folders = fixture.site.Current().folders;
-    EXPECT_EQ(folders.vantor, L"D:\\Vantor");
-    EXPECT_EQ(folders.primaryBackup, L"E:\\Backup");
-    EXPECT_EQ(folders.temp, L"C:\\Windows\\Temp");
-    EXPECT_EQ(fixture.site.Current().PadepReportDir(), L"D:\\Vantor\\PADEP Reports");
+    SiteBench bench(Section(1, "VantorDir=D:\\Vantor\\\nBackupDir=E:\\Backup\\"));
+    bench.host.folders.insert(L"D:\\Vantor");
+    ASSERT_TRUE(bench.Read());
+    EXPECT_EQ(bench.host.created, (Problems{L"D:\\Vantor\\\\Logs", L"D:\\Vantor\\\\Logs\\MailLogs",
+                                            L"C:\\Site\\CustomReportTemplates", L"D:\\Vantor\\SecondaryBackup"}));
+    EXPECT_EQ(bench.site.Current().PadepReportDir(), L"D:\\Vantor\\PADEP Reports");
+    EXPECT_EQ(bench.site.Current().folders.temp, L"C:\\Windows\\Temp");
+    bench.host.folders.insert(L"D:\\Vantor\\Temp");
+    EXPECT_TRUE(bench.site.Choose(1, false, false));
+    EXPECT_EQ(bench.site.Current().folders.temp, L"D:\\Vantor\\Temp");
 
-    fixture.host.folders.insert(L"D:\\Vantor\\Temp");
-    EXPECT_TRUE(fixture.site.Choose(1, false, false));
-    EXPECT_EQ(folders.temp, L"D:\\Vantor\\Temp");
-
-    SiteFixture refused(Section(1, "AB", "LogsDir=D:\\Logs\\"));
+    SiteBench refused(Section(1, "VantorDir=D:\\Vantor\nLogsDir=D:\\Logs\\"));
     refused.host.refusedFolder = L"D:\\Logs";
     EXPECT_TRUE(refused.Read());
     EXPECT_EQ(refused.host.created, Problems{L"D:\\Vantor"});
@@ -290,22 +241,25 @@ TEST(Site, Folders) {
 }
 
 TEST(Site, InfoTexts) {
-    SiteFixture fixture(Section(1, "AB", "HDR=no\nRedundantDasRole=primary\nLanguageID=de\nDahsDescription=a\tb"));
-    ASSERT_TRUE(fixture.Read());
-    const std::vector<std::wstring> texts = fixture.site.InfoTexts(3);
-    ASSERT_EQ(texts.size(), 33u + 1 + 3 + 1);  // one more for the tab in the description
-    EXPECT_EQ(texts[0], L"ActualVantorINI=C:\\Site\\Vantor5.INI");
-    EXPECT_EQ(texts[1], L"DahsEntries.Count=1");
-    EXPECT_EQ(texts[4], L"LanguageId=de");
-    EXPECT_EQ(texts[6], L"DahsDescription=a");
-    EXPECT_EQ(texts[7], L"b");
-    EXPECT_EQ(texts[9], L"HDREnabled=False");
-    EXPECT_EQ(texts[10], L"AutoOutputEnabled=True");
-    EXPECT_EQ(texts[11], L"AutoOutputEnabledEx=-1");
-    EXPECT_EQ(texts[13], L"RedundantDasRole=1");
-    EXPECT_EQ(texts[33], L"ReportsURL=");
-    EXPECT_EQ(texts[34], L"");
-    EXPECT_EQ(SiteFixture("").site.InfoTexts(-5).size(), 34u);
+    SiteBench bench(Section(7,
+                            "HDR=no\nRedundantDasRole=primary\nLanguageID=de\nDahsDescription=a\tb\nLogsDir=L\n"
+                            "AutoOutputEnabled=Auto-Primary,9\nRedundantDasSyncCompareEnabled=1\n"
+                            "DRCurrentHealthTimeouts=1,2\nTraceEnabled=0\nReportsURL=http://r"));
+    ASSERT_TRUE(bench.Read());
+    EXPECT_EQ(Lines(bench.site.InfoTexts(2)),
+              L"ActualVantorINI=C:\\Site\\Vantor5.INI\nDahsEntries.Count=1\nDahsID=7\nSiteID=AB\nLanguageId=de\n"
+              L"DahsComputerName=das1\nDahsDescription=a\nb\nLocalComputerName=DAS1\nHDREnabled=False\n"
+              L"AutoOutputEnabled=True\nAutoOutputEnabledEx=2\nAutoOutputEnabledExRedundantDasTimeout=9\n"
+              L"RedundantDasRole=1\nRedundantDasSyncStagingEnabled=False\nRedundantDasSyncCompareEnabled=True\n"
+              L"RedundantDASSyncMergeEnabled=False\nDRCurrentHealthTimeouts=1,2\nExtraTraceMsgsEnabled=False\n"
+              L"LogFlushEnabled=True\nVantorDir=D:\\V\nVantorSystemDir=C:\\Site\nVantorLogsDir=L\n"
+              L"VantorCustomReportTemplatesDir=C:\\Site\\CustomReportTemplates\nPrimaryBackupDir=E:\\B\n"
+              L"SecondaryBackupDir=D:\\V\\SecondaryBackup\nTempDir=C:\\Windows\\Temp\n"
+              L"SqlConnectionString_Alarms=Provider=p;Pwd=x;alarms\nSqlConnectionString_Config=config\n"
+              L"SqlConnectionString_Data=Server=s;Database=Vantor5Data\nSqlConnectionString_DataShortTerm=short\n"
+              L"SqlConnectionString_Realtime=realtime\n"
+              L"SqlConnectionString_Ostra=Server=s;Database=Vantor5Ostra\nReportsURL=http://r\n\n\n\n");
+    EXPECT_EQ(SiteBench("").site.InfoTexts(-5).size(), 34u);
 }
 
 }  // namespace v5

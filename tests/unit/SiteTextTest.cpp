@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "config/Site.h"
 #include "unit/FakeSiteHost.h"
 #include "v5site/SiteDiff.h"
 
@@ -11,21 +10,8 @@ namespace v5site {
 
 namespace {
 
-constexpr wchar_t kPath[] = L"C:\\Site\\Vantor5.INI";
-
-std::string Sound(const std::string& lines) {
-    return "[Dahs1]\n" + lines +
-           "SiteID=AB\nDahsComputerName=das1\nVantorDir=V\nBackupDir=B\nSQLAlarms=Pwd=x;a\n"
-           "SQLConfig=c\nSQLData=d\nSQLDataShortTerm=s\nSQLRealtime=r\n";
-}
-
-struct SiteOf {
-    v5::FakeSiteHost host;
-    v5::Site site{host};
-    explicit SiteOf(const std::string& file) {
-        host.files[kPath] = file;
-        site.Read(v5::AppCategory::NotApplicable, false, false, v5::BlankConnections::IgnoreEntry);
-    }
+struct SiteOf : v5::SiteBench {
+    explicit SiteOf(const std::string& file) : SiteBench(file) { Read(); }
 };
 
 }  // namespace
@@ -40,10 +26,9 @@ TEST(SiteText, RemarksOnWhatProgramsPassOver) {
          L"RedundantDasSyncMergeEnabled 'fales' is neither YES nor NO, and counts as NO (did you mean 'FALSE'?)"},
         {"just text\n", L" this line has no '=', and programs ignore it"},
         {"HDR=1\nhdr=0\n", L"hdr programs take the first line of this key, line 2"},
-        {"; a comment\n\n HDR = no \nLogFlushEnabled=FASLE\n", nullptr},
-    };
+        {"; a comment\n\n HDR = no \nLogFlushEnabled=FASLE\n", nullptr}};
     for (const auto& [lines, remark] : cases) {
-        const std::string file = Sound(lines);
+        const std::string file = v5::Section(1, lines);
         const std::vector<Remark> remarks = SiteText({file.begin(), file.end()}).Remarks();
         ASSERT_EQ(remarks.size(), remark == nullptr ? 0u : 1u) << lines;
         if (remark != nullptr) {
@@ -100,19 +85,22 @@ TEST(SiteText, FindingsPointToTheirLines) {
 }
 
 TEST(SiteDiff, TellsEffectsAndNoPasswords) {
-    SiteOf first(Sound("")), same(Sound("; another look\nHDR=yes\n")), other(Sound("SQLAlarms=Pwd=y;a\nLogsDir=L\n"));
+    SiteOf first(v5::Section(1)), same(v5::Section(1, "; another look\nHDR=yes\n")),
+        other(v5::Section(1, "SQLAlarms=Provider=p;Pwd=y;alarms\nLogsDir=L\n"));
     EXPECT_TRUE(Differences(first.site, same.site).empty());
     std::wstring told;
     for (const Difference& each : Differences(first.site, other.site)) {
         told += std::to_wstring(each.dahsID) + L" " + each.name + L" " + each.first + L" > " + each.second + L"\n";
     }
-    EXPECT_EQ(told,
-              L"1 VantorLogsDir V\\Logs > L\n1 VantorMailLogsDir V\\Logs\\MailLogs > L\\MailLogs\n"
-              L"1 SqlConnectionString_Alarms Pwd=***;a > Pwd=***;a (with another password)\n"
-              L"1 SqlConnectionString_AlarmsNoninteractive Pwd=***;a > Pwd=***;a (with another password)\n"
-              L"1 SqlConnectionString_Alarms_DotNet Pwd=***;a > Pwd=***;a (with another password)\n"
-              L"1 SqlConnectionString_AlarmsNoninteractive_DotNet Pwd=***;a > Pwd=***;a (with another password)\n");
-    SiteOf moved("[Dahs2]" + Sound("").substr(7));
+    EXPECT_EQ(
+        told,
+        L"1 VantorLogsDir D:\\V\\Logs > L\n1 VantorMailLogsDir D:\\V\\Logs\\MailLogs > L\\MailLogs\n"
+        L"1 SqlConnectionString_Alarms Provider=p;Pwd=***;alarms > Provider=p;Pwd=***;alarms (with another password)\n"
+        L"1 SqlConnectionString_AlarmsNoninteractive Provider=p;Pwd=***;alarms > Provider=p;Pwd=***;alarms (with "
+        L"another password)\n"
+        L"1 SqlConnectionString_Alarms_DotNet Pwd=***;alarms > Pwd=***;alarms (with another password)\n"
+        L"1 SqlConnectionString_AlarmsNoninteractive_DotNet Pwd=***;alarms > Pwd=***;alarms (with another password)\n");
+    SiteOf moved("[Dahs2]" + v5::Section(1).substr(7));
     EXPECT_EQ(Differences(first.site, moved.site).size(), 2u);
 }
 

@@ -31,21 +31,18 @@ TEST(PromptWrap, BreaksAtBlanksOrInsideTooLongWords) {
     const struct {
         const wchar_t* prompt;
         const wchar_t* wrapped;
-    } cases[] = {
-        {L"", L""},
-        {L"0123456789", L"0123456789"},                      // exactly the limit
-        {L"one two\r\n\r\nthree", L"one two\r\n\r\nthree"},  // every line fits: unchanged
-        {L"01234 67890", L"01234\r\n67890"},
-        {L"0123456789 ab", L"0123456789\r\nab"},  // a blank right behind the limit
-        {L"aa bb cc dd ee ff", L"aa bb cc\r\ndd ee ff"},
-        {L"aaaa  bbbbbbb", L"aaaa \r\nbbbbbbb"},  // only the blank at the break goes
-        {L" abcdefghij", L"abcdefghij"},          // a blank at the start of a line that must break
-        {L"   abcdefghijkl", L"abcdefghij\r\nkl"},
-        {L"abcdefghijklmnopqrstuvw xy", L"abcdefghij\r\nklmnopqrst\r\nuvw xy"},
-        {L" short\r\nabcdefghijkl", L" short\r\nabcdefghij\r\nkl"},  // a line that fits is left as it is
-        {L"abcdefghijkl\r\n\r\nx", L"abcdefghij\r\nkl\r\n\r\nx"},
-        {L"abcdefghij ", L"abcdefghij"},
-    };
+    } cases[] = {{L"", L""},  // what fits is left as it is, blanks included
+                 {L"0123456789", L"0123456789"},
+                 {L" one two\r\n\r\nthree", L" one two\r\n\r\nthree"},
+                 {L"01234 67890", L"01234\r\n67890"},  // otherwise the blank at the break goes, and only that
+                 {L"0123456789 ab", L"0123456789\r\nab"},
+                 {L"aa bb cc dd ee ff", L"aa bb cc\r\ndd ee ff"},
+                 {L"aaaa  bbbbbbb", L"aaaa \r\nbbbbbbb"},
+                 {L"abcdefghij ", L"abcdefghij"},
+                 {L" abcdefghij", L"abcdefghij"},  // as do those at the start
+                 {L"   abcdefghijkl", L"abcdefghij\r\nkl"},
+                 {L"abcdefghijklmnopqrstuvw xy", L"abcdefghij\r\nklmnopqrst\r\nuvw xy"},
+                 {L" short\r\nabcdefghijkl\r\n\r\nx", L" short\r\nabcdefghij\r\nkl\r\n\r\nx"}};
     for (const auto& each : cases) {
         EXPECT_EQ(Wrap(each.prompt, 10), each.wrapped);
     }
@@ -54,54 +51,40 @@ TEST(PromptWrap, BreaksAtBlanksOrInsideTooLongWords) {
     EXPECT_EQ(Wrap(kPair, 3), std::wstring(kPair, 2) + L"\r\n" + (kPair + 2));  // never cut in two
 }
 
-TEST(PromptWrap, NothingIsLostAndEveryLineFits) {
-    std::wstring prompt;
+TEST(PromptWrap, NothingIsLostEveryLineFitsAndTimeGrowsWithLength) {
+    std::wstring prompt(100'000, L'x');
     for (int i = 0; i < 400; ++i) {
         prompt += std::wstring(static_cast<size_t>(i * 7 % 90), L'x') + (i % 11 == 0 ? L"\r\n" : L" ");
     }
-    const std::wstring wrapped = Wrap(prompt, 63);
+    size_t measured = 0;
+    const std::wstring wrapped = WrapPrompt(prompt, kPromptLimit, [&](std::wstring_view text) {
+        measured += text.size();
+        return HundredTwipsEach(text);
+    });
+    EXPECT_LT(measured, prompt.size() * 100);
     EXPECT_LE(HundredTwipsEach(wrapped), kPromptLimit);
     EXPECT_EQ(std::count(wrapped.begin(), wrapped.end(), L'x'), std::count(prompt.begin(), prompt.end(), L'x'));
 }
 
-TEST(PromptWrap, LongPromptsAreMeasuredInTimeThatGrowsWithThem) {
-    size_t measured = 0;
-    const auto width = [&](std::wstring_view text) {
-        measured += text.size();
-        return HundredTwipsEach(text);
-    };
-    constexpr size_t kLength = 100000;
-    EXPECT_EQ(WrapPrompt(std::wstring(kLength, L'x'), kPromptLimit, width).size(), kLength + kLength / 63 * 2);
-    EXPECT_LT(measured, kLength * 100);
-}
-
 TEST(TimedMessageBox, ButtonsDefaultsAndEscape) {
     const struct {
-        std::uint32_t style;
         std::vector<MessageBoxResult> buttons;
-        MessageBoxResult preset;
         MessageBoxResult escape;
-    } cases[] = {
-        {0x000, {Ok}, Ok, Ok},
-        {0x001, {Ok, Cancel}, Ok, Cancel},
-        {0x002, {Abort, Retry, Ignore}, Abort, None},
-        {0x003, {Yes, No, Cancel}, Yes, Cancel},
-        {0x004, {Yes, No}, Yes, None},
-        {0x005, {Retry, Cancel}, Retry, Cancel},
-        {0x006, {Ok}, Ok, Ok},
-        {0x007, {Ok}, Ok, Ok},
-        {0x104, {Yes, No}, No, None},
-        {0x202, {Abort, Retry, Ignore}, Ignore, None},
-        {0x203, {Yes, No, Cancel}, Cancel, Cancel},
-        {0x303, {Yes, No, Cancel}, Yes, Cancel},
-        {0x204, {Yes, No}, Yes, None},            // there is no third button
-        {0x50131, {Ok, Cancel}, Cancel, Cancel},  // other style bits do not matter
-    };
-    for (const auto& each : cases) {
-        const TimedMessageBoxModel box(each.style, 0);
-        EXPECT_EQ(std::vector(box.Buttons().begin(), box.Buttons().end()), each.buttons) << each.style;
-        EXPECT_EQ(box.DefaultButton(), each.preset) << each.style;
-        EXPECT_EQ(box.EscapeButton(), each.escape) << each.style;
+    } kinds[] = {{{Ok}, Ok},
+                 {{Ok, Cancel}, Cancel},
+                 {{Abort, Retry, Ignore}, None},
+                 {{Yes, No, Cancel}, Cancel},
+                 {{Yes, No}, None},
+                 {{Retry, Cancel}, Cancel},
+                 {{Ok}, Ok},
+                 {{Ok}, Ok}};
+    for (std::uint32_t style = 0; style < 0x400; ++style) {
+        const TimedMessageBoxModel box(style | 0x50000, 0);  // other style bits do not matter
+        const auto& [buttons, escape] = kinds[style & 7];
+        const size_t preset = style >> 8;  // the first, where there are not so many
+        EXPECT_EQ(std::vector(box.Buttons().begin(), box.Buttons().end()), buttons) << style;
+        EXPECT_EQ(box.DefaultButton(), buttons[preset < buttons.size() ? preset : 0]) << style;
+        EXPECT_EQ(box.EscapeButton(), escape) << style;
     }
 }
 
@@ -139,26 +122,25 @@ TEST(TimedMessageBox, Timeout) {
 }
 
 TEST(TimedMessageBox, LayoutByItsDesignSizes) {
-    constexpr TwipsSize kIcon{480, 480};
-    constexpr TwipsSize kButton{1125, 345};
-    // Wide prompt beside an icon, two buttons.
-    const MessageBoxLayout wide = LayOutMessageBox({0x24, 0}, {6000, 195}, kIcon, kButton, 10000);
-    EXPECT_EQ(wide.client.width, 165 + 720 + 6000 + 165);
-    EXPECT_EQ(wide.prompt, (TwipsRect{885, 165 + 142, 6000, 195}));
-    EXPECT_EQ(wide.buttons[1].left - wide.buttons[0].left, 1125 + 105);
-    EXPECT_EQ(wide.buttons[0].left, (7050 - 2355) / 2);
-    // The same without icon is an icon column narrower.
-    const MessageBoxLayout plain = LayOutMessageBox({0x04, 0}, {6000, 195}, kIcon, kButton, 10000);
-    EXPECT_EQ(plain.client.width, wide.client.width - 720);
-    EXPECT_EQ(plain.prompt, (TwipsRect{165, 165, 6000, 195}));
-    // A short prompt: the button row and its margin decide.
-    const MessageBoxLayout narrow = LayOutMessageBox({0x02, 0}, {200, 195}, kIcon, kButton, 10000);
-    EXPECT_EQ(narrow.client.width, 3 * 1125 + 2 * 105 + 330);
-    EXPECT_EQ(narrow.buttons.back().left + 1125, narrow.client.width - 165);
-    // A prompt higher than the screen gives way to the buttons.
-    const MessageBoxLayout high = LayOutMessageBox({0x00, 0}, {200, 20000}, kIcon, kButton, 10000);
-    EXPECT_EQ(high.client.height, 10000);
-    EXPECT_LE(high.prompt.top + high.prompt.height, high.buttons[0].top - 165);
+    constexpr TwipsSize kIcon{480, 480}, kButton{1125, 345};
+    for (const std::uint32_t style : {0x00, 0x02, 0x04, 0x10, 0x12, 0x24}) {
+        for (const TwipsSize text : {TwipsSize{200, 195}, {6000, 195}, {6000, 2000}, {200, 20000}}) {
+            SCOPED_TRACE(std::to_string(style) + ", " + std::to_string(text.width) + "x" + std::to_string(text.height));
+            const MessageBoxLayout box = LayOutMessageBox({style, 0}, text, kIcon, kButton, 10000);
+            const bool hasIcon = style >= 0x10, isHigh = text.height > 10000;
+            const auto count = static_cast<int>(box.buttons.size());
+            const int row = count * 1125 + (count - 1) * 105, icon = hasIcon ? 720 : 0;
+            EXPECT_EQ(box.client.width, std::max(icon + text.width, row) + 330);
+            EXPECT_EQ(box.prompt.left, 165 + icon);
+            EXPECT_EQ(box.prompt.top, hasIcon && text.height == 195 ? 165 + 142 : 165) << "beside the icon's middle";
+            EXPECT_EQ(box.prompt.width, text.width);
+            EXPECT_EQ(box.buttons[0].left, (box.client.width - row) / 2);
+            EXPECT_EQ(box.buttons.back().left - box.buttons[0].left, (count - 1) * (1125 + 105));
+            EXPECT_EQ(isHigh, box.client.height == 10000) << "a prompt higher than the screen gives way to the buttons";
+            EXPECT_EQ(isHigh, box.prompt.height < text.height);
+            EXPECT_LE(box.prompt.top + box.prompt.height, box.buttons[0].top - 165);
+        }
+    }
 }
 
 }  // namespace v5

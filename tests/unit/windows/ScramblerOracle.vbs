@@ -1,12 +1,8 @@
-' The scrambler and the random numbers as a script engine of the run-time computes them, for the tests to compare with.
-' Lines: "R <n> <24-bit numbers of Rnd(-n) and the four draws after it>", "S <character codes> <scrambled text>".
+' The scrambler as a script engine of the run-time computes it, random numbers and all, for the tests to compare with.
+' Lines: <character codes> <scrambled text>.
 Option Explicit
 Dim n, i, text, codes, seed
 Const KEY = "7Q%-k#"
-
-Function Bits(x)
-  Bits = CLng(x * 16777216)
-End Function
 
 Function Scramble(ByVal s)
   Dim prev, cur, v, digits, out, pos, digit
@@ -34,20 +30,9 @@ Function Scramble(ByVal s)
   Scramble = out
 End Function
 
-For n = 1 To 777777 Step 263
-  text = "R " & n & " " & Bits(Rnd(-n))
-  For i = 1 To 4
-    text = text & " " & Bits(Rnd())
-  Next
-  WScript.Echo text
-Next
-For n = 1 To 40
-  WScript.Echo "F " & n & " " & Bits(Rnd(CSng(-n / 7)))
-Next
-
 ' Texts of 0 to 14 characters over the whole single-byte code page, from a generator of their own.
 seed = 12345
-For n = 0 To 299
+For n = 0 To 1499
   text = ""
   codes = "-"
   For i = 1 To n Mod 15
@@ -55,5 +40,5 @@ For n = 0 To 299
     text = text & Chr(32 + seed Mod 224)
     codes = codes & Asc(Right(text, 1)) & "-"
   Next
-  WScript.Echo "S " & codes & " " & Scramble(text)
+  WScript.Echo codes & " " & Scramble(text)
 Next
