@@ -55,16 +55,16 @@ TEST(Leaks, DialogsLeaveNothingBehind) {
     const ComPtr<IUnknown> loaded = LoadComponent();
     constexpr int kMostTries = 10;
     for (const AnyDialog& dialog : AllDialogs()) {
-        SCOPED_TRACE(dialog.title);
         // The system fills caches of its own at first, up to a limit; a leak grows every time.
         Objects before, after;
         for (int i = 0; i < kMostTries && (i == 0 || !after.IsAbout(before)); ++i) {
             before = Objects();
             Repeat(dialog);
             after = Objects();
-            std::cout << Rounds() << " times: " << before << "; then " << after << std::endl;
+            std::cout << Narrow(dialog.title) << ", " << Rounds() << " times: " << before << "; then " << after
+                      << std::endl;
         }
-        EXPECT_TRUE(after.IsAbout(before));
+        EXPECT_TRUE(after.IsAbout(before)) << dialog.title;
     }
 }
 
