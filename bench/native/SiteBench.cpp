@@ -5,6 +5,8 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "bench/Bench.h"
 #include "bench/SiteFile.h"
@@ -26,21 +28,27 @@ void ReadSite(const std::string& bytes) {
     Keep(entries);
 }
 
+// Every value that the peer looks up.
+template <class Visit>
+void ForEachValue(const Visit& visit) {
+    static const std::vector<std::string> keys = SiteKeys();
+    for (int number = 1; number <= 99; ++number) {
+        const std::string section = "Dahs" + std::to_string(number);
+        for (const std::string& key : keys) {
+            visit(section.c_str(), key.c_str());
+        }
+    }
+}
+
 void ReadingASite(Table& table) {
     const std::string bytes = SiteFile("C:\\Vantor5");
-    const std::vector<std::string> keys = SiteKeys();
-    const auto ours = [&] { ReadSite(bytes); };
     const auto peers = [&] {
         CSimpleIniA ini;
         ini.LoadData(bytes);
-        for (int number = 1; number <= 99; ++number) {
-            const std::string section = "Dahs" + std::to_string(number);
-            for (const std::string& key : keys) {
-                Keep(ini.GetValue(section.c_str(), key.c_str()));
-            }
-        }
+        ForEachValue([&](const char* section, const char* key) { Keep(ini.GetValue(section, key)); });
     };
-    table.Compare({.name = "site: 99 entries, all rules / SimpleIni", .goal = 0.5, .runs = 15}, ours, peers);
+    table.Compare(
+        {.name = "site: 99 entries, all rules / SimpleIni", .goal = 0.5, .runs = 15}, [&] { ReadSite(bytes); }, peers);
 }
 
 void PassingForeignSections(Table& table) {
@@ -58,7 +66,6 @@ void Diffing(Table& table) {
     const std::string bytes = SiteFile("C:\\Vantor5");
     FakeSiteHost host;
     host.files[L"C:\\Site\\Vantor5.INI"] = bytes;
-    const std::vector<std::string> keys = SiteKeys();
     const auto ours = [&] {
         Site first(host), second(host);
         for (Site* site : {&first, &second}) {
@@ -72,14 +79,9 @@ void Diffing(Table& table) {
         CSimpleIniA first, second;
         first.LoadData(bytes);
         second.LoadData(bytes);
-        for (int number = 1; number <= 99; ++number) {
-            const std::string section = "Dahs" + std::to_string(number);
-            for (const std::string& key : keys) {
-                const char *a = first.GetValue(section.c_str(), key.c_str(), ""),
-                           *b = second.GetValue(section.c_str(), key.c_str(), "");
-                Keep(std::string_view(a) == std::string_view(b));
-            }
-        }
+        ForEachValue([&](const char* section, const char* key) {
+            Keep(std::string_view(first.GetValue(section, key, "")) == second.GetValue(section, key, ""));
+        });
     };
     // It compares what follows from the file, four forms of each connection string among it.
     table.Compare({.name = "v5site diff: two sites of 99 entries / SimpleIni, value by value", .goal = 2, .runs = 10},

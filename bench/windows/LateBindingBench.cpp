@@ -1,9 +1,5 @@
 // Late-bound calls, as scripts and macros make them, against the platform's own late binding of the same objects and
 // against the scripting run-time's dictionary; and what they allocate.
-#include <windows.h>
-// after windows.h, which it needs:
-#include <comutil.h>
-
 #include <functional>
 #include <string>
 #include <vector>
@@ -24,9 +20,7 @@ constexpr int kRuns = 7;
 class Member {
   public:
     Member(IDispatch* object, const wchar_t* name, std::vector<_variant_t> arguments = {})
-        : mObject(object), mArguments(arguments.rbegin(), arguments.rend()) {
-        auto* text = const_cast<wchar_t*>(name);
-        Check(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &mId), "GetIDsOfNames");
+        : mObject(object), mId(IdOf(object, name)), mArguments(arguments.rbegin(), arguments.rend()) {
         Check(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &mInfo), "GetTypeInfo");
         Check(object->QueryInterface(IidOf(*mInfo.Get()), reinterpret_cast<void**>(mInterface.GetAddressOf())),
               "the interface");
@@ -35,14 +29,11 @@ class Member {
     Member& operator=(const Member&) = delete;
 
     _variant_t Invoke() {
-        DISPPARAMS parameters = Parameters();
-        _variant_t answer;
-        Check(mObject->Invoke(mId, IID_NULL, LOCALE_USER_DEFAULT, kFlags, &parameters, &answer, nullptr, nullptr),
-              "Invoke");
-        return answer;
+        return bench::Invoke(mObject.Get(), mId, mArguments.data(), static_cast<UINT>(mArguments.size()));
     }
     _variant_t InvokeByTypeInfo() {
-        DISPPARAMS parameters = Parameters();
+        DISPPARAMS parameters = {mArguments.data(), nullptr, static_cast<UINT>(mArguments.size()), 0};
+        constexpr WORD kFlags = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
         _variant_t answer;
         Check(mInfo->Invoke(mInterface.Get(), mId, kFlags, &parameters, &answer, nullptr, nullptr),
               "ITypeInfo::Invoke");
@@ -58,8 +49,6 @@ class Member {
     }
 
   private:
-    static constexpr WORD kFlags = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-
     static IID IidOf(ITypeInfo& info) {
         TYPEATTR* attributes = nullptr;
         Check(info.GetTypeAttr(&attributes), "GetTypeAttr");
@@ -67,12 +56,11 @@ class Member {
         info.ReleaseTypeAttr(attributes);
         return iid;
     }
-    DISPPARAMS Parameters() { return {mArguments.data(), nullptr, static_cast<UINT>(mArguments.size()), 0}; }
 
     ComPtr<IDispatch> mObject;
+    DISPID mId;
     ComPtr<ITypeInfo> mInfo;
     ComPtr<IUnknown> mInterface;  // itself, whatever its type
-    DISPID mId = 0;
     std::vector<_variant_t> mArguments;
 };
 
@@ -100,39 +88,27 @@ void ForEach(Table& table, IDispatch* entries) {
         Member(dictionary.Get(), L"Add", {i, object.Get()}).Invoke();
         Member(object.Get(), L"Add", {L"SiteID", L"SITE1"}).Invoke();
     }
-    const auto byName = [](IDispatch* object, const wchar_t* name, VARIANT* argument) {
-        auto* text = const_cast<wchar_t*>(name);
-        DISPID id = 0;
-        DISPPARAMS parameters = {argument, nullptr, argument != nullptr ? 1u : 0u, 0};
-        _variant_t answer;
-        Check(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
-        Check(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                             &answer, nullptr, nullptr),
-              "Invoke");
-        return answer;
-    };
-    _variant_t key(L"SiteID");
+    const _variant_t key(L"SiteID");
     table.Compare(
         {.name = "late-bound for-each over 99 entries, a text of each / 99 of a dictionary",
          .goal = 0.5,
          .runs = 50,
          .operations = 99},
         [&] {
-            const _variant_t all = byName(entries, L"NewEnum", nullptr);
+            const _variant_t all = Call(entries, L"NewEnum");
             ComPtr<IEnumVARIANT> enumerator;
             Check(V_UNKNOWN(&all)->QueryInterface(IID_PPV_ARGS(&enumerator)), "the enumerator");
             _variant_t entry;
             while (enumerator->Next(1, &entry, nullptr) == S_OK) {
-                Keep(byName(V_DISPATCH(&entry), L"SiteID", nullptr));
+                Keep(Call(V_DISPATCH(&entry), L"SiteID"));
                 entry.Clear();
             }
         },
         [&] {  // its enumerator gives the keys
-            const _variant_t all = Member(dictionary.Get(), L"Keys").Invoke();
+            Keep(Call(dictionary.Get(), L"Keys"));
             for (long i = 0; i < 99; ++i) {
-                _variant_t number(i);
-                const _variant_t item = byName(dictionary.Get(), L"Item", &number);
-                Keep(byName(V_DISPATCH(&item), L"Item", &key));
+                const _variant_t item = Call(dictionary.Get(), L"Item", i);
+                Keep(Call(V_DISPATCH(&item), L"Item", key));
             }
         });
 }
@@ -140,7 +116,7 @@ void ForEach(Table& table, IDispatch* entries) {
 void LateBinding(Table& table) {
     const test::SiteFolder site(SiteFile("$folder$\\V"));
     const auto main = Create<IDispatch>(L"V5Strings.DahsIniMain");
-    Member(main.Get(), L"ReadVantorINI", {0L}).Invoke();
+    Call(main.Get(), L"ReadVantorINI", 0L);
     const auto list = Create<IDispatch>(L"V5Strings.FootnoteList");
     const auto dictionary = Create<IDispatch>(L"Scripting.Dictionary");
     Member(dictionary.Get(), L"Add", {L"a", L"b"}).Invoke();
@@ -148,29 +124,35 @@ void LateBinding(Table& table) {
     Member number(main.Get(), L"DahsID"), text(main.Get(), L"SiteID"),
         two(list.Get(), L"CreateOrGetFootnote", {_variant_t(static_cast<IDispatch*>(nullptr)), L"a"}),
         count(dictionary.Get(), L"Count"), exists(dictionary.Get(), L"Exists", {L"a"});
-    Compare(table, "number / ITypeInfo::Invoke", 0.5, Often([&] { number.Invoke(); }),
-            Often([&] { number.InvokeByTypeInfo(); }));
-    Compare(table, "number / Scripting.Dictionary.Count", 0.5, Often([&] { number.Invoke(); }),
-            Often([&] { count.Invoke(); }));
-    Compare(table, "text / ITypeInfo::Invoke", 0.5, Often([&] { text.Invoke(); }),
-            Often([&] { text.InvokeByTypeInfo(); }));
-    Compare(table, "two arguments / ITypeInfo::Invoke", 0.7, Often([&] { two.Invoke(); }),
-            Often([&] { two.InvokeByTypeInfo(); }));
-    Compare(table, "two arguments / Scripting.Dictionary.Exists", 1.3, Often([&] { two.Invoke(); }),
-            Often([&] { exists.Invoke(); }));
+    const struct {
+        const char* name;
+        double goal;
+        Member *ours, *peers;
+    } calls[] = {{"number / ITypeInfo::Invoke", 0.5, &number, nullptr},
+                 {"number / Scripting.Dictionary.Count", 0.5, &number, &count},
+                 {"text / ITypeInfo::Invoke", 0.5, &text, nullptr},
+                 {"two arguments / ITypeInfo::Invoke", 0.7, &two, nullptr},
+                 {"two arguments / Scripting.Dictionary.Exists", 1.3, &two, &exists}};
+    for (const auto& [name, goal, ours, peers] : calls) {
+        Compare(table, name, goal, Often([call = ours] { call->Invoke(); }),
+                peers == nullptr ? Often([call = ours] { call->InvokeByTypeInfo(); })
+                                 : Often([call = peers] { call->Invoke(); }));
+    }
 
-    wchar_t first[] = L"Problems", last[] = L"sqlconnectionstring_OSTRA", method[] = L"FindRedundantDasIDs",
-            argument[] = L"LNGSecondaryDasID";
-    wchar_t *firstName[] = {first}, *lastName[] = {last}, *named[] = {method, argument};
-    const auto names = [&](const char* name, wchar_t** wanted, UINT wantedCount) {
-        Compare(table, name, 0.1, Often([&, wanted, wantedCount] { number.Find(wanted, wantedCount); }),
-                Often([&, wanted, wantedCount] { number.FindByTypeInfo(wanted, wantedCount); }));
+    struct Names {
+        const char* name;
+        std::vector<const wchar_t*> wanted;
     };
-    names("name, the first member / ITypeInfo", firstName, 1);
-    names("name, a late member in another case / ITypeInfo", lastName, 1);
-    names("name with a named argument / ITypeInfo", named, 2);
-
-    const _variant_t entries = Member(main.Get(), L"DahsEntries").Invoke();
+    for (auto& [name, wanted] :
+         {Names{"name, the first member / ITypeInfo", {L"Problems"}},
+          Names{"name, a late member in another case / ITypeInfo", {L"sqlconnectionstring_OSTRA"}},
+          Names{"name with a named argument / ITypeInfo", {L"FindRedundantDasIDs", L"LNGSecondaryDasID"}}}) {
+        auto** const names = const_cast<wchar_t**>(wanted.data());
+        const auto size = static_cast<UINT>(wanted.size());
+        Compare(table, name, 0.1, Often([&, names, size] { number.Find(names, size); }),
+                Often([&, names, size] { number.FindByTypeInfo(names, size); }));
+    }
+    const _variant_t entries = Call(main.Get(), L"DahsEntries");
     ForEach(table, V_DISPATCH(&entries));
 }
 

@@ -1,6 +1,4 @@
 // A log line with both prefixes, against a bare WriteFile of the same bytes on a handle opened the same way.
-#include <comutil.h>
-
 #include "V5Strings.h"
 #include "bench/Bench.h"
 #include "bench/windows/Com.h"
@@ -10,21 +8,14 @@ namespace {
 
 constexpr int kLines = 2'000;
 
-std::wstring TemporaryPath(const wchar_t* name) {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    return std::wstring(folder) + name;
-}
-
 void WritingALine(Table& table) {
     const auto log = Create<_LogFileClass>(L"V5Strings.LogFileClass");
-    const std::wstring ourPath = TemporaryPath(L"v5bench-log.log");
-    const std::wstring peersPath = TemporaryPath(L"v5bench-peer.log");
+    const TemporaryFile ours, peers;
     VARIANT_BOOL started = VARIANT_FALSE;
-    Check(log->StartLog(_bstr_t(ourPath.c_str()), _bstr_t(L""), VARIANT_TRUE, VARIANT_TRUE, &started), "StartLog");
-    const HANDLE file = CreateFileW(peersPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+    Check(log->StartLog(_bstr_t(ours.Path().c_str()), _bstr_t(L""), VARIANT_TRUE, VARIANT_TRUE, &started), "StartLog");
+    const HANDLE file = CreateFileW(peers.Path().c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
                                     FILE_FLAG_WRITE_THROUGH, nullptr);
-    Check(started == VARIANT_TRUE && file != INVALID_HANDLE_VALUE ? S_OK : E_FAIL, "opening the files");
+    Check(started == VARIANT_TRUE && file != INVALID_HANDLE_VALUE, "opening the files");
 
     const std::string words = "Analyzer 3: NOx range check passed, span drift 0.42 % of range";
     const _bstr_t text = std::wstring(words.begin(), words.end()).c_str();
@@ -44,8 +35,6 @@ void WritingALine(Table& table) {
         });
     log->StopLog();
     CloseHandle(file);
-    DeleteFileW(ourPath.c_str());
-    DeleteFileW(peersPath.c_str());
 }
 
 const Benchmark registered("log file", WritingALine);

@@ -1,17 +1,13 @@
 // A privilege check against what it cannot do without: the same row reads, decoded and parsed bare by the client; with
 // Windows accounts also the same questions to the account information component.
-#include <windows.h>
+#include "bench/windows/Com.h"
 // after windows.h, which they need:
-#include <comutil.h>
 #include <msxml2.h>
 #include <wincrypt.h>
-
-#include <vector>
 
 #include "V5DBIL.h"
 #include "V5Strings.h"
 #include "bench/Bench.h"
-#include "bench/windows/Com.h"
 
 namespace v5::bench {
 
@@ -34,13 +30,8 @@ constexpr const wchar_t* kSids[] = {L"S-1-5-21-9-9-9-1", L"S-1-5-21-9-9-9-2", L"
 class Site {
   public:
     explicit Site(const wchar_t* login) {
-        wchar_t folder[MAX_PATH], file[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        GetTempFileNameW(folder, L"v5b", 0, file);
-        mFile = file;
-        DeleteFileW(file);
         VARIANT_BOOL done = VARIANT_FALSE;
-        Open(L"Data Source=" + mFile + L";Integrated Security=SSPI");
+        Open(L";Integrated Security=SSPI");
         Check(security->EnableSecurity(), "EnableSecurity");
         Check(security->SetSidsForAllPrivilegeLevels(_bstr_t(L"a1,a2,a3,a4,S-1-5-21-9-9-9-1"),
                                                      _bstr_t(L"b1,b2,b3,S-1-5-21-9-9-9-2,jsmith"),
@@ -49,9 +40,7 @@ class Site {
         for (long restriction = 301; restriction <= 325; ++restriction) {
             Check(security->SetMinPrivilegeLevelForPID(restriction, PrivLevel_2, &done), "SetMinPrivilegeLevelForPID");
         }
-        const std::wstring connection = L"Data Source=" + mFile + login;
-        Open(connection);
-        const _bstr_t site(L"S1"), none(L""), config(connection.c_str());
+        const _bstr_t config = Open(login), site(L"S1"), none(L"");
         database = Create<IDatabaseInterface>(L"V5DBIL.DatabaseInterface");
         Check(database->Initialise(site, none, config, none, none, none, none, VARIANT_TRUE, 0, &done), "Initialise");
         Check(database->OpenSite(site, -1, -1, -1, 0, 0, 0, &done), "OpenSite");
@@ -59,7 +48,6 @@ class Site {
     ~Site() {
         security->Teardown();
         database->Close();
-        DeleteFileW(mFile.c_str());
     }
     Site(const Site&) = delete;
     Site& operator=(const Site&) = delete;
@@ -68,16 +56,19 @@ class Site {
     ComPtr<IDatabaseInterface> database;
 
   private:
-    void Open(const std::wstring& login) {
-        security = Create<_NimboSecurity>(L"V5Strings.NimboSecurity");
+    // Sets security up, and gives the connection string.
+    _bstr_t Open(const std::wstring& login) {
+        const _bstr_t connection((L"Data Source=" + mFile.Path() + login).c_str());
         VARIANT_BOOL done = VARIANT_FALSE;
-        Check(security->Setup(_bstr_t(L"S1"), _bstr_t(L"EN"), _bstr_t(login.c_str()), _bstr_t(L""), _bstr_t(L"bench"),
-                              VARIANT_TRUE, &done),
+        security = Create<_NimboSecurity>(L"V5Strings.NimboSecurity");
+        Check(security->Setup(_bstr_t(L"S1"), _bstr_t(L"EN"), connection, _bstr_t(L""), _bstr_t(L"bench"), VARIANT_TRUE,
+                              &done),
               "Setup");
-        Check(done == VARIANT_TRUE ? S_OK : E_FAIL, "Setup");
+        Check(done == VARIANT_TRUE, "Setup");
+        return connection;
     }
 
-    std::wstring mFile;
+    const TemporaryFile mFile;
 };
 
 void CheckPrivileges(_NimboSecurity& security) {
@@ -85,7 +76,7 @@ void CheckPrivileges(_NimboSecurity& security) {
         VARIANT_BOOL allowed = VARIANT_FALSE;
         Check(security.CheckUserPrivilegeLevel(RID_DBE_BackupOrRestoreDataDB, VARIANT_FALSE, &allowed),
               "CheckUserPrivilegeLevel");
-        Check(allowed == VARIANT_TRUE ? S_OK : E_FAIL, "the check");
+        Check(allowed == VARIANT_TRUE, "the check");
     }
 }
 
@@ -114,109 +105,51 @@ void ReadRows(IDatabaseInterface& database) {
             VARIANT_BOOL parsed = VARIANT_FALSE;
             Check(document->put_async(VARIANT_FALSE), "put_async");
             Check(document->loadXML(text, &parsed), "loadXML");
-            Check(parsed == VARIANT_TRUE ? S_OK : E_FAIL, "parsing");
+            Check(parsed == VARIANT_TRUE, "parsing");
         }
     }
-}
-
-void AskLateBound(IDispatch& object, const wchar_t* member, const wchar_t* argument = nullptr) {
-    auto* name = const_cast<wchar_t*>(member);
-    DISPID id = 0;
-    _variant_t value(argument), answer;
-    DISPPARAMS parameters = {&value, nullptr, argument != nullptr ? 1u : 0u, 0};
-    Check(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
-    Check(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &answer, nullptr, nullptr),
-          "Invoke");
 }
 
 void AskForAccounts() {
     for (int i = 0; i < kChecks; ++i) {
         const auto accounts = Create<IDispatch>(L"V5NetUtil.AccountInfo");
-        AskLateBound(*accounts.Get(), L"GetCurrentUserSid");
+        Call(accounts.Get(), L"GetCurrentUserSid");
         for (const wchar_t* sid : kSids) {
-            AskLateBound(*accounts.Get(), L"IsCurrentUserMemberOfGroup", sid);
+            Call(accounts.Get(), L"IsCurrentUserMemberOfGroup", sid);
         }
-        AskLateBound(*accounts.Get(), L"IsCurrentUserAnAdministrator");
+        Call(accounts.Get(), L"IsCurrentUserAnAdministrator");
     }
 }
 
-// V5DBIL as the security object sees it, each call counted: a round trip to the database, or what may be one.
-class CountedDatabase final : public IDatabaseInterface, public IClassFactory {
-  public:
-    CountedDatabase() {
-        mInner = Create<IDatabaseInterface>(L"V5DBIL.DatabaseInterface");
-        Check(CoRegisterClassObject(CLSID_DatabaseInterface, static_cast<IClassFactory*>(this), CLSCTX_INPROC_SERVER,
-                                    REGCLS_MULTIPLEUSE, &mCookie),
-              "CoRegisterClassObject");
-    }
-    virtual ~CountedDatabase() { CoRevokeClassObject(mCookie); }
-    CountedDatabase(const CountedDatabase&) = delete;
-    CountedDatabase& operator=(const CountedDatabase&) = delete;
+// The calls on V5DBIL, each a round trip to the database, or what may be one.
+int databaseCalls = 0;
 
-    int calls = 0;
+// A member that counts its calls, put in front of the one that stands in a slot of the objects' table.
+template <auto Member>
+struct Counted;
+template <class... Arguments, HRESULT (STDMETHODCALLTYPE IDatabaseInterface::*Member)(Arguments...)>
+struct Counted<Member> {
+    static inline HRESULT(STDMETHODCALLTYPE* inner)(IDatabaseInterface*, Arguments...);
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-        if (iid == IID_IClassFactory) {
-            *object = static_cast<IClassFactory*>(this);
-            return S_OK;
-        }
-        if (iid == IID_IDatabaseInterface || iid == IID_IUnknown) {
-            *object = static_cast<IDatabaseInterface*>(this);
-            return S_OK;
-        }
-        return mInner->QueryInterface(iid, object);
+    static HRESULT STDMETHODCALLTYPE Call(IDatabaseInterface* object, Arguments... arguments) {
+        ++databaseCalls;
+        return inner(object, arguments...);
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override { return QueryInterface(iid, object); }
-    STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
+    static void Put(void*& slot) {
+        inner = reinterpret_cast<decltype(inner)>(slot);
+        slot = reinterpret_cast<void*>(&Call);
     }
-    STDMETHODIMP SetApplicationName(BSTR name, VARIANT_BOOL* done) override {
-        return Counted().SetApplicationName(name, done);
-    }
-    STDMETHODIMP Initialise(BSTR site, BSTR language, BSTR config, BSTR alarms, BSTR data, BSTR shortTerm,
-                            BSTR realtime, VARIANT_BOOL noninteractive, long options, VARIANT_BOOL* done) override {
-        return Counted().Initialise(site, language, config, alarms, data, shortTerm, realtime, noninteractive, options,
-                                    done);
-    }
-    STDMETHODIMP OpenSite(BSTR site, long source, long channel, long average, long open, long cache, long reserved,
-                          VARIANT_BOOL* done) override {
-        return Counted().OpenSite(site, source, channel, average, open, cache, reserved, done);
-    }
-    STDMETHODIMP Close() override { return Counted().Close(); }
-    STDMETHODIMP ForgetLogons(BSTR site) override { return Counted().ForgetLogons(site); }
-    STDMETHODIMP ReadLookup(BSTR site, long level, BSTR table, BSTR key, BSTR* value) override {
-        return Counted().ReadLookup(site, level, table, key, value);
-    }
-    STDMETHODIMP WriteLookup(BSTR site, long level, BSTR table, BSTR key, BSTR value, VARIANT_BOOL* done) override {
-        return Counted().WriteLookup(site, level, table, key, value, done);
-    }
-    STDMETHODIMP WriteEventLog(BSTR site, DATE time, BSTR text, BSTR category, long kind, BSTR source, BSTR tag,
-                               VARIANT_BOOL* done) override {
-        return Counted().WriteEventLog(site, time, text, category, kind, source, tag, done);
-    }
-    STDMETHODIMP ReadEventLog(BSTR site, long most, VARIANT* records) override {
-        return Counted().ReadEventLog(site, most, records);
-    }
-    STDMETHODIMP get_SiteInfo(BSTR site, ISiteInfo** info) override { return Counted().get_SiteInfo(site, info); }
-    STDMETHODIMP UsesWindowsAuthentication(BSTR connection, VARIANT_BOOL* windows) override {
-        return Counted().UsesWindowsAuthentication(connection, windows);
-    }
-
-  private:
-    IDatabaseInterface& Counted() {
-        ++calls;
-        return *mInner.Get();
-    }
-
-    ComPtr<IDatabaseInterface> mInner;
-    DWORD mCookie = 0;
 };
+
+// Counts from now on, as long as V5DBIL stays loaded. The members in the order of their slots, behind IDispatch's
+// seven.
+template <auto... Members>
+void CountCalls(IDatabaseInterface* database) {
+    void** slot = *reinterpret_cast<void***>(database) + 7;
+    DWORD protection = 0;
+    Check(VirtualProtect(slot, sizeof...(Members) * sizeof(void*), PAGE_READWRITE, &protection) != FALSE, "the table");
+    (Counted<Members>::Put(*slot++), ...);
+}
 
 // The calls of one check of each kind of restriction, beside the least: the rows that decide it, and which user on
 // which kind of site (the site's object, and what its connection string means).
@@ -230,12 +163,15 @@ void RoundTrips(Table& table) {
                                {"a default minimum", RID_RG_SetupAutoReports, 3},
                                {"a fixed minimum", RID_DBE_OpenSecurityForm, 1},
                                {"the maker's menu", RID_DBE_UseNimboMenu, 2}};
+    using Db = IDatabaseInterface;
+    CountCalls<&Db::SetApplicationName, &Db::Initialise, &Db::OpenSite, &Db::Close, &Db::ForgetLogons, &Db::ReadLookup,
+               &Db::WriteLookup, &Db::WriteEventLog, &Db::ReadEventLog, &Db::get_SiteInfo,
+               &Db::UsesWindowsAuthentication>(Create<Db>(L"V5DBIL.DatabaseInterface").Get());
     for (const wchar_t* login : {L";User ID=jsmith", L";Integrated Security=SSPI"}) {
-        CountedDatabase counted;
         const Site site(login);
         const bool isSql = std::wstring(login).find(L"User") != std::wstring::npos;
         for (const Kind& kind : kKinds) {
-            counted.calls = 0;
+            databaseCalls = 0;
             VARIANT_BOOL allowed = VARIANT_FALSE;
             Check(site.security->CheckUserPrivilegeLevel(static_cast<RestrictionIDEnum>(kind.restriction),
                                                          VARIANT_FALSE, &allowed),
@@ -244,7 +180,7 @@ void RoundTrips(Table& table) {
                                " / the least",
                        .goal = 1.2,  // one call more
                        .unit = "calls"},
-                      counted.calls, kind.rows + 2);
+                      databaseCalls, kind.rows + 2);
         }
     }
 }

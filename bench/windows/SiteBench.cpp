@@ -1,12 +1,7 @@
 // Reading a site through the registered class, every text of every entry included, against the same values read one by
 // one with the system's profile function. Both find the file freshly written, as after an edit; the system does not
 // trust what it keeps of such a file and parses it again for every value.
-#include <windows.h>
-// after windows.h, which it needs:
-#include <comutil.h>
-
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -22,30 +17,20 @@ namespace {
 constexpr UINT kTextProperties = 33;  // of an entry: texts, among them 24 connection strings
 constexpr int kEntries = 99;
 
-// The getters of an entry's text properties.
-using TextGetter = HRESULT (STDMETHODCALLTYPE _DahsIniEntry::*)(BSTR*);
-#define V5_FORMS(database)                                                  \
-    &_DahsIniEntry::get_SqlConnectionString_##database,                     \
-        &_DahsIniEntry::get_SqlConnectionString_##database##Noninteractive, \
-        &_DahsIniEntry::get_SqlConnectionString_##database##_DotNet,        \
-        &_DahsIniEntry::get_SqlConnectionString_##database##Noninteractive_DotNet
-constexpr TextGetter kTexts[] = {&_DahsIniEntry::get_SiteID,
-                                 &_DahsIniEntry::get_LanguageID,
-                                 &_DahsIniEntry::get_DahsComputerName,
-                                 &_DahsIniEntry::get_DahsDescription,
-                                 &_DahsIniEntry::get_ReportsURL,
-                                 &_DahsIniEntry::get_VantorDir,
-                                 &_DahsIniEntry::get_VantorLogsDir,
-                                 &_DahsIniEntry::get_PrimaryBackupDir,
-                                 &_DahsIniEntry::get_DRCurrentHealthTimeouts,
-                                 V5_FORMS(Alarms),
-                                 V5_FORMS(Config),
-                                 V5_FORMS(Data),
-                                 V5_FORMS(DataShortTerm),
-                                 V5_FORMS(Realtime),
-                                 V5_FORMS(Ostra)};
-#undef V5_FORMS
-static_assert(std::size(kTexts) == kTextProperties);
+// The slots of an entry's text properties in its table of members, as its description has them.
+std::vector<size_t> TextSlots(IDispatch* entry) {
+    ComPtr<ITypeInfo> info;
+    Check(entry->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), "GetTypeInfo");
+    std::vector<size_t> slots;
+    FUNCDESC* member = nullptr;
+    for (UINT i = 0; info->GetFuncDesc(i, &member) == S_OK; ++i) {
+        if (member->invkind == INVOKE_PROPERTYGET && member->elemdescFunc.tdesc.vt == VT_BSTR) {
+            slots.push_back(static_cast<size_t>(member->oVft) / sizeof(void*));
+        }
+        info->ReleaseFuncDesc(member);
+    }
+    return slots;
+}
 
 void ReadThroughTheClass() {
     const auto main = Create<_DahsIniMain>(L"V5Strings.DahsIniMain");
@@ -55,15 +40,16 @@ void ReadThroughTheClass() {
     Check(main->get_DahsEntries(&entries), "DahsEntries");
     long count = 0;
     Check(entries->get_Count(&count), "Count");
-    if (count != kEntries) {
-        throw std::runtime_error("the site file is not sound");
-    }
+    Check(count == kEntries, "reading the site");
     for (long i = 0; i < count; ++i) {
         ComPtr<_DahsIniEntry> entry;
         Check(entries->Item0(i, &entry), "Item0");
-        for (const TextGetter get : kTexts) {
+        static const std::vector<size_t> slots = TextSlots(entry.Get());
+        Check(slots.size() == kTextProperties, "finding the text properties");
+        for (const size_t slot : slots) {
+            using Getter = HRESULT(STDMETHODCALLTYPE*)(_DahsIniEntry*, BSTR*);
             _bstr_t text;
-            Check((entry.Get()->*get)(text.GetAddress()), "a text property");
+            Check((*reinterpret_cast<Getter**>(entry.Get()))[slot](entry.Get(), text.GetAddress()), "a text property");
             Keep(text);
         }
     }

@@ -26,8 +26,13 @@ class NothingRegistered {
         mDll = path.substr(0, path.rfind(L'\\')) + L"\\v5nothing.dll";
         StringFromGUID2(kNothing, id, 40);
         mKey = std::wstring(L"Software\\Classes\\CLSID\\") + id;
-        Write(nullptr, mDll);
-        Write(L"ThreadingModel", L"Apartment");
+        const std::wstring server = mKey + L"\\InprocServer32";
+        const std::pair<const wchar_t*, std::wstring> values[] = {{nullptr, mDll}, {L"ThreadingModel", L"Apartment"}};
+        for (const auto& [name, text] : values) {
+            const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+            Check(RegSetKeyValueW(HKEY_LOCAL_MACHINE, server.c_str(), name, REG_SZ, text.c_str(), size) == 0,
+                  "registering the class");
+        }
     }
     const std::wstring& Dll() const { return mDll; }
     ~NothingRegistered() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, mKey.c_str()); }
@@ -35,23 +40,13 @@ class NothingRegistered {
     NothingRegistered& operator=(const NothingRegistered&) = delete;
 
   private:
-    void Write(const wchar_t* name, const std::wstring& text) {
-        Check(HRESULT_FROM_WIN32(static_cast<DWORD>(
-                  RegSetKeyValueW(HKEY_LOCAL_MACHINE, (mKey + L"\\InprocServer32").c_str(), name, REG_SZ, text.c_str(),
-                                  static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))))),
-              "registering the class");
-    }
     std::wstring mDll, mKey;
 };
 
-std::wstring DllOf(REFCLSID clsid) {
-    wchar_t id[40], path[MAX_PATH];
-    StringFromGUID2(clsid, id, 40);
-    DWORD size = sizeof(path);
-    const std::wstring key = std::wstring(L"CLSID\\") + id + L"\\InprocServer32";
-    Check(HRESULT_FROM_WIN32(static_cast<DWORD>(
-              RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, path, &size))),
-          "finding the DLL");
+std::wstring OurDll() {
+    const auto object = Create<_FootnoteList>(L"V5Strings.FootnoteList");
+    wchar_t path[MAX_PATH];
+    GetModuleFileNameW(GetModuleHandleW(L"V5Strings.dll"), path, MAX_PATH);
     return path;
 }
 
@@ -63,22 +58,14 @@ void StartAndCall(REFCLSID clsid, const std::wstring& dll, bool isLateBound) {
             Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "CoCreateInstance");
             long count = -1;
             if (isLateBound) {
-                wchar_t text[] = L"Count", *name = text;
-                DISPID id = 0;
-                VARIANT answer;
-                DISPPARAMS none = {};
-                Check(object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
-                Check(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &answer, nullptr,
-                                     nullptr),
-                      "Invoke");
-                count = V_I4(&answer);
+                count = Call(object.Get(), L"Count");
             } else {
                 Check(object->get_Count(&count), "get_Count");
             }
-            Check(count == 0 && GetModuleHandleW(dll.c_str()) != nullptr ? S_OK : E_FAIL, "the answer");
+            Check(count == 0 && GetModuleHandleW(dll.c_str()) != nullptr, "the answer");
         }
         CoFreeUnusedLibrariesEx(0, 0);
-        Check(GetModuleHandleW(dll.c_str()) == nullptr ? S_OK : E_FAIL, "unloading the DLL");
+        Check(GetModuleHandleW(dll.c_str()) == nullptr, "unloading the DLL");
     }
 }
 
@@ -112,9 +99,8 @@ double BytesFor(const std::vector<CLSID>& classes) {
 }
 
 void Start(Table& table) {
-    Check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
     const NothingRegistered registered;
-    const std::wstring dll = DllOf(__uuidof(FootnoteList));
+    const std::wstring dll = OurDll();
     for (const bool isLateBound : {false, true}) {
         table.Compare(
             {.name = std::string("start: CoCreateInstance to the first answer") + (isLateBound ? ", late-bound" : "") +
@@ -134,7 +120,6 @@ void Start(Table& table) {
                         __uuidof(DahsIniMain), __uuidof(DahsIniEntries), __uuidof(DahsIniEntry),
                         __uuidof(NimboSecurity), __uuidof(NimboHelp), __uuidof(FootnoteList), __uuidof(Footnote)}),
               peers);
-    CoUninitialize();
 }
 
 const Benchmark registered("start", Start);

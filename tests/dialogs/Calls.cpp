@@ -1,6 +1,7 @@
 #include "Calls.h"
 
 #include "V5Strings.h"
+#include "security/frmGetPasswordFromUser.h"
 
 namespace v5::test {
 
@@ -60,6 +61,18 @@ void ShowVantorAboutBox(const std::wstring& application) {
 
 void ShowVantorSupportInfo() {
     EXPECT_EQ(Facade()->ShowVantorSupportInfo(nullptr), S_OK);
+}
+
+std::vector<AnyDialog> AllDialogs() {
+    return {
+        {L"Message box", [] { AsyncMsgBox(L"Salt & pepper", 0x31, L"Message box"); }},
+        {L"About Vantor", [] { ShowVantorAboutBox(L"Salt & pepper"); }},
+        {L"Date", [] { GetDateFromUser(L"Date", 0.0, false, true, false); }},
+        {L"Time", [] { GetTimeFromUser(L"Time", 0.5); }},
+        {L"Choose DAHS", [] { GetDahsIdFromUser(0); }},
+        {L"Password", [] { AskForPassword({}, [](const SecretText&) { return true; }); }},
+        {L"Vantor Support Information", [] { ShowVantorSupportInfo(); }},
+    };
 }
 
 ComPtr<IUnknown> LoadComponent() {

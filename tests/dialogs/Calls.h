@@ -31,6 +31,13 @@ DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary = true, bool allo
 void ShowVantorAboutBox(const std::wstring& application);
 void ShowVantorSupportInfo();
 
+// Every dialog, by its caption. The first two show the text "Salt & pepper".
+struct AnyDialog {
+    const wchar_t* title;
+    std::function<void()> show;
+};
+std::vector<AnyDialog> AllDialogs();
+
 // An object that keeps the component loaded. Otherwise each ModalCall loads it anew, with the system libraries it
 // needs.
 ComPtr<IUnknown> LoadComponent();

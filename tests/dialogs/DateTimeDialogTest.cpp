@@ -1,6 +1,7 @@
+// The date and the time dialog: what windows add to their models. Keys, clicks, focus, looks, the values handed back.
 #include <windows.h>
 
-#include <set>
+#include <algorithm>
 
 #include "Calls.h"
 #include "dialogs/ControlIds.h"
@@ -9,8 +10,7 @@ namespace v5::test {
 
 namespace {
 
-constexpr wchar_t kDateTitle[] = L"Date under test";
-constexpr wchar_t kTimeTitle[] = L"Time under test";
+constexpr wchar_t kTitle[] = L"Under test";
 
 constexpr int kHour = ids::TimeText(TimePart::Hour);
 constexpr int kMinute = ids::TimeText(TimePart::Minute);
@@ -20,8 +20,8 @@ using Work = std::function<void(const Dialog&)>;
 
 TimeAnswer AskTime(double initial, const Work& work) {
     TimeAnswer answer;
-    ModalCall call([&] { answer = GetTimeFromUser(kTimeTitle, initial); });
-    work(Dialog(kTimeTitle));
+    ModalCall call([&] { answer = GetTimeFromUser(kTitle, initial); });
+    work(Dialog(kTitle));
     call.Wait();
     return answer;
 }
@@ -35,44 +35,80 @@ struct DateOptions {
 double AskDate(double initial, const Work& work, DateOptions options = {}) {
     double answer = -2;
     ModalCall call([&] {
-        answer = GetDateFromUser(kDateTitle, initial, options.dateOnly, options.minutesAlso, options.dateCannotBeNull);
+        answer = GetDateFromUser(kTitle, initial, options.dateOnly, options.minutesAlso, options.dateCannotBeNull);
     });
-    work(Dialog(kDateTitle));
+    work(Dialog(kTitle));
     call.Wait();
     return answer;
 }
 
-constexpr double kMinuteOfDay = 1.0 / 1440;
-
-// The half of an up-down control that steps up or down.
-RECT HalfOf(HWND upDown, bool up) {
-    RECT area{};
-    GetClientRect(upDown, &area);
-    (up ? area.bottom : area.top) = (area.top + area.bottom) / 2;
-    return area;
-}
-
-void ClickUpDown(const Dialog& dialog, TimePart part, bool up) {
-    const HWND upDown = dialog.Control(ids::TimeUpDown(part));
-    dialog.Click(upDown, HalfOf(upDown, up));
-}
-
-// The day that the grid shows as selected; 0 when not exactly one is.
-int SelectedDay(const Dialog& dialog) {
-    int day = 0;
+// What can be seen of day, month, year, hour, minute and half of the day: the one with the focus in brackets, a dash
+// for what is disabled; "none" or "date" where no date is a choice.
+std::wstring Shown(const Dialog& dialog) {
+    std::vector<int> fields;
     for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
         if (dialog.IsChecked(ids::optDayOfMonth(cell))) {
-            if (day != 0) {
-                return 0;
-            }
-            day = _wtoi(dialog.Text(ids::optDayOfMonth(cell)).c_str());
+            fields.push_back(ids::optDayOfMonth(cell));
         }
     }
-    return day;
+    fields.insert(fields.end(), {ids::cboMonth, ids::txtYear, kHour, kMinute, kAmPm});
+    std::wstring shown;
+    for (const int id : fields) {
+        if (dialog.IsVisible(id)) {
+            const std::wstring text = dialog.IsEnabled(id) ? dialog.Text(id) : L"-";
+            shown += (shown.empty() ? L"" : L" ") + (dialog.FocusId() == id ? L"[" + text + L"]" : text);
+        }
+    }
+    EXPECT_EQ(dialog.IsVisible(kAmPm), dialog.IsVisible(ids::TimeUpDown(TimePart::AmPm)));
+    return shown + (!dialog.IsVisible(ids::chkNull) ? L"" : dialog.IsChecked(ids::chkNull) ? L" none" : L" date");
 }
 
-std::wstring Shown(const Dialog& dialog) {
-    return std::to_wstring(SelectedDay(dialog)) + L" " + dialog.Text(ids::cboMonth) + L" " + dialog.Text(ids::txtYear);
+// What the user does, and what is to be seen then.
+struct Step {
+    Work act;
+    const wchar_t* shown;
+};
+
+Work Press(const std::vector<WORD>& keys) {
+    return [keys](const Dialog& dialog) { dialog.Keys(keys); };
+}
+
+Work PressHolding(WORD held, WORD key) {
+    return [held, key](const Dialog& dialog) { dialog.Key(key, held); };
+}
+
+Work Type(const wchar_t* text) {
+    return [text](const Dialog& dialog) { dialog.Type(text); };
+}
+
+Work Click(int id) {
+    return [id](const Dialog& dialog) { dialog.Click(id); };
+}
+
+// A click on the half of an up-down control that steps up or down.
+Work Spin(int id, bool up) {
+    return [id, up](const Dialog& dialog) {
+        RECT half{};
+        GetClientRect(dialog.Control(id), &half);
+        (up ? half.bottom : half.top) = (half.top + half.bottom) / 2;
+        dialog.Click(dialog.Control(id), half);
+    };
+}
+
+Work Send(int id, UINT message, const wchar_t* text = nullptr) {
+    return [=](const Dialog& dialog) { SendMessageW(dialog.Control(id), message, 0, reinterpret_cast<LPARAM>(text)); };
+}
+
+// The steps one by one, then OK by key or click.
+Work Through(const std::vector<Step>& steps, bool clicks) {
+    return [&steps, clicks](const Dialog& dialog) {
+        for (const Step& step : steps) {
+            step.act(dialog);
+            Eventually([&] { return Shown(dialog) == step.shown; });
+            EXPECT_EQ(Shown(dialog), step.shown) << "step " << &step - steps.data();
+        }
+        clicks ? dialog.Click(IDOK) : dialog.Key(VK_RETURN);
+    };
 }
 
 // The controls that Tab visits, from the present one on, once around.
@@ -91,134 +127,102 @@ std::vector<int> TabOrder(const Dialog& dialog) {
 
 }  // namespace
 
-TEST(TimeDialog, ShowsTheInitialTimeAndReturnsWhatIsTyped) {
-    const TimeAnswer answer = AskTime(DateOf(2024, 3, 5, 13, 5), [](const Dialog& dialog) {
-        EXPECT_EQ(dialog.Text(kHour) + L":" + dialog.Text(kMinute) + dialog.Text(kAmPm), L"1:05PM");
-        EXPECT_EQ(dialog.Text(ids::chk24Hour), L"Use 24 hour format");
-        EXPECT_FALSE(dialog.IsChecked(ids::chk24Hour));
-        EXPECT_EQ(dialog.FocusId(), kHour);
-        dialog.Type(L"1x2");  // the hour is selected as a whole; x is ignored
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"12");
-        dialog.Type(L"3");  // no room
-        dialog.Key(VK_TAB);
-        EXPECT_EVENTUALLY(dialog.FocusId() == kMinute);
-        dialog.Type(L"7");
-        EXPECT_EVENTUALLY(dialog.Text(kMinute) == L"7");
-        dialog.Key(VK_TAB);
-        EXPECT_EVENTUALLY(dialog.Text(kMinute) == L"07");
-        dialog.Type(L"a");
-        EXPECT_EVENTUALLY(dialog.Text(kAmPm) == L"AM");
-        dialog.Key(VK_RETURN);
-    });
-    EXPECT_DOUBLE_EQ(answer.time, 7 * kMinuteOfDay);
-    EXPECT_FALSE(answer.cancelled);
-}
-
-TEST(TimeDialog, KeysEditTheFieldsAndMoveBetweenThem) {
-    const TimeAnswer answer = AskTime(10.0 / 24, [](const Dialog& dialog) {
-        dialog.Keys({VK_END, VK_BACK});
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"1");
-        dialog.Type(L"5");  // 15 is no hour here
-        dialog.Type(L"1");
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"11");
-        dialog.Key(VK_RIGHT);
-        EXPECT_EVENTUALLY(dialog.FocusId() == kMinute);
-        dialog.Keys({VK_DELETE});  // the field is selected as a whole
-        EXPECT_EVENTUALLY(dialog.Text(kMinute).empty());
-        dialog.Key(VK_RIGHT);
-        EXPECT_EVENTUALLY(dialog.FocusId() == kAmPm);
-        EXPECT_EQ(dialog.Text(kMinute), L"00");  // an empty field is put right
-        dialog.Keys({VK_LEFT, VK_LEFT});
-        EXPECT_EVENTUALLY(dialog.FocusId() == kHour || dialog.FocusId() == kMinute);
-        dialog.Key(VK_RETURN);
-    });
-    EXPECT_DOUBLE_EQ(answer.time, 11.0 / 24);
-}
-
-TEST(TimeDialog, NothingButDigitsIsPasted) {
-    AskTime(10.0 / 24, [](const Dialog& dialog) {
-        SendMessageW(dialog.Control(kHour), EM_REPLACESEL, 0, reinterpret_cast<LPARAM>(L"3"));
-        SendMessageW(dialog.Control(kHour), WM_PASTE, 0, 0);
-        EXPECT_EQ(dialog.Text(kHour), L"3");
-        SendMessageW(dialog.Control(kAmPm), WM_CUT, 0, 0);
-        SendMessageW(dialog.Control(kAmPm), WM_CLEAR, 0, 0);
-        EXPECT_EQ(dialog.Text(kAmPm), L"AM");
-        dialog.Key(VK_ESCAPE);
-    });
-}
-
-TEST(TimeDialog, UpDownsStepAroundAndFlip) {
-    const TimeAnswer answer = AskTime(0.5, [](const Dialog& dialog) {
-        EXPECT_EQ(dialog.Text(kHour) + dialog.Text(kAmPm), L"12PM");
-        dialog.Key(VK_DOWN);
-        EXPECT_EVENTUALLY(dialog.Text(kHour) + dialog.Text(kAmPm) == L"11AM");
-        ClickUpDown(dialog, TimePart::Hour, true);
-        EXPECT_EVENTUALLY(dialog.Text(kHour) + dialog.Text(kAmPm) == L"12PM");
-        DWORD start = 1;
-        DWORD end = 0;
-        EXPECT_EVENTUALLY((SendMessageW(dialog.Control(kHour), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                                        reinterpret_cast<LPARAM>(&end)),
-                           start == 0 && end == 2));
-        ClickUpDown(dialog, TimePart::Hour, true);
-        EXPECT_EVENTUALLY(dialog.Text(kHour) + dialog.Text(kAmPm) == L"1PM");
-        ClickUpDown(dialog, TimePart::Minute, false);
-        EXPECT_EVENTUALLY(dialog.Text(kMinute) == L"59");
-        ClickUpDown(dialog, TimePart::Minute, true);
-        EXPECT_EVENTUALLY(dialog.Text(kMinute) == L"00");
-        ClickUpDown(dialog, TimePart::AmPm, true);
-        EXPECT_EVENTUALLY(dialog.Text(kAmPm) == L"AM");
-        dialog.Click(IDOK);
-    });
-    EXPECT_DOUBLE_EQ(answer.time, 1.0 / 24);
-}
-
-TEST(TimeDialog, ClockSwitch) {
-    const TimeAnswer answer = AskTime(13.0 / 24 + 5 * kMinuteOfDay, [](const Dialog& dialog) {
-        dialog.Click(ids::chk24Hour);
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"13");
-        EXPECT_FALSE(dialog.IsVisible(kAmPm));
-        EXPECT_FALSE(dialog.IsVisible(ids::TimeUpDown(TimePart::AmPm)));
-        dialog.Click(ids::chk24Hour);
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"1");
-        EXPECT_TRUE(dialog.IsVisible(kAmPm));
-        EXPECT_EQ(dialog.Text(kAmPm), L"PM");
-        dialog.Click(ids::chk24Hour);
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"13");
-        dialog.Click(kHour);
-        dialog.Keys({VK_HOME});
-        dialog.Key(VK_END, VK_SHIFT);
-        dialog.Type(L"0");
-        EXPECT_EVENTUALLY(dialog.Text(kHour) == L"0");
-        dialog.Key(VK_RETURN);
-    });
-    EXPECT_DOUBLE_EQ(answer.time, 5 * kMinuteOfDay);
-}
-
-TEST(DateDialog, ReturnsTheInitialDateAndTime) {
-    const double initial = DateOf(2024, 12, 20, 13, 30);
-    EXPECT_DOUBLE_EQ(
-        AskDate(initial,
-                [](const Dialog& dialog) {
-                    EXPECT_EQ(Shown(dialog), L"20 December 2024");
-                    EXPECT_EQ(dialog.Text(kHour) + L":" + dialog.Text(kMinute) + dialog.Text(kAmPm), L"1:30PM");
-                    EXPECT_FALSE(dialog.IsVisible(ids::chkNull));
-                    EXPECT_EQ(dialog.FocusId(), ids::optDayOfMonth(19));  // December 2024 starts with a Sunday
-                    dialog.Key(VK_RETURN);
-                }),
-        initial);
+TEST(TimeDialog, StepByStep) {
     const struct {
-        DateOptions options;
-        bool hour;
-        double answer;
-    } cases[] = {{{.dateOnly = true}, false, DateOf(2024, 12, 20)},
-                 {{.minutesAlso = false}, true, DateOf(2024, 12, 20, 13)}};
+        double initial;
+        std::vector<Step> steps;
+        int minutes;  // of the day, answered
+    } cases[] = {
+        {DateOf(2024, 3, 5, 13, 5),
+         {{Type(L"1x23"), L"[12] 05 PM"},  // the hour is selected as a whole; x is ignored, for 3 is no room
+          {Press({VK_TAB}), L"12 [05] PM"},
+          {Type(L"7"), L"12 [7] PM"},
+          {Press({VK_TAB}), L"12 07 [PM]"},
+          {Type(L"a"), L"12 07 [AM]"},
+          {Send(kAmPm, WM_CUT), L"12 07 [AM]"},
+          {Send(kAmPm, WM_CLEAR), L"12 07 [AM]"}},
+         7},
+        {10.0 / 24,
+         {{Send(kHour, EM_REPLACESEL, L"3"), L"[3] 00 AM"},
+          {Send(kHour, WM_PASTE), L"[3] 00 AM"},
+          {Press({VK_END, VK_BACK}), L"[] 00 AM"},
+          {Type(L"151"), L"[11] 00 AM"},  // 15 is no hour here
+          {Press({VK_RIGHT}), L"11 [00] AM"},
+          {Press({VK_DELETE}), L"11 [] AM"},
+          {Press({VK_RIGHT}), L"11 00 [AM]"},  // an empty field is put right
+          {Press({VK_LEFT}), L"11 [00] AM"}},
+         11 * 60},
+        {0.5,
+         {{Press({VK_DOWN}), L"[11] 00 AM"},
+          {Spin(ids::TimeUpDown(TimePart::Hour), true), L"[12] 00 PM"},
+          {Type(L"9"), L"[9] 00 PM"},  // a step selects the field
+          {Spin(ids::TimeUpDown(TimePart::Minute), false), L"9 [59] PM"},
+          {Spin(ids::TimeUpDown(TimePart::AmPm), true), L"9 59 [AM]"}},
+         9 * 60 + 59},
+        {13.0 / 24 + 5.0 / 1440,
+         {{[](const Dialog& dialog) { EXPECT_EQ(dialog.Text(ids::chk24Hour), L"Use 24 hour format"); }, L"[1] 05 PM"},
+          {Click(ids::chk24Hour), L"13 05"},
+          {Click(ids::chk24Hour), L"1 05 PM"},
+          {Click(ids::chk24Hour), L"13 05"},
+          {Click(kHour), L"[13] 05"},
+          {Press({VK_HOME}), L"[13] 05"},
+          {PressHolding(VK_SHIFT, VK_END), L"[13] 05"},
+          {Type(L"0"), L"[0] 05"}},
+         5},
+    };
     for (const auto& each : cases) {
-        const auto work = [&](const Dialog& dialog) {
-            EXPECT_EQ(dialog.IsVisible(kHour), each.hour);
-            EXPECT_FALSE(dialog.IsVisible(kMinute));
-            dialog.Click(IDOK);
-        };
-        EXPECT_DOUBLE_EQ(AskDate(initial, work, each.options), each.answer);
+        SCOPED_TRACE(each.initial);
+        const TimeAnswer answer = AskTime(each.initial, Through(each.steps, each.minutes == 5));
+        EXPECT_DOUBLE_EQ(answer.time, each.minutes / 1440.0);
+        EXPECT_FALSE(answer.cancelled);
+    }
+}
+
+TEST(DateDialog, StepByStep) {
+    const double initial = DateOf(2024, 12, 20, 13, 30);
+    const Work look = [](const Dialog&) {};
+    const struct {
+        double initial;
+        DateOptions options;
+        std::vector<Step> steps;
+        double answer;
+    } cases[] = {
+        {initial, {}, {{look, L"[20] December 2024 1 30 PM"}}, initial},
+        {initial, {.dateOnly = true}, {{look, L"[20] December 2024"}}, DateOf(2024, 12, 20)},
+        {initial, {.minutesAlso = false}, {{look, L"[20] December 2024 1 PM"}}, DateOf(2024, 12, 20, 13)},
+        {initial,
+         {.dateCannotBeNull = false},
+         {{look, L"[20] December 2024 1 30 PM date"}, {Click(ids::chkNull), L"- - - - - - none"}},
+         -1},
+        {-1, {.dateCannotBeNull = false}, {{look, L"- - - - - - none"}}, -1},
+        {DateOf(2023, 12, 31),
+         {.dateOnly = true},
+         {{Press({VK_RIGHT}), L"[1] January 2024"},
+          {Press({VK_UP}), L"[25] December 2023"},
+          {Press({VK_DOWN}), L"[1] January 2024"},
+          {Press({VK_LEFT}), L"[31] December 2023"},
+          {Press({VK_NEXT, VK_NEXT}), L"[29] February 2024"},
+          {Press({VK_PRIOR}), L"[29] January 2024"},
+          {Click(ids::cmdMonthMove[0]), L"29 December 2023"},
+          {Click(ids::cmdMonthMove[1]), L"29 January 2024"},
+          {Click(ids::optDayOfMonth(15)), L"[15] January 2024"}},
+         DateOf(2024, 1, 15)},
+        {DateOf(2024, 2, 29),
+         {.dateOnly = true},
+         {{PressHolding(VK_MENU, 'Y'), L"29 February [2024]"},
+          {Press({VK_UP}), L"28 February [2025]"},
+          {Type(L"2028"), L"28 February [2028]"},  // the year is selected as a whole
+          {PressHolding(VK_MENU, 'M'), L"28 [February] 2028"},
+          {Press({'O'}), L"28 [October] 2028"},
+          {PressHolding(VK_MENU, 'Y'), L"28 October [2028]"},
+          {Press({VK_BACK, '9', '9'}), L"28 October [99]"},
+          {PressHolding(VK_MENU, 'D'), L"[28] October 2028"},  // 99 is no year here
+          {Spin(ids::updownYear, false), L"28 October [2027]"}},
+         DateOf(2027, 10, 28)},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        EXPECT_DOUBLE_EQ(AskDate(each.initial, Through(each.steps, each.options.dateOnly), each.options), each.answer);
     }
 }
 
@@ -232,137 +236,58 @@ TEST(DateAndTimeDialog, EveryWayToCancel) {
     }
 }
 
-TEST(DateDialog, GridGoesAcrossTheTurnOfTheYear) {
-    const auto work = [](const Dialog& dialog) {
-        const std::pair<std::vector<WORD>, const wchar_t*> steps[] = {{{VK_RIGHT}, L"1 January 2024"},
-                                                                      {{VK_UP}, L"25 December 2023"},
-                                                                      {{VK_DOWN}, L"1 January 2024"},
-                                                                      {{VK_LEFT}, L"31 December 2023"},
-                                                                      {{VK_NEXT, VK_NEXT}, L"29 February 2024"},
-                                                                      {{VK_PRIOR}, L"29 January 2024"}};
-        for (const auto& [keys, shown] : steps) {
-            dialog.Keys(keys);
-            EXPECT_EVENTUALLY(Shown(dialog) == shown);
-        }
-        dialog.Click(ids::cmdMonthMove[0]);
-        EXPECT_EVENTUALLY(Shown(dialog) == L"29 December 2023");
-        dialog.Click(ids::cmdMonthMove[1]);
-        EXPECT_EVENTUALLY(Shown(dialog) == L"29 January 2024");
-        // January 2024 starts with a Monday, and its last two rows end with the 31st, a Wednesday.
-        EXPECT_FALSE(dialog.IsVisible(ids::optDayOfMonth(0)));
-        EXPECT_EQ(dialog.Text(ids::optDayOfMonth(1)), L"1");
-        EXPECT_EQ(dialog.Text(ids::optDayOfMonth(31)), L"31");
-        EXPECT_TRUE(dialog.IsVisible(ids::optDayOfMonth(31)));
-        EXPECT_FALSE(dialog.IsVisible(ids::optDayOfMonth(32)));
-        dialog.Click(ids::optDayOfMonth(15));
-        EXPECT_EVENTUALLY(Shown(dialog) == L"15 January 2024");
-        dialog.Key(VK_RETURN);
-    };
-    EXPECT_DOUBLE_EQ(AskDate(DateOf(2023, 12, 31), work, {.dateOnly = true}), DateOf(2024, 1, 15));
-}
-
-TEST(DateDialog, MonthListAndYearField) {
-    EXPECT_DOUBLE_EQ(AskDate(DateOf(2024, 2, 29),
-                             [](const Dialog& dialog) {
-                                 dialog.Key('Y', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::txtYear);
-                                 dialog.Key(VK_UP);
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"28 February 2025");
-                                 dialog.Type(L"2028");  // the year is selected as a whole
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"28 February 2028");
-                                 dialog.Key('M', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::cboMonth);
-                                 dialog.Key('O');
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"28 October 2028");
-                                 dialog.Key('Y', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.FocusId() == ids::txtYear);
-                                 dialog.Keys({VK_BACK, '9', '9'});
-                                 EXPECT_EVENTUALLY(dialog.Text(ids::txtYear) == L"99");
-                                 dialog.Key('D', VK_MENU);
-                                 EXPECT_EVENTUALLY(dialog.Text(ids::txtYear) == L"2028");  // 99 is no year here
-                                 const HWND upDown = dialog.Control(ids::updownYear);
-                                 dialog.Click(upDown, HalfOf(upDown, false));
-                                 EXPECT_EVENTUALLY(Shown(dialog) == L"28 October 2027");
-                                 dialog.Key(VK_RETURN);
-                             },
-                             {.dateOnly = true}),
-                     DateOf(2027, 10, 28));
-}
-
-TEST(DateDialog, NoDate) {
-    EXPECT_EQ(AskDate(DateOf(2024, 12, 20),
-                      [](const Dialog& dialog) {
-                          dialog.Click(ids::chkNull);
-                          EXPECT_EVENTUALLY(dialog.IsChecked(ids::chkNull));
-                          EXPECT_EVENTUALLY(!dialog.IsEnabled(ids::optDayOfMonth(19)) && !dialog.IsEnabled(kHour));
-                          dialog.Key(VK_RETURN);
-                      },
-                      {.dateCannotBeNull = false}),
-              -1.0);
-    EXPECT_EQ(AskDate(-1.0,
-                      [](const Dialog& dialog) {
-                          EXPECT_TRUE(dialog.IsChecked(ids::chkNull));
-                          dialog.Key(VK_RETURN);
-                      },
-                      {.dateCannotBeNull = false}),
-              -1.0);
-}
-
-TEST(DateDialog, TodayAndTheSelectedDayLookDifferent) {
+TEST(DateDialog, EveryCellOfTheMonthWithTodayAndTheSelectedDayMarked) {
     SYSTEMTIME now{};
     GetLocalTime(&now);
     AskDate(0.0, [&](const Dialog& dialog) {
-        const int today = now.wDay;
-        EXPECT_EQ(SelectedDay(dialog), today);
-        dialog.Key(today > 14 ? VK_UP : VK_DOWN);
-        EXPECT_EVENTUALLY(SelectedDay(dialog) != today);
-        // Inside the frame that today has and the focus mark, a cell shows its background.
-        for (int cell = 14; cell < 28; ++cell) {
-            const HWND button = dialog.Control(ids::optDayOfMonth(cell));
+        const MonthGrid grid(now.wYear, now.wMonth);
+        EXPECT_TRUE(dialog.IsChecked(ids::optDayOfMonth(grid.CellOf(now.wDay))));
+        dialog.Key(now.wDay > 14 ? VK_UP : VK_DOWN);
+        EXPECT_EVENTUALLY(!dialog.IsChecked(ids::optDayOfMonth(grid.CellOf(now.wDay))));
+        for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+            SCOPED_TRACE(cell);
+            const int id = ids::optDayOfMonth(cell);
+            ASSERT_EQ(dialog.IsVisible(id), grid.DayAt(cell) != 0);
+            if (!dialog.IsVisible(id)) {
+                continue;
+            }
+            EXPECT_EQ(dialog.Text(id), std::to_wstring(grid.DayAt(cell)));
+            // Inside the frame that today has and the focus mark, a cell shows its background.
             RECT area{};
-            GetClientRect(button, &area);
-            const HDC dc = GetDC(button);
+            GetClientRect(dialog.Control(id), &area);
+            const HDC dc = GetDC(dialog.Control(id));
             EXPECT_EVENTUALLY(GetPixel(dc, 4, area.bottom / 2) ==
-                              GetSysColor(dialog.IsChecked(ids::optDayOfMonth(cell)) ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-            const bool isToday = _wtoi(dialog.Text(ids::optDayOfMonth(cell)).c_str()) == today;
-            EXPECT_EVENTUALLY((GetPixel(dc, 0, area.bottom / 2) == GetSysColor(COLOR_HOTLIGHT)) == isToday);
-            ReleaseDC(button, dc);
+                              GetSysColor(dialog.IsChecked(id) ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+            EXPECT_EVENTUALLY((GetPixel(dc, 0, area.bottom / 2) == GetSysColor(COLOR_HOTLIGHT)) ==
+                              (grid.DayAt(cell) == now.wDay));
+            ReleaseDC(dialog.Control(id), dc);
         }
         dialog.Key(VK_ESCAPE);
     });
 }
 
 TEST(DateDialog, TabVisitsEverythingOnceAndMnemonicsDoNotClash) {
-    AskDate(DateOf(2024, 12, 20),
-            [](const Dialog& dialog) {
-                const std::vector<int> expected = {ids::optDayOfMonth(19),
-                                                   kHour,
-                                                   kMinute,
-                                                   kAmPm,
-                                                   ids::chkNull,
-                                                   IDOK,
-                                                   IDCANCEL,
-                                                   ids::cmdMonthMove[0],
-                                                   ids::cboMonth,
-                                                   ids::txtYear,
-                                                   ids::cmdMonthMove[1]};
-                EXPECT_EQ(TabOrder(dialog), expected);
-                std::multiset<wchar_t> mnemonics;
-                for (HWND control = GetWindow(dialog.Window(), GW_CHILD); control != nullptr;
-                     control = GetWindow(control, GW_HWNDNEXT)) {
-                    const std::wstring text = TextOf(control);
-                    if (const size_t mark = text.find(L'&'); mark != std::wstring::npos && IsWindowVisible(control)) {
-                        mnemonics.insert(static_cast<wchar_t>(towupper(text[mark + 1])));
-                    }
-                }
-                EXPECT_EQ(mnemonics, (std::multiset<wchar_t>{L'A', L'D', L'H', L'I', L'M', L'N', L'Y'}));
-                // A screen reader takes the static text before a field for its name.
-                for (const int field : {ids::cboMonth, ids::txtYear, kHour, kMinute, kAmPm}) {
-                    EXPECT_TRUE(TextOf(GetWindow(dialog.Control(field), GW_HWNDPREV)).ends_with(L":")) << field;
-                }
-                dialog.Key(VK_ESCAPE);
-            },
-            {.dateCannotBeNull = false});
+    const auto work = [](const Dialog& dialog) {
+        EXPECT_EQ(TabOrder(dialog),
+                  (std::vector<int>{ids::optDayOfMonth(19), kHour, kMinute, kAmPm, ids::chkNull, IDOK, IDCANCEL,
+                                    ids::cmdMonthMove[0], ids::cboMonth, ids::txtYear, ids::cmdMonthMove[1]}));
+        std::wstring mnemonics;
+        for (HWND control = GetWindow(dialog.Window(), GW_CHILD); control != nullptr;
+             control = GetWindow(control, GW_HWNDNEXT)) {
+            const std::wstring text = TextOf(control);
+            if (const size_t mark = text.find(L'&'); mark != std::wstring::npos && IsWindowVisible(control)) {
+                mnemonics += static_cast<wchar_t>(towupper(text[mark + 1]));
+            }
+        }
+        std::sort(mnemonics.begin(), mnemonics.end());
+        EXPECT_EQ(mnemonics, L"ADHIMNY");
+        // A screen reader takes the static text before a field for its name.
+        for (const int field : {ids::cboMonth, ids::txtYear, kHour, kMinute, kAmPm}) {
+            EXPECT_TRUE(TextOf(GetWindow(dialog.Control(field), GW_HWNDPREV)).ends_with(L":")) << field;
+        }
+        dialog.Key(VK_ESCAPE);
+    };
+    AskDate(DateOf(2024, 12, 20), work, {.dateCannotBeNull = false});
 }
 
 }  // namespace v5::test

@@ -12,10 +12,6 @@ namespace {
 constexpr ULONGLONG kStuckMilliseconds = 30000;
 constexpr DWORD kPollMilliseconds = 5;
 
-void Send(std::vector<INPUT> inputs) {
-    ASSERT_EQ(SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)), inputs.size());
-}
-
 INPUT KeyInput(WORD key, DWORD flags) {
     INPUT input{};
     input.type = INPUT_KEYBOARD;
@@ -23,29 +19,6 @@ INPUT KeyInput(WORD key, DWORD flags) {
     input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
     input.ki.dwFlags = flags;
     return input;
-}
-
-struct Search {
-    const std::wstring& title;
-    HWND found;
-};
-
-BOOL CALLBACK IsTheDialog(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process == GetCurrentProcessId() && IsWindowVisible(window) && TextOf(window) == search.title) {
-        search.found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-void PumpWaiting() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        DispatchMessageW(&message);
-    }
 }
 
 }  // namespace
@@ -56,16 +29,25 @@ bool Eventually(const std::function<bool()>& condition) {
         if (GetTickCount64() - began > kStuckMilliseconds) {
             return false;
         }
-        PumpWaiting();
+        for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
+            DispatchMessageW(&message);
+        }
         Sleep(kPollMilliseconds);
     }
     return true;
 }
 
 HWND FindDialog(const std::wstring& title) {
-    Search search{title, nullptr};
-    EnumWindows(IsTheDialog, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    HWND window = nullptr;
+    DWORD process = 0;
+    while (process != GetCurrentProcessId() || !IsWindowVisible(window)) {
+        window = FindWindowExW(nullptr, window, nullptr, title.c_str());
+        if (window == nullptr) {
+            break;
+        }
+        GetWindowThreadProcessId(window, &process);
+    }
+    return window;
 }
 
 std::wstring TextOf(HWND window) {
@@ -90,13 +72,10 @@ ModalCall::ModalCall(std::function<void()> call, Owner owner) {
         call();
         mDone = true;
         // The owner stays for the test to look at, until the test lets go of the call.
-        MSG message;
-        while (mOwner != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        for (MSG message; mOwner != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0;) {
             DispatchMessageW(&message);
         }
-        if (mOwner != nullptr) {
-            DestroyWindow(mOwner);
-        }
+        DestroyWindow(mOwner);
         CoUninitialize();
     });
 }
@@ -116,14 +95,7 @@ ModalCall::~ModalCall() {
 
 Dialog::Dialog(const std::wstring& title) : mWindow(nullptr) {
     EXPECT_EVENTUALLY((mWindow = FindDialog(title)) != nullptr);
-    BringToFront();
-}
-
-void Dialog::BringToFront() const {
-    EXPECT_TRUE(Eventually([this] {
-        SetForegroundWindow(mWindow);
-        return GetForegroundWindow() == mWindow && FocusId() != 0;
-    }));
+    EXPECT_EVENTUALLY((SetForegroundWindow(mWindow), GetForegroundWindow() == mWindow && FocusId() != 0));
 }
 
 int Dialog::FocusId() const {
@@ -134,16 +106,12 @@ int Dialog::FocusId() const {
 }
 
 void Dialog::Key(WORD key, WORD held) const {
-    std::vector<INPUT> inputs;
+    std::vector<INPUT> inputs = {KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP)};
     if (held != 0) {
-        inputs.push_back(KeyInput(held, 0));
-    }
-    inputs.push_back(KeyInput(key, 0));
-    inputs.push_back(KeyInput(key, KEYEVENTF_KEYUP));
-    if (held != 0) {
+        inputs.insert(inputs.begin(), KeyInput(held, 0));
         inputs.push_back(KeyInput(held, KEYEVENTF_KEYUP));
     }
-    Send(std::move(inputs));
+    ASSERT_EQ(SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)), inputs.size());
 }
 
 void Dialog::Keys(const std::vector<WORD>& keys) const {

@@ -76,8 +76,6 @@ class Dialog {
     void Click(HWND control, const RECT& area, int times = 1) const;
 
   private:
-    void BringToFront() const;
-
     HWND mWindow;
 };
 

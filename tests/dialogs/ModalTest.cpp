@@ -4,25 +4,10 @@
 #include "Calls.h"
 #include "SiteFile.h"
 #include "component/SiteFolder.h"
-#include "security/frmGetPasswordFromUser.h"
 
 namespace v5::test {
 
 namespace {
-
-struct Form {
-    const wchar_t* title;
-    std::function<void()> show;
-};
-const Form kForms[] = {
-    {L"Message box", [] { AsyncMsgBox(L"Salt & pepper", 1, L"Message box"); }},
-    {L"Date", [] { GetDateFromUser(L"Date", 0.0, false, true, false); }},
-    {L"Time", [] { GetTimeFromUser(L"Time", 0.5); }},
-    {L"Choose DAHS", [] { GetDahsIdFromUser(0); }},
-    {L"Password", [] { AskForPassword({}, [](const SecretText&) { return true; }); }},
-    {L"About Vantor", [] { ShowVantorAboutBox(L"Salt & pepper"); }},
-    {L"Vantor Support Information", [] { ShowVantorSupportInfo(); }},
-};
 
 HWND NewWindow(DWORD style) {
     return CreateWindowExW(0, L"#32770", L"Another", WS_OVERLAPPEDWINDOW | style, 20, 20, 200, 100, nullptr, nullptr,
@@ -33,7 +18,7 @@ HWND NewWindow(DWORD style) {
 
 TEST(EveryForm, HoldsUpTheOtherWindowsOfItsThreadAndGivesThemBack) {
     const SiteFolder site(SiteFile({{1, "NORTH", "Standalone"}}));
-    for (const Form& form : kForms) {
+    for (const AnyDialog& form : AllDialogs()) {
         for (const bool isBehind : {false, true}) {
             SCOPED_TRACE(isBehind ? "behind another program" : "in front");
             HWND second = nullptr, hidden = nullptr, off = nullptr;
@@ -70,46 +55,42 @@ TEST(EveryForm, HoldsUpTheOtherWindowsOfItsThreadAndGivesThemBack) {
 // A menu and a move of the window run message loops of their own.
 TEST(EveryForm, IsGoneWhenItsTimeIsUpWhateverIsUnderWay) {
     constexpr wchar_t kTitle[] = L"Two seconds";
-    const std::pair<const char*, std::function<void(const Dialog&)>> modes[] = {
-        {"Alt", [](const Dialog& box) { box.Key(VK_MENU); }},
-        {"F10", [](const Dialog& box) { box.Key(VK_F10); }},
-        {"Alt+Space", [](const Dialog& box) { box.Key(VK_SPACE, VK_MENU); }},
-        {"the menu of the caption",
-         [](const Dialog& box) { PostMessageW(box.Window(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); }},
-        {"a system menu", [](const Dialog& box) { PostMessageW(box.Window(), WM_SYSCOMMAND, SC_KEYMENU, ' '); }},
-        {"a move", [](const Dialog& box) { PostMessageW(box.Window(), WM_SYSCOMMAND, SC_MOVE, 0); }},
+    const std::function<void(const Dialog&)> modes[] = {
+        [](const Dialog& box) { box.Key(VK_MENU); },
+        [](const Dialog& box) { box.Key(VK_F10); },
+        [](const Dialog& box) { box.Key(VK_SPACE, VK_MENU); },
+        [](const Dialog& box) { PostMessageW(box.Window(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); },
+        [](const Dialog& box) { PostMessageW(box.Window(), WM_SYSCOMMAND, SC_KEYMENU, ' '); },
+        [](const Dialog& box) { PostMessageW(box.Window(), WM_SYSCOMMAND, SC_MOVE, 0); },
     };
-    for (const auto& [name, enter] : modes) {
+    for (const auto& enter : modes) {
+        SCOPED_TRACE(&enter - modes);
         long result = -1;
         const ULONGLONG began = GetTickCount64();
         ModalCall call([&] { result = AsyncMsgBox(L"Go on?", 0x104, kTitle, 2); });
-        {
-            const Dialog box(kTitle);
-            enter(box);
-        }
+        enter(Dialog(kTitle));
         call.Wait();
-        EXPECT_EQ(result, IDNO) << name;
-        EXPECT_LT(GetTickCount64() - began, 10'000u) << name;
+        EXPECT_EQ(result, IDNO);
+        EXPECT_LT(GetTickCount64() - began, 10'000u);
     }
 }
 
 TEST(EveryForm, ReadsTextsFromOutsideAsTextsNotAsMnemonics) {
-    for (const Form& form : {kForms[0], kForms[5]}) {
-        ModalCall call(form.show);
+    for (const int i : {0, 1}) {
+        const AnyDialog form = AllDialogs()[static_cast<size_t>(i)];
+        const ModalCall call(form.show);
         Dialog(form.title).Key(VK_SPACE);  // presses the button, though a text has "& "
-        call.Wait();
     }
 }
 
 TEST(EveryForm, TabbingStartsFromTheDefaultButton) {
-    ModalCall call([] { AsyncMsgBox(L"Go on?", 0x103, L"Tabs"); });
+    const ModalCall call([] { AsyncMsgBox(L"Go on?", 0x103, L"Tabs"); });
     const Dialog box(L"Tabs");
     for (const int id : {IDNO, IDYES, IDCANCEL, IDNO}) {
         EXPECT_EVENTUALLY(box.FocusId() == id);
         box.Key(VK_TAB);
     }
     box.Key(VK_ESCAPE);
-    call.Wait();
 }
 
 }  // namespace v5::test

@@ -56,22 +56,12 @@ class Picture {
             }
         }
         OffsetRect(&box, -mArea.left, -mArea.top);
-        const LONG edge = (box.bottom - box.top) / 4;
-        InflateRect(&box, -edge, -edge);
+        InflateRect(&box, -2, -2);
         const UINT state = GetMenuState(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND);
-        const COLORREF cross = GetSysColor((state & MF_GRAYED) != 0 ? COLOR_GRAYTEXT : COLOR_BTNTEXT);
-        const HPEN pen = CreatePen(PS_SOLID, std::max<int>(1, edge / 3), cross);
-        const HGDIOBJ previous = SelectObject(mDc, pen);
         FillRect(mDc, &box, GetSysColorBrush(COLOR_BTNFACE));
-        InflateRect(&box, -1, -1);
-        const LONG side = std::min(box.right - box.left, box.bottom - box.top);
-        const LONG left = (box.left + box.right - side) / 2;
-        MoveToEx(mDc, left, box.top, nullptr);
-        LineTo(mDc, left + side, box.top + side);
-        MoveToEx(mDc, left + side - 1, box.top, nullptr);
-        LineTo(mDc, left - 1, box.top + side);
-        SelectObject(mDc, previous);
-        DeleteObject(pen);
+        SetBkMode(mDc, TRANSPARENT);
+        SetTextColor(mDc, GetSysColor((state & MF_GRAYED) != 0 ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
+        DrawTextW(mDc, L"\u00D7", 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOCLIP);
         GdiFlush();
     }
 
@@ -146,35 +136,41 @@ TEST(Shots, DISABLED_DateDialog) {
 }
 
 TEST(Shots, DISABLED_OtherDialogs) {
-    Shoot("message-warning", L"Vantor 5", [] {
-        AsyncMsgBox(
-            L"The calibration cannot be started while the analyzer is purging. Should the program wait for the end of "
-            L"the purge and then start the calibration by itself, or should it be left to the next scheduled time?"
-            L"\r\n\r\nAnalyzer: SO2 & NOx, stack 2",
-            0x34, L"Vantor 5");
-    });
-    Shoot("message-error", L"Vantor 5", [] { AsyncMsgBox(L"The report cannot be printed.", 0x12, L"Vantor 5"); });
-    Shoot("message-question", L"Vantor 5", [] { AsyncMsgBox(L"Save the changes?", 0x123, L"Vantor 5"); });
-    Shoot("message-information", L"Vantor 5", [] { AsyncMsgBox(L"The backup is complete.", 0x41, L"Vantor 5"); });
-    Shoot("message-plain", L"Vantor 5", [] { AsyncMsgBox(L"Done.", 0, L"Vantor 5"); });
-    Shoot("date-only", L"First CEMS date", [] { GetDateFromUser(L"First CEMS date", DateOf(2024, 12, 20), true); });
-    Shoot("date-none", L"End of the outage", [] { GetDateFromUser(L"End of the outage", -1, false, false, false); });
-    Shoot("time", L"Time of the daily calibration",
-          [] { GetTimeFromUser(L"Time of the daily calibration", 13.5 / 24); });
     const SiteFolder site(SiteFile({{1, "NORTH", "Primary"},
                                     {2, "NORTH", "Secondary"},
                                     {3, "SOUTH", "Standalone"},
                                     {4, "WEST", "Standalone", true}}));
-    Shoot("dahs", L"Choose DAHS", [] { GetDahsIdFromUser(0); });
-    Shoot("password", L"Enter debug mode", [] {
-        const PasswordDialogTexts texts = {
-            L"Your account may not enter the debug mode of the I/O software. Somebody who may can enter the password "
-            L"here.",
-            L"Enter debug mode"};
-        AskForPassword(texts, [](const SecretText&) { return true; });
-    });
-    Shoot("about", L"About Vantor", [] { ShowVantorAboutBox(L"Report Generator"); });
-    Shoot("support", L"Vantor Support Information", [] { ShowVantorSupportInfo(); });
+    const wchar_t* const prompt =
+        L"Your account may not enter the debug mode of the I/O software. Somebody who may can "
+        L"enter the password here.";
+    const wchar_t* const warning =
+        L"The calibration cannot be started while the analyzer is purging. Should the program wait for the end of the "
+        L"purge and then start the calibration by itself, or should it be left to the next scheduled time?\r\n\r\n"
+        L"Analyzer: SO2 & NOx, stack 2";
+    const struct {
+        const char* name;
+        const wchar_t* title;
+        std::function<void(const wchar_t* title)> show;
+    } dialogs[] = {
+        {"message-warning", L"Vantor 5", [&](auto title) { AsyncMsgBox(warning, 0x34, title); }},
+        {"message-error", L"Vantor 5", [](auto title) { AsyncMsgBox(L"The report cannot be printed.", 0x12, title); }},
+        {"message-question", L"Vantor 5", [](auto title) { AsyncMsgBox(L"Save the changes?", 0x123, title); }},
+        {"message-information", L"Vantor 5", [](auto title) { AsyncMsgBox(L"The backup is complete.", 0x41, title); }},
+        {"message-plain", L"Vantor 5", [](auto title) { AsyncMsgBox(L"Done.", 0, title); }},
+        {"date-only", L"First CEMS date", [](auto title) { GetDateFromUser(title, DateOf(2024, 12, 20), true); }},
+        {"date-none", L"End of the outage", [](auto title) { GetDateFromUser(title, -1, false, false, false); }},
+        {"time", L"Time of the daily calibration", [](auto title) { GetTimeFromUser(title, 13.5 / 24); }},
+        {"dahs", L"Choose DAHS", [](auto) { GetDahsIdFromUser(0); }},
+        {"password", L"Enter debug mode",
+         [&](auto title) {
+             AskForPassword({prompt, title}, [](const SecretText&) { return true; });
+         }},
+        {"about", L"About Vantor", [](auto) { ShowVantorAboutBox(L"Report Generator"); }},
+        {"support", L"Vantor Support Information", [](auto) { ShowVantorSupportInfo(); }},
+    };
+    for (const auto& each : dialogs) {
+        Shoot(each.name, each.title, [&] { each.show(each.title); });
+    }
 }
 
 }  // namespace v5::test

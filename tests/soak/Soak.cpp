@@ -10,10 +10,13 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "V5Strings.h"
+#include "component/SiteFolder.h"
 #include "soak/Usage.h"
 
 namespace {
@@ -141,89 +144,62 @@ void LeaveSlotsToTheProgram(const std::wstring& path) {
     }
 }
 
-template <class CoClass>
-ComPtr<IClassFactory> FactoryOf() {
-    ComPtr<IClassFactory> factory;
-    Require(CoGetClassObject(__uuidof(CoClass), CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&factory)), "class object");
-    return factory;
-}
-
 template <class Interface>
-ComPtr<Interface> New(IClassFactory* factory) {
+ComPtr<Interface> New(const CLSID& clsid) {
     ComPtr<Interface> object;
-    Require(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), "a new object");
+    Require(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "a new object");
     return object;
 }
 
-// Creates, uses and releases objects of one class. `use` calls a member or two.
-template <class CoClass, class Interface, class Use>
-void RepeatClass(const char* name, long count, Use&& use) {
-    const ComPtr<IClassFactory> factory = FactoryOf<CoClass>();
-    Repeat(name, count, [&](long) { use(*New<Interface>(factory.Get()).Get()); });
+// A late-bound use of an object; arguments from the last one to the first.
+struct Use {
+    const wchar_t* member;
+    std::vector<_variant_t> arguments = {};
+    WORD kind = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+};
+
+_variant_t Call(IDispatch& object, const Use& use) {
+    auto* name = const_cast<wchar_t*>(use.member);
+    auto* arguments = const_cast<_variant_t*>(use.arguments.data());
+    DISPID id = 0, put = DISPID_PROPERTYPUT;
+    const UINT puts = use.kind == DISPATCH_PROPERTYPUT ? 1 : 0;
+    DISPPARAMS parameters{arguments, &put, static_cast<UINT>(use.arguments.size()), puts};
+    _variant_t result;
+    Require(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "a member's name");
+    Require(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, use.kind, &parameters, &result, nullptr, nullptr),
+            "a member's call");
+    return result;
 }
 
+// Creates objects of each class, uses and releases them.
 void Classes(long count) {
-    const _bstr_t text(L"valve 3"), site(L"AB");
-    RepeatClass<Footnote, _Footnote>("Footnote", count, [&](_Footnote& object) {
-        BSTR got = nullptr;
-        object.put_Text(text);
-        object.get_Text(&got);
-        SysFreeString(got);
-    });
-    RepeatClass<FootnoteList, _FootnoteList>("FootnoteList", count, [&](_FootnoteList& object) {
-        BSTR mark = nullptr;
-        object.CreateOrGetFootnote(nullptr, text, &mark);
-        SysFreeString(mark);
-    });
-    RepeatClass<NimboErrorNumbers, IDispatch>("NimboErrorNumbers", count, [&](IDispatch& object) {
-        UINT infos = 0;
-        object.GetTypeInfoCount(&infos);
-    });
-    RepeatClass<DahsIniEntry, _DahsIniEntry>("DahsIniEntry", count, [&](_DahsIniEntry& object) {
-        BSTR got = nullptr;
-        object.get_SiteID(&got);
-        SysFreeString(got);
-    });
-    RepeatClass<DahsIniEntries, _DahsIniEntries>("DahsIniEntries", count, [&](_DahsIniEntries& object) {
-        long entries = 0;
-        object.get_Count(&entries);
-    });
-    RepeatClass<LogFileClass, _LogFileClass>("LogFileClass", count, [&](_LogFileClass& object) {
-        VARIANT_BOOL active = VARIANT_FALSE;
-        object.get_IsActive(&active);
-        object.WriteToLog(text);
-    });
-    RepeatClass<NimboStringsMain, _NimboStringsMain>("NimboStringsMain", count, [&](_NimboStringsMain& object) {
-        VARIANT_BOOL factory = VARIANT_FALSE;
-        object.get_IsFactoryComputer(&factory);
-    });
-    RepeatClass<NimboHelp, IDispatch>("NimboHelp", count, [&](IDispatch& object) {  // its only member opens a window
-        UINT infos = 0;
-        object.GetTypeInfoCount(&infos);
-    });
-    RepeatClass<DahsIniMain, _DahsIniMain>("DahsIniMain", count, [&](_DahsIniMain& object) {
-        long id = 0;
-        object.get_DahsID(&id);
-    });
-    RepeatClass<DahsIniMain, _DahsIniMain>("DahsIniMain, forced entry", count / 10, [&](_DahsIniMain& object) {
-        VARIANT_BOOL done = VARIANT_FALSE;
-        object.SetupWithOneForcedDahsEntry(site, &done);
-        Require(done == VARIANT_TRUE, "one forced entry");
-    });
-    RepeatClass<NimboSecurity, _NimboSecurity>("NimboSecurity", count, [&](_NimboSecurity& object) {
-        PrivilegeLevelEnum level{};
-        object.GetUserPrivilegeLevel(&level);
-        object.Teardown();
-    });
-    RepeatClass<Footnote, IDispatch>("Footnote, late-bound", count / 10, [&](IDispatch& object) {
-        wchar_t name[] = L"Text", *names = name;
-        DISPID id = 0;
-        VARIANT result{};
-        DISPPARAMS none{};
-        object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
-        object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr);
-        VariantClear(&result);
-    });
+    const _variant_t text(L"valve 3"), site(L"AB"), nobody(static_cast<IDispatch*>(nullptr));
+    const struct {
+        const char* name;
+        const CLSID& clsid;
+        std::vector<Use> uses;  // none where each member opens a window, or there is none
+    } classes[] = {
+        {"Footnote", __uuidof(Footnote), {{L"Text", {text}, DISPATCH_PROPERTYPUT}, {L"Text"}}},
+        {"FootnoteList", __uuidof(FootnoteList), {{L"CreateOrGetFootnote", {text, nobody}}}},
+        {"NimboErrorNumbers", __uuidof(NimboErrorNumbers), {}},
+        {"DahsIniEntry", __uuidof(DahsIniEntry), {{L"SiteID"}}},
+        {"DahsIniEntries", __uuidof(DahsIniEntries), {{L"Count"}}},
+        {"LogFileClass", __uuidof(LogFileClass), {{L"IsActive"}, {L"WriteToLog", {text}}}},
+        {"NimboStringsMain", __uuidof(NimboStringsMain), {{L"IsFactoryComputer"}}},
+        {"NimboHelp", __uuidof(NimboHelp), {}},
+        {"DahsIniMain", __uuidof(DahsIniMain), {{L"DahsID"}}},
+        {"DahsIniMain, forced entry", __uuidof(DahsIniMain), {{L"SetupWithOneForcedDahsEntry", {site}}}},
+        {"NimboSecurity", __uuidof(NimboSecurity), {{L"GetUserPrivilegeLevel"}, {L"Teardown"}}},
+    };
+    for (const auto& each : classes) {
+        const bool isSlow = std::strchr(each.name, ',') != nullptr;
+        Repeat(each.name, isSlow ? count / 10 : count, [&](long) {
+            const auto object = New<IDispatch>(each.clsid);
+            for (const Use& use : each.uses) {
+                Call(*object.Get(), use);
+            }
+        });
+    }
 }
 
 std::wstring TemporaryFile(const wchar_t* name) {
@@ -233,37 +209,26 @@ std::wstring TemporaryFile(const wchar_t* name) {
 }
 
 void SiteReads(long count) {
-    const std::wstring folder = TemporaryFile(L"");
-    CreateDirectoryW(folder.c_str(), nullptr);
-    const std::wstring file = folder + L"\\Vantor5.INI";
-    FILE* ini = _wfopen(file.c_str(), L"w");
-    Require(ini != nullptr, "a site file");
-    for (int section = 1; section <= 3; ++section) {
-        std::fprintf(ini, "[Dahs%d]\nSiteID=S%d\nDahsComputerName=here\nVantorDir=C:\\windows\nBackupDir=C:\\windows\n",
-                     section, section);
+    std::string text;
+    for (const char* section : {"1", "2", "3"}) {
+        text += std::string("[Dahs") + section + "]\nSiteID=S" + section +
+                "\nDahsComputerName=here\nVantorDir=C:\\windows\nBackupDir=C:\\windows\n";
         for (const char* key : {"Alarms", "Config", "Data", "DataShortTerm", "Realtime"}) {
-            std::fprintf(ini, "SQL%s=Provider=x;Data Source=y;Initial Catalog=%s\n", key, key);
+            text += std::string("SQL") + key + "=Provider=x;Data Source=y;Initial Catalog=" + key + "\n";
         }
     }
-    std::fclose(ini);
-    SetEnvironmentVariableW(L"VANTOR5_SYSTEM_FOLDER", folder.c_str());
-    RepeatClass<DahsIniMain, _DahsIniMain>("reads of a site", count, [&](_DahsIniMain& object) {
-        VARIANT_BOOL done = VARIANT_FALSE;
-        object.ReadVantorINI2(static_cast<AppCategoryForProcessorAffinityEnum>(0), VARIANT_TRUE, &done);
-        Require(done == VARIANT_TRUE, "the site is read");
-        VARIANT info{};
-        object.GetInfoArray(0, &info);
-        VariantClear(&info);
+    const v5::test::SiteFolder folder(text);
+    const Use read = {L"ReadVantorINI2", {true, 0L}}, ask = {L"GetInfoArray", {0L}};
+    Repeat("reads of a site", count, [&](long) {
+        const auto site = New<IDispatch>(__uuidof(DahsIniMain));
+        Require(static_cast<bool>(Call(*site.Get(), read)), "the site is read");
+        Call(*site.Get(), ask);
     });
-    SetEnvironmentVariableW(L"VANTOR5_SYSTEM_FOLDER", nullptr);
-    DeleteFileW(file.c_str());
-    RemoveDirectoryW((folder + L"\\CustomReportTemplates").c_str());
-    RemoveDirectoryW(folder.c_str());
 }
 
 void LogLines(long count) {
     const std::wstring file = TemporaryFile(L".log");
-    const ComPtr<_LogFileClass> log = New<_LogFileClass>(FactoryOf<LogFileClass>().Get());
+    const ComPtr<_LogFileClass> log = New<_LogFileClass>(__uuidof(LogFileClass));
     const _bstr_t line(L"analyser 2: calibration drift within limits");
     VARIANT_BOOL done = VARIANT_FALSE;
     log->StartLog(_bstr_t(file.c_str()), _bstr_t(L"Soak"), VARIANT_TRUE, VARIANT_TRUE, &done);
@@ -279,7 +244,7 @@ void PrivilegeChecks(long count) {
     const std::wstring file = TemporaryFile(L".db");
     const _bstr_t login((L"Data Source=" + file + L";Integrated Security=SSPI").c_str()), none(L"");
     {
-        const ComPtr<_NimboSecurity> security = New<_NimboSecurity>(FactoryOf<NimboSecurity>().Get());
+        const ComPtr<_NimboSecurity> security = New<_NimboSecurity>(__uuidof(NimboSecurity));
         VARIANT_BOOL done = VARIANT_FALSE;
         security->Setup(_bstr_t(L"S1"), _bstr_t(L"EN"), login, none, _bstr_t(L"Soak"), VARIANT_TRUE, &done);
         Require(done == VARIANT_TRUE, "a database");

@@ -1,8 +1,5 @@
 // How often late-bound calls allocate: the component's own object files in a program that counts.
-#include <windows.h>
-// after windows.h, which it needs:
-#include <comutil.h>
-
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,26 +25,19 @@ ComPtr<Interface> New(REFCLSID clsid) {
 }
 
 // The allocations of one call, after one that may fill caches.
-long Count(const std::function<HRESULT()>& call) {
-    Check(call(), "the call");
+long Count(const std::function<void()>& call) {
+    call();
     const long before = MadeAllocations();
-    Check(call(), "the call");
+    call();
     return MadeAllocations() - before;
 }
 
 // What calling a member by Invoke allocates besides what the member itself does. `arguments` from first to last.
 void Compare(Table& table, const std::string& name, IDispatch* object, const wchar_t* member,
-             std::vector<VARIANT> arguments, const std::function<HRESULT()>& byVtable) {
-    auto* text = const_cast<wchar_t*>(member);
-    DISPID id = 0;
-    Check(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
-    const std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
-    const long late = Count([&] {
-        DISPPARAMS parameters = {const_cast<VARIANT*>(reversed.data()), nullptr, static_cast<UINT>(reversed.size()), 0};
-        _variant_t answer;
-        return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                              &answer, nullptr, nullptr);
-    });
+             std::vector<VARIANT> arguments, const std::function<void()>& byVtable) {
+    std::reverse(arguments.begin(), arguments.end());
+    const DISPID id = IdOf(object, member);
+    const long late = Count([&] { Invoke(object, id, arguments.data(), static_cast<UINT>(arguments.size())); });
     table.Add({.name = "late-bound allocations of our own: " + name + " / one", .goal = 0, .unit = "allocs"},
               static_cast<double>(late - Count(byVtable)), 1);
 }
@@ -60,9 +50,7 @@ void Allocations(Table& table) {
         const auto security = New<_NimboSecurity>(__uuidof(NimboSecurity));
         const _bstr_t text(L"S1");
         const _variant_t textArgument(text), number(250L), none(0L), no(false);
-        _variant_t nobody;
-        V_VT(&nobody) = VT_DISPATCH;
-        V_DISPATCH(&nobody) = nullptr;
+        const _variant_t nobody(static_cast<IDispatch*>(nullptr));
         long primary = 0, secondary = 0;
         const auto variable = [](long& value) {
             VARIANT result;
@@ -70,24 +58,23 @@ void Allocations(Table& table) {
             V_I4REF(&result) = &value;
             return result;
         };
-        Compare(table, "no argument", main.Get(), L"DahsID", {}, [&] { return main->get_DahsID(&primary); });
+        Compare(table, "no argument", main.Get(), L"DahsID", {}, [&] { Check(main->get_DahsID(&primary), "DahsID"); });
         Compare(table, "two arguments", list.Get(), L"CreateOrGetFootnote", {nobody, textArgument}, [&] {
             BSTR mark = nullptr;
-            const HRESULT status = list->CreateOrGetFootnote(nullptr, text, &mark);
+            Check(list->CreateOrGetFootnote(nullptr, text, &mark), "CreateOrGetFootnote");
             SysFreeString(mark);
-            return status;
         });
         Compare(table, "four arguments, two in/out", main.Get(), L"FindRedundantDasIDs",
                 {textArgument, none, variable(primary), variable(secondary)},
-                [&] { return main->FindRedundantDasIDs(text, 0, &primary, &secondary); });
+                [&] { Check(main->FindRedundantDasIDs(text, 0, &primary, &secondary), "FindRedundantDasIDs"); });
         Compare(table, "six arguments", security.Get(), L"CheckUserPrivilegeLevelEx",
                 {number, no, textArgument, textArgument, textArgument, no}, [&] {
-                    BSTR message = SysAllocString(L"S1");
+                    BSTR message = SysAllocString(text);
                     VARIANT_BOOL master = VARIANT_FALSE, allowed = VARIANT_FALSE;
-                    const HRESULT status = security->CheckUserPrivilegeLevelEx(
-                        V5Strings::RID_IOSW_EnterDebugMode, VARIANT_FALSE, &message, text, text, &master, &allowed);
+                    Check(security->CheckUserPrivilegeLevelEx(V5Strings::RID_IOSW_EnterDebugMode, VARIANT_FALSE,
+                                                              &message, text, text, &master, &allowed),
+                          "CheckUserPrivilegeLevelEx");
                     SysFreeString(message);
-                    return status;
                 });
     }
     CoUninitialize();
