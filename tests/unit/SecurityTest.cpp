@@ -13,21 +13,12 @@
 #include "ProductConstants.h"
 #include "security/AccountLists.h"
 #include "security/Scrambler.h"
-#include "security/TextConversionFunctions.h"
 
 namespace v5 {
 
 namespace {
 
-struct SecurityTest : testing::Test {
-    FakeSecurityHost host;
-    SecurityMessages messages;
-    Security security{host, messages};
-
-    bool Connect() { return security.Setup(kTestConnection, L"Test"); }
-    void Put(const DocumentFormat& format, const std::wstring& elements) {
-        host.machine.rows[std::wstring(format.key)] = StoredForm(L"<root>" + elements + L"</root>");
-    }
+struct SecurityTest : testing::Test, SecurityBench {
     void PutNonsense() {
         for (const auto* format : {&kSwitchDocument, &kAccountsDocument, &kAlarmResetDocument, &kMinimumsDocument}) {
             host.machine.rows[std::wstring(format->key)] = L"?";
