@@ -63,20 +63,18 @@ TEST(DahsChooser, WhatAnEmptyListSays) {
     const DahsEntry primary = Entry(1, Primary, L"N", L"", L"far");
     const DahsEntry secondary = Entry(2, Secondary, L"N");
     const DahsEntry farSecondary = Entry(3, Secondary, L"N", L"", L"far");
-    const struct {
-        DahsEntryList entries;
-        const wchar_t* message;
-    } cases[] = {{Entries({}), L""},
-                 {Entries({primary, secondary}),
-                  L"No DAHS entries are available to choose from. 1 secondary DASes cannot be included in the list. "
-                  L"1 remote DASes cannot be included in the list."},
-                 {Entries({farSecondary, secondary}),  // one entry is refused for both reasons
-                  L"No DAHS entries are available to choose from. 2 secondary DASes cannot be included in the list. "
-                  L"1 remote DASes cannot be included in the list."},
-                 {Entries({primary}),
-                  L"No DAHS entries are available to choose from. 1 remote DASes cannot be included in the list."}};
-    for (const auto& each : cases) {
-        EXPECT_EQ(DahsChooser(each.entries, false, false, IsFar).EmptyListMessage(), each.message);
+    const std::pair<DahsEntryList, const wchar_t*> cases[] = {
+        {Entries({}), L""},
+        {Entries({primary, secondary}),
+         L"No DAHS entries are available to choose from. 1 secondary DASes cannot be included in the list. "
+         L"1 remote DASes cannot be included in the list."},
+        {Entries({farSecondary, secondary}),  // one entry is refused for both reasons
+         L"No DAHS entries are available to choose from. 2 secondary DASes cannot be included in the list. "
+         L"1 remote DASes cannot be included in the list."},
+        {Entries({primary}),
+         L"No DAHS entries are available to choose from. 1 remote DASes cannot be included in the list."}};
+    for (const auto& [entries, message] : cases) {
+        EXPECT_EQ(DahsChooser(entries, false, false, IsFar).EmptyListMessage(), message);
     }
     EXPECT_EQ(DahsChooser().EmptyListMessage(), L"");
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "FakeSiteHost.h"
@@ -99,23 +100,20 @@ TEST(DahsSection, BlankConnectionStringsMayBeAllowed) {
 }
 
 TEST(DahsSection, AutoOutput) {
-    const struct {
-        std::string value;
-        AutoOutput setting;
-        std::int32_t timeout;
-    } cases[] = {{"1", AutoOutput::Enabled, 60},
-                 {"0", AutoOutput::Disabled, 60},
-                 {"1,30", AutoOutput::Enabled, 60},
-                 {"(0)", AutoOutput::Disabled, 60},
-                 {"true", AutoOutput::Enabled, 60},
-                 {"Fasle,5", AutoOutput::Disabled, 5},
-                 {"auto_secondary,30", AutoOutput::AutoSecondaryDas, 30},
-                 {"Auto-Primary, 2.5 ,x", AutoOutput::AutoPrimaryDas, 2},
-                 {"-auto_dahs-ID,3.5", AutoOutput::AutoDahsId, 4},
-                 {"AutoDasID,&H10", AutoOutput::AutoDahsId, 16},
-                 {"yes,-5", AutoOutput::Enabled, 0},
-                 {"no,3000000000", AutoOutput::Disabled, 0},
-                 {"maybe,9", AutoOutput::Unknown, 9}};
+    const std::tuple<std::string, AutoOutput, std::int32_t> cases[] = {
+        {"1", AutoOutput::Enabled, 60},
+        {"0", AutoOutput::Disabled, 60},
+        {"1,30", AutoOutput::Enabled, 60},
+        {"(0)", AutoOutput::Disabled, 60},
+        {"true", AutoOutput::Enabled, 60},
+        {"Fasle,5", AutoOutput::Disabled, 5},
+        {"auto_secondary,30", AutoOutput::AutoSecondaryDas, 30},
+        {"Auto-Primary, 2.5 ,x", AutoOutput::AutoPrimaryDas, 2},
+        {"-auto_dahs-ID,3.5", AutoOutput::AutoDahsId, 4},
+        {"AutoDasID,&H10", AutoOutput::AutoDahsId, 16},
+        {"yes,-5", AutoOutput::Enabled, 0},
+        {"no,3000000000", AutoOutput::Disabled, 0},
+        {"maybe,9", AutoOutput::Unknown, 9}};
     for (const auto& [value, setting, timeout] : cases) {
         const DahsEntry entry = ReadEntry("AutoOutputEnabled=" + value);
         EXPECT_EQ(entry.autoOutput, setting) << value;

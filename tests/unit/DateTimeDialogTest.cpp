@@ -4,7 +4,9 @@
 #include <chrono>
 #include <random>
 #include <stdexcept>
+#include <tuple>
 
+#include "base/Text.h"
 #include "dialogs/DateDialogModel.h"
 #include "dialogs/TimeFields.h"
 
@@ -28,40 +30,21 @@ CivilDateTime AnswerOf(const DateDialogModel& dialog) {
 
 TEST(NumberField, KeysOfTwoDigitFields) {
     constexpr NumberRange kMinutes{0, 59}, kHours12{1, 12};
-    constexpr wchar_t kBack = 8, kArabicOne = 0x0661;
-    const struct {
-        std::wstring before;  // the selection in brackets
-        wchar_t key;
-        const wchar_t* after;
-        NumberRange range = kMinutes;
-    } cases[] = {{L"[]", L'5', L"5[]"},
-                 {L"[]5", L'1', L"1[]5"},
-                 {L"5[]", L'1', L"51[]"},
-                 {L"6[]", L'0', L"6[]"},
-                 {L"[00]", L'7', L"7[]"},
-                 {L"[0]0", L'3', L"3[]0"},
-                 {L"0[0]", L'3', L"3[]"},
-                 {L"[]5", L'0', L"[]5"},
-                 {L"[]", L'0', L"0[]"},
-                 {L"1[]2", L'1', L"1[]2"},
-                 {L"12[]", L'x', L"12[]"},
-                 {L"[12]", L' ', L"[12]"},
-                 {L"12[]", kBack, L"1[]"},
-                 {L"1[]2", kBack, L"[]2"},
-                 {L"[]12", kBack, L"[]12"},
-                 {L"[12]", kBack, L"[]"},
-                 {L"1[2]", kBack, L"1[]"},
-                 {L"[12]", kArabicOne, L"[12]"},
-                 {L"1[]", L'2', L"12[]", kHours12},
-                 {L"1[]", L'3', L"1[]", kHours12},
-                 {L"[]", L'0', L"[]", kHours12}};
-    for (const auto& [before, key, after, range] : cases) {
-        const size_t start = before.find(L'['), end = before.find(L']') - 1;
-        FieldText field{before, start, end};
-        std::erase_if(field.text, [](wchar_t c) { return c == L'[' || c == L']'; });
-        FieldText shown = TypeIntoTwoDigitField(field, key, range);
-        shown.text.insert(shown.end, L"]").insert(shown.start, L"[");
-        EXPECT_EQ(shown.text, after) << std::string(before.begin(), before.end()) << " key " << int(key);
+    const std::pair<NumberRange, const wchar_t*> cases[] = {
+        // before, key and after; the selection in brackets
+        {kMinutes,
+         L"[] 5 5[]|[]5 1 1[]5|5[] 1 51[]|6[] 0 6[]|[00] 7 7[]|[0]0 3 3[]0|0[0] 3 3[]|[]5 0 []5|[] 0 0[]|"
+         L"1[]2 1 1[]2|12[] x 12[]|12[] \b 1[]|1[]2 \b []2|[]12 \b []12|[12] \b []|1[2] \b 1[]|[12] \x661 [12]"},
+        {kHours12, L"1[] 2 12[]|1[] 3 1[]|[] 0 []"}};
+    for (const auto& [range, rows] : cases) {
+        for (const std::wstring& row : Split(rows, L'|')) {
+            const std::vector<std::wstring> words = Split(row, L' ');
+            FieldText field{words[0], words[0].find(L'['), words[0].find(L']') - 1};
+            std::erase_if(field.text, [](wchar_t c) { return c == L'[' || c == L']'; });
+            FieldText shown = TypeIntoTwoDigitField(field, words[1][0], range);
+            shown.text.insert(shown.end, L"]").insert(shown.start, L"[");
+            EXPECT_EQ(shown.text, words[2]) << testing::PrintToString(row);
+        }
     }
 }
 
@@ -84,16 +67,11 @@ TEST(TimeFields, HourStepsAroundTheClockAndFlipAtTwelve) {
 
 // What the fields stand for while a text is typed, and what they show when the user has left them.
 TEST(TimeFields, HalfTypedTexts) {
-    const struct {
-        TimePart part;
-        const wchar_t* text;
-        bool use24Hour;
-        int reads;
-        const wchar_t* left;
-    } cases[] = {{TimePart::Hour, L"", false, 10, L"10"},   {TimePart::Hour, L"0", false, 0, L"12"},
-                 {TimePart::Hour, L"12", false, 0, L"12"},  {TimePart::Hour, L"", true, 10, L"10"},
-                 {TimePart::Hour, L"0", true, 0, L"0"},     {TimePart::Minute, L"", false, 30, L"30"},
-                 {TimePart::Minute, L"7", false, 7, L"07"}, {TimePart::Minute, L"0", false, 0, L"00"}};
+    const std::tuple<TimePart, const wchar_t*, bool, int, const wchar_t*> cases[] = {
+        {TimePart::Hour, L"", false, 10, L"10"},   {TimePart::Hour, L"0", false, 0, L"12"},
+        {TimePart::Hour, L"12", false, 0, L"12"},  {TimePart::Hour, L"", true, 10, L"10"},
+        {TimePart::Hour, L"0", true, 0, L"0"},     {TimePart::Minute, L"", false, 30, L"30"},
+        {TimePart::Minute, L"7", false, 7, L"07"}, {TimePart::Minute, L"0", false, 0, L"00"}};
     for (const auto& [part, text, use24Hour, reads, left] : cases) {
         TimeFields fields(10, 30, use24Hour);
         fields.SetText(part, text);

@@ -12,7 +12,8 @@
 #include "FailCall.h"
 #include "FakeXml.h"
 #include "Latin1.h"
-#include "security/SecurityHost.h"
+#include "security/Security.h"
+#include "security/TextConversionFunctions.h"
 
 namespace v5 {
 
@@ -151,5 +152,17 @@ class FakeSecurityHost : public SecurityHost, public Clock {
 };
 
 inline const SiteConnection kTestConnection = {L"SITE1", L"EN", L"config", L"alarms", false};
+
+// Security on a machine of its own.
+struct SecurityBench {
+    FakeSecurityHost host;
+    SecurityMessages messages;
+    Security security{host, messages};
+
+    bool Connect() { return security.Setup(kTestConnection, L"Test"); }
+    void Put(const DocumentFormat& format, std::wstring_view elements) {
+        host.machine.rows[std::wstring(format.key)] = StoredForm(L"<root>" + std::wstring(elements) + L"</root>");
+    }
+};
 
 }  // namespace v5

@@ -10,16 +10,14 @@ TEST(FootnoteBook, NumbersTextsInOrderOfFirstUse) {
     FootnoteBook book;
     EXPECT_EQ(book.Count(), 0);
     const std::wstring nul(L"a\0b", 3);
-    const struct {
-        std::wstring text;
-        const wchar_t* mark;
-    } rows[] = {{L"a", L"\u2020"},      {L"A", L"\u2021"},     {L"a ", L"\u2020\u2020"},
-                {L"", L"\u2021\u2021"}, {L" a", L"[5]"},       {L"a", L"\u2020"},
-                {nul, L"[6]"},          {L"\u00E9", L"[7]"},   {L"e\u0301", L"[8]"},
-                {L"A", L"\u2021"},      {L"x", L"[9]"},        {L"y", L"[10]"},
-                {nul, L"[6]"},          {L"", L"\u2021\u2021"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(FootnoteMark(book.NumberOf(row.text)), row.mark) << testing::PrintToString(row.text);
+    const std::pair<std::wstring, const wchar_t*> rows[] = {
+        {L"a", L"\u2020"},      {L"A", L"\u2021"},     {L"a ", L"\u2020\u2020"},
+        {L"", L"\u2021\u2021"}, {L" a", L"[5]"},       {L"a", L"\u2020"},
+        {nul, L"[6]"},          {L"\u00E9", L"[7]"},   {L"e\u0301", L"[8]"},
+        {L"A", L"\u2021"},      {L"x", L"[9]"},        {L"y", L"[10]"},
+        {nul, L"[6]"},          {L"", L"\u2021\u2021"}};
+    for (const auto& [text, mark] : rows) {
+        EXPECT_EQ(FootnoteMark(book.NumberOf(text)), mark) << testing::PrintToString(text);
     }
     EXPECT_EQ(book.Count(), 10);
     EXPECT_EQ(book.Text(1), L"a");

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <random>
+#include <tuple>
 
 #include "FakeLog.h"
 #include "base/Dates.h"
@@ -138,10 +139,7 @@ TEST_F(LogWriterTest, TimeGaps) {
     Written();
     log.Write(L"first");
     EXPECT_EQ(Written(), "5000         first\r\n");
-    const struct {
-        std::uint32_t from, to;
-        std::string report;
-    } rows[] = {
+    const std::tuple<std::uint32_t, std::uint32_t, std::string> rows[] = {
         {5000, 15999, ""},  // 10.999 s
         {5000, 16000, gap11},
         {0, 900000, ""},  // a tick of 0 is no previous write
@@ -150,13 +148,13 @@ TEST_F(LogWriterTest, TimeGaps) {
         {1, 1u << 30, "---- 1073741 seconds since previous write\r\n"},
         {1, (1u << 30) + 1, ""},  // a whole turn looks like no gap
     };
-    for (const auto& row : rows) {
-        fake.tick = row.from;
+    for (const auto& [from, to, report] : rows) {
+        fake.tick = from;
         log.Write(L"");
         Written();
-        fake.tick = row.to;
+        fake.tick = to;
         log.Write(L"");
-        EXPECT_EQ(Written().substr(0, row.report.size() + 1), row.report + std::to_string(row.to)[0]);
+        EXPECT_EQ(Written().substr(0, report.size() + 1), report + std::to_string(to)[0]);
     }
 }
 

@@ -6,27 +6,26 @@
 #include <limits>
 #include <string>
 
+#include "base/Text.h"
+
 namespace v5 {
 
 TEST(Numbers, NumericTexts) {
-    const struct {
-        double value;
-        std::vector<const wchar_t*> texts;
-    } cases[] = {{1, {L"1", L"\t1 ", L"+1", L"1,", L"1$", L"1\x3000"}},
-                 {-1, {L"- 1", L"+-1", L"1 -", L"-1+", L"-$1", L"($1)", L"( 1 )", L"(-1)", L"&HFFFFFFFF"}},
-                 {0.5, {L".5", L"5e-1", L"0.50"}},
-                 {5, {L"5.", L"&o5"}},
-                 {1000.5, {L"1,000.5", L"1,0,0,0.5", L"$1,000.5"}},
-                 {2e5, {L"2e5", L"2D+5", L"2d5"}},
-                 {255, {L"&HfF", L"&O377", L"-&HFF"}},
-                 {0, {L" &h0 ", L"0e999999999999999", L"1e-400"}},
-                 {65535, {L"&HFFFF"}},
-                 {-2147483648.0, {L"&H80000000"}},
-                 {4294967296.0, {L"&H100000000"}},
-                 {std::numeric_limits<double>::max(), {L"1.7976931348623157e308"}},
-                 {123456789012345678901234567890.0, {L"123456789012345678901234567890"}}};
+    const std::pair<double, const wchar_t*> cases[] = {
+        {1, L"1|\t1 |+1|1,|1$|1\x3000"},
+        {-1, L"- 1|+-1|1 -|-1+|-$1|($1)|( 1 )|(-1)|&HFFFFFFFF"},
+        {0.5, L".5|5e-1|0.50"},
+        {1000.5, L"1,000.5|1,0,0,0.5|$1,000.5|1000.50"},
+        {2e5, L"2e5|2D+5|2d5|200000."},
+        {255, L"&HfF|&O377|-&HFF"},
+        {0, L" &h0 |0e999999999999999|1e-400"},
+        {65535, L"&HFFFF"},
+        {-2147483648.0, L"&H80000000"},
+        {4294967296.0, L"&H100000000"},
+        {std::numeric_limits<double>::max(), L"1.7976931348623157e308"},
+        {123456789012345678901234567890.0, L"123456789012345678901234567890"}};
     for (const auto& [value, texts] : cases) {
-        for (const std::wstring text : texts) {
+        for (const std::wstring& text : Split(texts, L'|')) {
             EXPECT_EQ(ParseNumber(text), value) << std::string(text.begin(), text.end());
             EXPECT_TRUE(IsNumeric(text)) << std::string(text.begin(), text.end());
         }
@@ -36,48 +35,10 @@ TEST(Numbers, NumericTexts) {
 }
 
 TEST(Numbers, TextsThatAreNoNumbers) {
-    for (const std::wstring text : {L"",
-                                    L" ",
-                                    L"abc",
-                                    L"1a",
-                                    L"0x10",
-                                    L"1 2",
-                                    L"1.2.3",
-                                    L".",
-                                    L",1",
-                                    L",",
-                                    L"++1",
-                                    L"--1",
-                                    L"-1-",
-                                    L"+1+",
-                                    L"1e",
-                                    L"e5",
-                                    L"1e+",
-                                    L"1e5e5",
-                                    L"1e 5",
-                                    L"1e5.5",
-                                    L"1e400",
-                                    L"$",
-                                    L"$1$",
-                                    L"$1e5",
-                                    L"$&HF",
-                                    L"(1",
-                                    L"1)",
-                                    L"((1))",
-                                    L"()",
-                                    L"&H",
-                                    L"&HG",
-                                    L"&HFF&",
-                                    L"& HFF",
-                                    L"&17",
-                                    L"&O18",
-                                    L"&H1.5",
-                                    L"1%",
-                                    L"True",
-                                    L"\x661",
-                                    L"\xFF11",
-                                    L"1e99999999999999999999",
-                                    L"&H10000000000000000"}) {
+    const std::wstring texts =
+        L"| |abc|1a|0x10|1 2|1.2.3|.|,1|,|++1|--1|-1-|+1+|1e|e5|1e+|1e5e5|1e 5|1e5.5|1e400|$|$1$|$1e5|$&HF|(1|1)|((1))|"
+        L"()|&H|&HG|&HFF&|& HFF|&17|&O18|&H1.5|1%|True|\x661|\xFF11|1e99999999999999999999|&H10000000000000000";
+    for (const std::wstring& text : Split(texts, L'|')) {
         EXPECT_FALSE(IsNumeric(text)) << std::string(text.begin(), text.end());
     }
     EXPECT_FALSE(IsNumeric(std::wstring(L"1\0", 2)));
@@ -97,12 +58,10 @@ TEST(Numbers, WholeNumbersRoundHalvesToEvenAndKeepTo32Bits) {
 }
 
 TEST(Numbers, Booleans) {
-    const std::pair<std::optional<bool>, std::vector<const wchar_t*>> cases[] = {
-        {true, {L"1", L"-0.1", L"&HF", L"tRUE", L"#True#"}},
-        {false, {L"0", L"(0)", L"1e-400", L"FALSE", L"#false#"}},
-        {std::nullopt, {L"", L"yes", L" True", L"1e400"}}};
+    const std::pair<std::optional<bool>, const wchar_t*> cases[] = {
+        {true, L"1|-0.1|&HF|tRUE|#True#"}, {false, L"0|(0)|1e-400|FALSE|#false#"}, {std::nullopt, L"|yes| True|1e400"}};
     for (const auto& [value, texts] : cases) {
-        for (const wchar_t* text : texts) {
+        for (const std::wstring& text : Split(texts, L'|')) {
             EXPECT_EQ(ToBoolean(text), value) << testing::PrintToString(text);
         }
     }

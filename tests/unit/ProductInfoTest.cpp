@@ -1,6 +1,8 @@
 // Release number, support information, help and the factory flag. Failing neighbours: FaultTest.cpp.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "FakeProduct.h"
 #include "ProductConstants.h"
 #include "productinfo/FactoryFlag.h"
@@ -110,21 +112,19 @@ TEST(HelpLauncher, ExplainsWhatIsMissingToTheUserAndToTheSink) {
 
 TEST(ReleaseNumber, TextByKindAndInstalledName) {
     constexpr auto kUnassigned = static_cast<ReleaseKind>(3);
-    const struct {
-        ReleaseKind kind;
-        const wchar_t *name, *expected;
-    } cases[] = {{ReleaseKind::Full, L"Vantor 5.3.12", L"Release 5.3.12"},
-                 {ReleaseKind::Short, L"Vantor 5.3.12", L"Release 5.3"},
-                 {ReleaseKind::FullNoPrefix, L"Vantor 5.3.12", L"5.3.12"},
-                 {ReleaseKind::Short, L"Vantor5", L"Release 5"},
-                 {ReleaseKind::Short, L"Vantor 5.3 SP1.", L"Release 5.3 SP1"},
-                 {ReleaseKind::Full, L"Vantor\u0665 beta", L"Release Release ??"},  // an Arabic digit is none
-                 {ReleaseKind::Short, L"Vantor.beta", L"Release Release ??"},
-                 {ReleaseKind::FullNoPrefix, L"Vantor", L"??"},
-                 {ReleaseKind::SupportFiles, L"Common Files S12", L"Common Files S12"},
-                 {ReleaseKind::Web, L"VantorWeb 2.1", L"VantorWeb ??"},
-                 {kUnassigned, L"Vantor 5.3.12", L""},
-                 {static_cast<ReleaseKind>(-1), L"Vantor 5.3.12", L""}};
+    const std::tuple<ReleaseKind, const wchar_t*, const wchar_t*> cases[] = {
+        {ReleaseKind::Full, L"Vantor 5.3.12", L"Release 5.3.12"},
+        {ReleaseKind::Short, L"Vantor 5.3.12", L"Release 5.3"},
+        {ReleaseKind::FullNoPrefix, L"Vantor 5.3.12", L"5.3.12"},
+        {ReleaseKind::Short, L"Vantor5", L"Release 5"},
+        {ReleaseKind::Short, L"Vantor 5.3 SP1.", L"Release 5.3 SP1"},
+        {ReleaseKind::Full, L"Vantor\u0665 beta", L"Release Release ??"},  // an Arabic digit is none
+        {ReleaseKind::Short, L"Vantor.beta", L"Release Release ??"},
+        {ReleaseKind::FullNoPrefix, L"Vantor", L"??"},
+        {ReleaseKind::SupportFiles, L"Common Files S12", L"Common Files S12"},
+        {ReleaseKind::Web, L"VantorWeb 2.1", L"VantorWeb ??"},
+        {kUnassigned, L"Vantor 5.3.12", L""},
+        {static_cast<ReleaseKind>(-1), L"Vantor 5.3.12", L""}};
     for (const auto& [kind, name, expected] : cases) {
         FakeProduct product;
         const std::wstring code(kind == ReleaseKind::SupportFiles ? product::kUpgradeCodeSupportFiles

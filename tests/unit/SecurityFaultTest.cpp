@@ -7,6 +7,8 @@
 #include <functional>
 #include <new>
 #include <random>
+#include <set>
+#include <string_view>
 
 #include "FailCall.h"
 #include "FailingAllocations.h"
@@ -20,72 +22,45 @@ namespace v5 {
 namespace {
 
 constexpr const wchar_t* kAccounts[] = {L"S-1-5-21-7", L"S-1-5-32-1", L"S-1-9-9", L"jsmith", L"operator7", L"akumar"};
-constexpr const wchar_t* kSwitches[] = {L"", L"<root><Enabled>1</Enabled></root>", L"<root><Enabled>0</Enabled></root>",
-                                        L"<root><Enabled>maybe</Enabled></root>", L"<root></root>"};
+constexpr const wchar_t* kSwitches[] = {L"<Enabled>1</Enabled>", L"<Enabled>0</Enabled>", L"<Enabled>maybe</Enabled>",
+                                        L""};
 constexpr const wchar_t* kMinimums[] = {L"50", L"51", L"52", L"54", L"55", L"56", L"33", L"53", L"50.4", L" 51 ", L"x"};
 constexpr std::array kRestrictions = {301, 301, 301, 398, 399, 231, 250, 403, -5};
 
-// What one site has stored and who asks; the same seed always gives the same.
-struct State {
-    bool isSql, isAdministrator, isInGroup, isStoredMinimum;
-    std::array<std::vector<std::wstring>, 3> lists;
-    std::wstring switchText, minimum;
+// A site with something stored and somebody who asks; the same seed always gives the same.
+struct SecuredSite : SecurityBench {
     RestrictionID restriction;
     PrivilegeLevel newMinimum;
-
-    explicit State(unsigned seed) {
-        std::mt19937 random(seed);
-        const auto below = [&](size_t count) { return static_cast<size_t>(random() % count); };
-        isSql = below(2) != 0;
-        isAdministrator = below(2) != 0;
-        isInGroup = below(2) != 0;
-        for (auto& list : lists) {
-            for (const wchar_t* account : kAccounts) {
-                if (below(5) == 0) {
-                    list.emplace_back(account);
-                }
-            }
-        }
-        switchText = kSwitches[below(std::size(kSwitches))];
-        isStoredMinimum = below(3) != 0;
-        minimum = kMinimums[below(std::size(kMinimums))];
-        restriction = kRestrictions[below(kRestrictions.size())];
-        newMinimum = static_cast<PrivilegeLevel>(50 + below(7));
-    }
-};
-
-struct SecuredSite {
-    FakeSecurityHost host;
-    SecurityMessages messages;
-    Security security{host, messages};
+    bool enables;
     std::map<std::wstring, std::wstring> before;
 
-    explicit SecuredSite(const State& state) {
+    explicit SecuredSite(unsigned seed) {
+        std::mt19937 random(seed);
+        const auto oneOf = [&](const auto& choices) { return choices[random() % std::size(choices)]; };
         FakeMachine& machine = host.machine;
-        machine.sqlUser = state.isSql ? L"jsmith" : L"";
-        machine.isAdministrator = state.isAdministrator;
-        if (state.isInGroup) {
+        machine.sqlUser = oneOf(std::array{L"", L"jsmith"});
+        machine.isAdministrator = random() % 2 != 0;
+        if (random() % 2 != 0) {
             machine.groups = {L"S-1-5-32-1"};
         }
-        security.Setup(kTestConnection, L"Test");
-        std::wstring lists = L"<root>";
-        for (size_t i = 0; i < state.lists.size(); ++i) {
-            const std::wstring name = L"L" + std::to_wstring(i + 1);
-            for (const std::wstring& account : state.lists[i]) {
-                lists += L"<" + name + L">" + account + L"</" + name + L">";
+        Connect();
+        std::wstring lists;
+        for (const std::wstring name : {L"L1", L"L2", L"L3"}) {
+            for (const wchar_t* account : kAccounts) {
+                lists += random() % 5 == 0 ? L"<" + name + L">" + account + L"</" + name + L">" : L"";
             }
         }
-        Put(kAccountsDocument, lists + L"</root>");
-        Put(kSwitchDocument, state.switchText);
-        Put(kAlarmResetDocument, L"<root><ManualAlarmResetPwd>123</ManualAlarmResetPwd></root>");
-        if (state.isStoredMinimum) {
-            Put(kMinimumsDocument, L"<root><MinPrivLevel|rid=" + std::to_wstring(state.restriction) + L">" +
-                                       state.minimum + L"</MinPrivLevel></root>");
+        Put(kAccountsDocument, lists);
+        Put(kSwitchDocument, oneOf(kSwitches));
+        Put(kAlarmResetDocument, L"<ManualAlarmResetPwd>123</ManualAlarmResetPwd>");
+        restriction = oneOf(kRestrictions);
+        if (random() % 3 != 0) {
+            Put(kMinimumsDocument,
+                L"<MinPrivLevel|rid=" + std::to_wstring(restriction) + L">" + oneOf(kMinimums) + L"</MinPrivLevel>");
         }
+        newMinimum = static_cast<PrivilegeLevel>(50 + random() % 7);
+        enables = random() % 2 != 0;
         before = machine.rows;
-    }
-    void Put(const DocumentFormat& format, std::wstring_view text) {
-        host.machine.rows[std::wstring(format.key)] = text.empty() ? L"" : StoredForm(text);
     }
     bool Changed(const DocumentFormat& format) {
         return host.machine.rows[std::wstring(format.key)] != before[std::wstring(format.key)];
@@ -96,45 +71,44 @@ struct SecuredSite {
 // A member's answer as a number of which more is more granted.
 struct Deed {
     const char* name;
-    std::function<int(SecuredSite&, const State&)> act;
+    std::function<int(SecuredSite&)> act;
 };
 const std::wstring kNewList = L"newcomer";
 const Deed kDeeds[] = {
-    {"UserLevel", [](SecuredSite& s, const State&) { return s.security.UserLevel(); }},
-    {"Status", [](SecuredSite& s, const State&) { return IsOpen(s.security.Status()) ? 1 : 0; }},
+    {"UserLevel", [](SecuredSite& s) { return s.security.UserLevel(); }},
+    {"Status", [](SecuredSite& s) { return IsOpen(s.security.Status()) ? 1 : 0; }},
     // A minimum that cannot be read counts as 54 for those who ask for it, whatever is stored; every user has 50.
     {"MinimumLevel",
-     [](SecuredSite& s, const State& state) {
-         return -std::clamp(s.security.MinimumLevel(state.restriction), level::kNone, level::k3Low);
-     }},
-    {"Check",
-     [](SecuredSite& s, const State& state) { return s.security.Check(state.restriction, {}).isAllowed ? 1 : 0; }},
+     [](SecuredSite& s) { return -std::clamp(s.security.MinimumLevel(s.restriction), level::kNone, level::k3Low); }},
+    {"Check", [](SecuredSite& s) { return s.security.Check(s.restriction, {}).isAllowed ? 1 : 0; }},
     {"Check with a password",
-     [](SecuredSite& s, const State& state) {
+     [](SecuredSite& s) {
          s.host.machine.typed = {L"wrong", L"123"};
-         return s.security.Check(state.restriction, {.allowed = true}).isAllowed ? 1 : 0;
+         return s.security.Check(s.restriction, {.allowed = true}).isAllowed ? 1 : 0;
      }},
     {"SetEnabled",
-     [](SecuredSite& s, const State& state) {
-         s.security.SetEnabled(state.isInGroup);
+     [](SecuredSite& s) {
+         s.security.SetEnabled(s.enables);
          return s.Changed(kSwitchDocument) ? 1 : 0;
      }},
-    {"SetMinimumLevel",
-     [](SecuredSite& s, const State& state) {
-         return s.security.SetMinimumLevel(state.restriction, state.newMinimum) ? 1 : 0;
-     }},
-    {"SetAlarmResetPassword",
-     [](SecuredSite& s, const State&) { return s.security.SetAlarmResetPassword(L"456") ? 1 : 0; }},
+    {"SetMinimumLevel", [](SecuredSite& s) { return s.security.SetMinimumLevel(s.restriction, s.newMinimum) ? 1 : 0; }},
+    {"SetAlarmResetPassword", [](SecuredSite& s) { return s.security.SetAlarmResetPassword(L"456") ? 1 : 0; }},
     {"SetAccountLists",
-     [](SecuredSite& s, const State&) {
+     [](SecuredSite& s) {
          return s.security.SetAccountLists({kNewList, kNewList, kNewList}, false) ? 1 : 0;
      }},
     {"GetAccountLists",
-     [](SecuredSite& s, const State&) {
+     [](SecuredSite& s) {
          AccountListTexts lists;
          return s.security.GetAccountLists(lists) ? 1 : 0;
      }},
-    {"SqlLogin", [](SecuredSite& s, const State&) { return s.security.User().SqlLogin().empty() ? 0 : 1; }}};
+    {"Users",
+     [](SecuredSite& s) {
+         s.security.ClearLogonMemory();
+         s.security.User().NameNoncached();
+         return s.security.User().IsSqlAuthenticationEnabled() ? 1 : 0;
+     }},
+    {"SqlLogin", [](SecuredSite& s) { return s.security.User().SqlLogin().empty() ? 0 : 1; }}};
 
 // Whether what is stored and what is recorded tell the same story.
 void ExpectTrueTrail(SecuredSite& site) {
@@ -151,12 +125,14 @@ void ExpectTrueTrail(SecuredSite& site) {
 }
 
 // And one more way to fail. An empty row is what the database says of a site without the document, and null what the
-// parser says of a text that is none: no failures.
-const Failure kQuietly = {"answers false or nothing", [](Operations& operations, const char* operation) {
-                              const std::string_view name = operation;
-                              operations.failsQuietly = name != "ReadLookup" && name != "ParseXml" && name != "Select";
-                              operations.failing = operations.failsQuietly ? operation : "";
-                          }};
+// parser says of a text that is none, no element or an empty one what is in it: no failures.
+const Failure kQuietly = {
+    "answers false or nothing", [](Operations& operations, const char* operation) {
+        const std::string_view name = operation;
+        operations.failsQuietly =
+            !std::set<std::string_view>{"ReadLookup", "ParseXml", "Select", "Text"}.contains(name);
+        operations.failing = operations.failsQuietly ? operation : "";
+    }};
 
 }  // namespace
 
@@ -165,19 +141,18 @@ TEST(SecurityFaults, NoFailureGrantsAndTheTrailIsTrue) {
     size_t faults = 0;
     std::map<std::string, int> granted;
     for (unsigned seed = 0; seed < kStates; ++seed) {
-        const State state(seed);
         const Deed& deed = kDeeds[seed % std::size(kDeeds)];
         const size_t way = seed / std::size(kDeeds) % (std::size(kFailures) + 1);
         const Failure& failure = way < std::size(kFailures) ? kFailures[way] : kQuietly;
-        SecuredSite clean(state);
-        const int expected = deed.act(clean, state);
+        SecuredSite clean(seed);
+        const int expected = deed.act(clean);
         granted[deed.name] += expected > 0 ? 1 : 0;
         bool reached = true;
         for (int n = 0; reached && !HasFailure(); ++n) {
-            SecuredSite site(state);
+            SecuredSite site(seed);
             site.messages.Take();
             int answer = 0;
-            const std::string failed = FailCall(site.host.machine, failure, n, [&] { answer = deed.act(site, state); });
+            const std::string failed = FailCall(site.host.machine, failure, n, [&] { answer = deed.act(site); });
             SCOPED_TRACE(std::string(deed.name) + ", site " + std::to_string(seed) + ": " + failed + " " +
                          failure.name);
             reached = !failed.empty();
@@ -186,7 +161,7 @@ TEST(SecurityFaults, NoFailureGrantsAndTheTrailIsTrue) {
             EXPECT_TRUE(answer == expected || &failure == &kQuietly || !site.messages.Take().empty())
                 << "the client is not told";
             ExpectTrueTrail(site);
-            EXPECT_TRUE(site.security.Setup(kTestConnection, L"Test")) << "leaves a wreck";
+            EXPECT_TRUE(site.Connect()) << "leaves a wreck";
             ++faults;
         }
     }
@@ -198,11 +173,11 @@ TEST(SecurityFaults, NoFailureGrantsAndTheTrailIsTrue) {
 }
 
 TEST(SecurityFaults, AChangeThatCannotBeTakenBackIsTold) {
-    State state(0);
-    state.isSql = false;
-    state.isAdministrator = true;
-    state.switchText = kSwitches[1];
-    SecuredSite site(state);
+    SecuredSite site(0);
+    site.host.machine.sqlUser.clear();
+    site.host.machine.isAdministrator = true;
+    site.Put(kSwitchDocument, kSwitches[0]);
+    site.before = site.host.machine.rows;
     site.host.machine.onCall = [&site, writes = 0](const char* name) mutable {
         const std::string_view operation = name;
         writes += operation == "WriteLookup" ? 1 : 0;
@@ -220,18 +195,17 @@ TEST(SecurityFaults, AChangeThatCannotBeTakenBackIsTold) {
 TEST(SecurityFaults, EachAllocation) {
     size_t faults = 0;
     for (unsigned seed = 0; seed < 2 * std::size(kDeeds); ++seed) {
-        const State state(seed);
         const Deed& deed = kDeeds[seed % std::size(kDeeds)];
-        SecuredSite clean(state);
-        const int expected = deed.act(clean, state);
+        SecuredSite clean(seed);
+        const int expected = deed.act(clean);
         faults += FailEachAllocation([&](size_t n) {
-            SecuredSite site(state);
+            SecuredSite site(seed);
             int answer = expected;
             bool reached = false;
             {
                 const FailingAllocation failing(n);
                 try {
-                    answer = deed.act(site, state);
+                    answer = deed.act(site);
                 } catch (const std::bad_alloc&) {
                     // the test's own texts, or an answer that found no room
                 }
@@ -253,11 +227,10 @@ TEST(SecurityFaults, AListenerMayTearDownOrSetUpAtAnyCall) {
         [](Security& security) { security.Teardown(); },
         [](Security& security) { security.Setup(kTestConnection, L"Again"); }};
     for (unsigned seed = 0; seed < 3 * std::size(kDeeds); ++seed) {
-        const State state(seed);
         for (const auto& interruption : deeds) {
             bool reached = true;
             for (int n = 0; reached; ++n) {
-                SecuredSite site(state);
+                SecuredSite site(seed);
                 int left = n;
                 reached = false;
                 site.host.machine.onCall = [&](const char*) {
@@ -267,10 +240,10 @@ TEST(SecurityFaults, AListenerMayTearDownOrSetUpAtAnyCall) {
                     }
                 };
                 if (seed == 0) {
-                    const bool isReady = site.security.Setup(kTestConnection, L"Test");
+                    const bool isReady = site.Connect();
                     EXPECT_EQ(isReady, !reached || n == 0) << "call " << n;
                 } else {
-                    kDeeds[seed % std::size(kDeeds)].act(site, state);  // whatever it answers: it must come back
+                    kDeeds[seed % std::size(kDeeds)].act(site);  // whatever it answers: it must come back
                 }
             }
         }

@@ -13,21 +13,12 @@
 #include "ProductConstants.h"
 #include "security/AccountLists.h"
 #include "security/Scrambler.h"
-#include "security/TextConversionFunctions.h"
 
 namespace v5 {
 
 namespace {
 
-struct SecurityTest : testing::Test {
-    FakeSecurityHost host;
-    SecurityMessages messages;
-    Security security{host, messages};
-
-    bool Connect() { return security.Setup(kTestConnection, L"Test"); }
-    void Put(const DocumentFormat& format, const std::wstring& elements) {
-        host.machine.rows[std::wstring(format.key)] = StoredForm(L"<root>" + elements + L"</root>");
-    }
+struct SecurityTest : testing::Test, SecurityBench {
     void PutNonsense() {
         for (const auto* format : {&kSwitchDocument, &kAccountsDocument, &kAlarmResetDocument, &kMinimumsDocument}) {
             host.machine.rows[std::wstring(format->key)] = L"?";
@@ -84,20 +75,17 @@ const Change kChanges[] = {
 }  // namespace
 
 TEST_F(SecurityTest, SetupStopsAtTheStepThatFails) {
-    const struct {
-        const char* failing;
-        const wchar_t* message;
-        size_t calls;
-    } cases[] = {{"NewDatabase", L"Can't setup DBIL [STR-0095]", 1},
-                 {"SetApplicationName", L"Can't setup DBIL [STR-0095]", 2},
-                 {"Initialise", L"Can't setup DBIL [STR-0096]", 3},
-                 {"OpenSite", L"Can't setup DBIL [STR-0097]", 4}};
-    for (const auto& c : cases) {
-        host.machine.failing = c.failing;
+    const std::tuple<const char*, const wchar_t*, size_t> cases[] = {
+        {"NewDatabase", L"Can't setup DBIL [STR-0095]", 1},
+        {"SetApplicationName", L"Can't setup DBIL [STR-0095]", 2},
+        {"Initialise", L"Can't setup DBIL [STR-0096]", 3},
+        {"OpenSite", L"Can't setup DBIL [STR-0097]", 4}};
+    for (const auto& [failing, message, calls] : cases) {
+        host.machine.failing = failing;
         host.machine.calls.clear();
-        EXPECT_FALSE(Connect()) << c.failing;
-        EXPECT_EQ(messages.Take(), L"4 " + std::wstring(c.message) + L"\n");
-        EXPECT_EQ(host.machine.calls.size(), c.calls) << c.failing;
+        EXPECT_FALSE(Connect()) << failing;
+        EXPECT_EQ(messages.Take(), L"4 " + std::wstring(message) + L"\n");
+        EXPECT_EQ(host.machine.calls.size(), calls) << failing;
     }
     host.machine.failing.clear();
     EXPECT_TRUE(Connect());
@@ -109,10 +97,7 @@ TEST_F(SecurityTest, SetupStopsAtTheStepThatFails) {
 }
 
 TEST_F(SecurityTest, WhatChangesSayAndRecord) {
-    const struct {
-        std::function<void()> prepare;
-        const wchar_t* Change::*says;
-    } situations[] = {
+    const std::pair<std::function<void()>, const wchar_t * Change::*> situations[] = {
         {[&] { host.machine.isAdministrator = false; }, &Change::refused},
         {[&] { Put(kSwitchDocument, L"<Enabled>0</Enabled>"); }, &Change::disabled},
         {[&] { PutNonsense(); }, &Change::unparsable},
@@ -230,28 +215,24 @@ TEST_F(SecurityTest, StatusOfStoredTexts) {
 }
 
 TEST_F(SecurityTest, LevelsFromTheAccountLists) {
-    const struct {
-        const wchar_t* lists;
-        bool administrator;
-        const wchar_t* sqlUser;
-        PrivilegeLevel level;
-    } cases[] = {{L"<L1>S-1-5-21-7</L1><L3>S-1-5-21-7</L3>", false, L"", 55},
-                 {L"<L2>\r\n  s-1-5-21-7 </L2>", false, L"", 52},
-                 {L"<L1></L1><L1> </L1><L1>S-1-9-99</L1><L1>S-1-5-32-545</L1>", false, L"", 51},
-                 {L"<L1>S-1-5-21-7</L1>", true, L"", 53},
-                 {L"<L2>S-1-5-21-7</L2>", true, L"", 53},
-                 {L"<L3>S-1-5-32-545</L3>", true, L"", 55},
-                 {L"<L3>S-1-5-21-77</L3><L3>Operator7</L3>", false, L"", 50},
-                 {L"<L3>S-1-5-21-7</L3><L2>jSmith</L2>", true, L"JSMITH", 52},
-                 {L"<L3>S-1-5-21-7</L3>", true, L"jsmith", 50}};
+    const std::tuple<const wchar_t*, bool, const wchar_t*, PrivilegeLevel> cases[] = {
+        {L"<L1>S-1-5-21-7</L1><L3>S-1-5-21-7</L3>", false, L"", 55},
+        {L"<L2>\r\n  s-1-5-21-7 </L2>", false, L"", 52},
+        {L"<L1></L1><L1> </L1><L1>S-1-9-99</L1><L1>S-1-5-32-545</L1>", false, L"", 51},
+        {L"<L1>S-1-5-21-7</L1>", true, L"", 53},
+        {L"<L2>S-1-5-21-7</L2>", true, L"", 53},
+        {L"<L3>S-1-5-32-545</L3>", true, L"", 55},
+        {L"<L3>S-1-5-21-77</L3><L3>Operator7</L3>", false, L"", 50},
+        {L"<L3>S-1-5-21-7</L3><L2>jSmith</L2>", true, L"JSMITH", 52},
+        {L"<L3>S-1-5-21-7</L3>", true, L"jsmith", 50}};
     host.machine.groups = {L"S-1-5-32-545"};
-    for (const auto& c : cases) {
-        host.machine.isAdministrator = c.administrator;
-        host.machine.sqlUser = c.sqlUser;
-        Put(kAccountsDocument, c.lists);
+    for (const auto& [lists, administrator, sqlUser, level] : cases) {
+        host.machine.isAdministrator = administrator;
+        host.machine.sqlUser = sqlUser;
+        Put(kAccountsDocument, lists);
         Security fresh(host, messages);  // the user's name is cached
         fresh.Setup(kTestConnection, L"Test");
-        EXPECT_EQ(fresh.UserLevel(), c.level) << testing::PrintToString(c.lists);
+        EXPECT_EQ(fresh.UserLevel(), level) << testing::PrintToString(lists);
     }
     EXPECT_EQ(messages.Take(), L"");
 }
@@ -285,13 +266,11 @@ TEST_F(SecurityTest, MinimumsStoredAndRejected) {
 TEST_F(SecurityTest, AFreshSiteIsOpenExceptForFixedMinimums) {
     ASSERT_TRUE(Connect());
     EXPECT_EQ(security.Status(), SecurityStatus::EnabledByDefault);
-    const struct {
-        RestrictionID restriction;
-        PrivilegeLevel minimum;
-    } cases[] = {{250, 56}, {251, 54}, {398, 55}, {312, 54}, {403, 56}, {405, 54}, {231, 33},
-                 {233, 33}, {399, 50}, {301, 50}, {0, 50},   {-7, 50},  {53, 50}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(security.MinimumLevel(c.restriction), c.minimum) << c.restriction;
+    const std::pair<RestrictionID, PrivilegeLevel> cases[] = {{250, 56}, {251, 54}, {398, 55}, {312, 54}, {403, 56},
+                                                              {405, 54}, {231, 33}, {233, 33}, {399, 50}, {301, 50},
+                                                              {0, 50},   {-7, 50},  {53, 50}};
+    for (const auto& [restriction, minimum] : cases) {
+        EXPECT_EQ(security.MinimumLevel(restriction), minimum) << restriction;
     }
     EXPECT_EQ(messages.Take(), L"");
 }
@@ -376,16 +355,12 @@ TEST_F(SecurityTest, OneReadOfEachDocumentACheck) {
 }
 
 TEST(Levels, SufficiencyAndItsExceptions) {
-    const struct {
-        PrivilegeLevel held;
-        RestrictionID restriction;
-        PrivilegeLevel minimum;
-        bool allowed;
-    } cases[] = {{54, 301, 54, true}, {53, 301, 54, false}, {53, 398, 55, true},  {54, 398, 55, false},
-                 {55, 398, 55, true}, {55, 231, 33, false}, {50, 233, 33, false}, {33, 233, 33, true},
-                 {56, 231, 33, true}, {33, 301, 50, false}, {53, 301, 53, true}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(IsSufficient(c.held, c.restriction, c.minimum), c.allowed) << c.held << " " << c.restriction;
+    const std::tuple<PrivilegeLevel, RestrictionID, PrivilegeLevel, bool> cases[] = {
+        {54, 301, 54, true}, {53, 301, 54, false}, {53, 398, 55, true},  {54, 398, 55, false},
+        {55, 398, 55, true}, {55, 231, 33, false}, {50, 233, 33, false}, {33, 233, 33, true},
+        {56, 231, 33, true}, {33, 301, 50, false}, {53, 301, 53, true}};
+    for (const auto& [held, restriction, minimum, allowed] : cases) {
+        EXPECT_EQ(IsSufficient(held, restriction, minimum), allowed) << held << " " << restriction;
     }
     std::vector<std::int32_t> valid;
     for (std::int32_t value = -1; value < 100; ++value) {

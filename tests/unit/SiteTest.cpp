@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "FakeSiteHost.h"
@@ -20,43 +21,25 @@ const std::wstring kFound = L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n
 
 // Whatever form the start has: the file that is found has a full path.
 TEST(SiteFileSearch, FindsAFullPathFromEveryStart) {
-    const struct {
-        const wchar_t* start;
-        const wchar_t* file;
-    } cases[] = {{L"C:\\Site\\a\\b", L"C:\\Site\\Vantor5.INI"}, {L"\\\\?\\C:\\a", L"\\\\?\\C:\\Vantor5.INI"},
-                 {L"\\\\?\\C:\\", L"\\\\?\\C:\\Vantor5.INI"},   {L"a", L"C:\\Site\\a\\Vantor5.INI"},
-                 {L"a\\missing", L"C:\\Site\\Vantor5.INI"},     {L"readme.txt", L"C:\\Site\\Vantor5.INI"},
-                 {L"missing", L"C:\\Program\\Bin\\Vantor5.INI"}};
-    for (const auto& each : cases) {
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"C:\\Site\\a\\b", L"C:\\Site\\Vantor5.INI"}, {L"\\\\?\\C:\\a", L"\\\\?\\C:\\Vantor5.INI"},
+        {L"\\\\?\\C:\\", L"\\\\?\\C:\\Vantor5.INI"},   {L"a", L"C:\\Site\\a\\Vantor5.INI"},
+        {L"a\\missing", L"C:\\Site\\Vantor5.INI"},     {L"readme.txt", L"C:\\Site\\Vantor5.INI"},
+        {L"missing", L"C:\\Program\\Bin\\Vantor5.INI"}};
+    for (const auto& [start, file] : cases) {
         FakeSiteHost host;
         host.folders.insert({L"a", L"C:\\Site\\a\\b", L"\\\\?\\C:\\a", L"\\\\?\\C:\\"});
-        host.files = {{each.file, ""}, {L"readme.txt", ""}};
-        EXPECT_EQ(FindSiteFile(each.start, host), each.file);
+        host.files = {{file, ""}, {L"readme.txt", ""}};
+        EXPECT_EQ(FindSiteFile(start, host), file);
     }
 }
 
 TEST(SiteFileSearch, ParentFolders) {
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {{L"C:\\a\\b", L"C:\\a"},
-                                                               {L"C:\\a\\", L"C:\\"},
-                                                               {L"C:\\a", L"C:\\"},
-                                                               {L"C:\\", L""},
-                                                               {L"C:", L""},
-                                                               {L"C:a", L"C:"},
-                                                               {L"C:/a/b", L"C:/a"},
-                                                               {L"\\a", L"\\"},
-                                                               {L"\\", L""},
-                                                               {L"a", L""},
-                                                               {L"a\\\\b", L"a"},
-                                                               {L"C:\\\\\\", L""},
-                                                               {L"", L""},
-                                                               {L"\\\\srv\\x\\y", L"\\\\srv\\x"},
-                                                               {L"\\\\srv\\x", L"\\\\srv"},
-                                                               {L"\\\\srv", L""},
-                                                               {L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\a"},
-                                                               {L"\\\\?\\C:\\a", L"\\\\?\\C:\\"},
-                                                               {L"\\\\?\\C:\\", L""}};
-    for (const auto& [path, parent] : cases) {
-        EXPECT_EQ(ParentFolder(path), parent) << testing::PrintToString(path);
+    const std::wstring cases =  // path > parent
+        LR"(C:\a\b>C:\a|C:\a\>C:\|C:\a>C:\|C:\>|C:>|C:a>C:|C:/a/b>C:/a|\a>\|\>|a>|a\\b>a|C:\\\>|>|\\srv\x\y>\\srv\x|)"
+        LR"(\\srv\x>\\srv|\\srv>|\\?\C:\a\b>\\?\C:\a|\\?\C:\a>\\?\C:\|\\?\C:\>|%VANTOR5_SYSTEM_FOLDER%>)";
+    for (const std::wstring& row : Split(cases, L'|')) {
+        EXPECT_EQ(ParentFolder(row.substr(0, row.find(L'>'))), row.substr(row.find(L'>') + 1));
     }
     for (std::wstring path : {L"\\\\?\\C:\\a\\..\\.\\", L"\\\\\\\\\\", L":::\\\\:", L"//a//b//", L"C:\\C:\\"}) {
         for (size_t steps = path.size() + 1; !path.empty(); --steps) {
@@ -67,9 +50,7 @@ TEST(SiteFileSearch, ParentFolders) {
 }
 
 TEST(SiteFileSearch, WhatIsSaid) {
-    const struct {
-        const wchar_t *systemFolder, *file, *says;
-    } cases[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
         {L"C:\\Site", L"C:\\Site\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n"},
         {L"C:\\Site", L"C:\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Vantor5.INI'\n"},
         {L"C:\\Site\\Gone", L"C:\\Site\\Vantor5.INI", L"STR-0183: found INI file 'C:\\Site\\Vantor5.INI'\n"},
@@ -137,19 +118,15 @@ TEST(Site, Choosing) {
     EXPECT_EQ(Lines(site.Problems()), L"STR-029: no DAHS is defined\nSTR-163: no DAHS is defined\n");
     ASSERT_TRUE(bench.Read());
     const std::wstring oleDb = L"Provider=p;Pwd=x;alarms", dotNet = L"Pwd=x;alarms";
-    const struct {
-        int id;
-        bool noninteractive, dotNet;
-        int current;
-        std::wstring alarms;
-    } steps[] = {{2, false, false, 2, oleDb},   {5, false, false, 5, oleDb}, {6, true, true, 5, oleDb},
-                 {4, true, false, 4, L"batch"}, {4, false, true, 4, dotNet}, {4, true, true, 4, L"batch"},
-                 {0, false, false, 2, oleDb}};
-    for (const auto& step : steps) {
-        EXPECT_EQ(site.Choose(step.id, step.noninteractive, step.dotNet), step.id == 0 || step.id == step.current);
-        EXPECT_EQ(site.Current().entry->dahsID, step.current);
-        EXPECT_EQ(site.Current().isRemote, step.current == 5);
-        EXPECT_EQ(site.Current().connections[Database::Alarms], step.alarms);
+    const std::tuple<int, bool, bool, int, std::wstring> steps[] = {
+        {2, false, false, 2, oleDb},   {5, false, false, 5, oleDb}, {6, true, true, 5, oleDb},
+        {4, true, false, 4, L"batch"}, {4, false, true, 4, dotNet}, {4, true, true, 4, L"batch"},
+        {0, false, false, 2, oleDb}};
+    for (const auto& [id, isNoninteractive, isDotNet, current, alarms] : steps) {
+        EXPECT_EQ(site.Choose(id, isNoninteractive, isDotNet), id == 0 || id == current);
+        EXPECT_EQ(site.Current().entry->dahsID, current);
+        EXPECT_EQ(site.Current().isRemote, current == 5);
+        EXPECT_EQ(site.Current().connections[Database::Alarms], alarms);
     }
     for (const auto& [name, current] : {std::pair(L" ab ", 4), {L"abcdefghijkl", 8}, {L"", 2}, {L"zzzzzzzzzzzz", 2}}) {
         EXPECT_EQ(site.ChooseSite(name, false, false), *name != L'z');
@@ -164,14 +141,12 @@ TEST(Site, RedundantDases) {
                     Section(3, "SiteID=CD") + Section(4, secondary + "EF") + Section(5, secondary + "EF") +
                     Section(6, primary + "GH") + Section(7, "SiteID=GH") + Section(8, secondary + "GH"));
     ASSERT_TRUE(bench.Read());
-    const struct {
-        const wchar_t* site;
-        std::int32_t initial, primary, secondary;
-    } cases[] = {{L"ab", 0, 1, 2}, {L"", 2, 1, 2},   {L"CD", 0, 3, 0}, {L"AB", 3, 3, 0},  {L"ef", 0, 5, 0},
-                 {L"", 4, 5, 0},   {L"GH", 0, 7, 0}, {L"", 6, 7, 0},   {L"CD", 50, 3, 0}, {L"??", 0, 0, 0}};
-    for (const auto& c : cases) {
-        const RedundantDasIds ids = bench.site.FindRedundantDasIds(c.site, c.initial);
-        EXPECT_EQ(std::pair(ids.primary, ids.secondary), std::pair(c.primary, c.secondary)) << c.initial;
+    const std::tuple<const wchar_t*, std::int32_t, std::int32_t, std::int32_t> cases[] = {
+        {L"ab", 0, 1, 2}, {L"", 2, 1, 2},   {L"CD", 0, 3, 0}, {L"AB", 3, 3, 0},  {L"ef", 0, 5, 0},
+        {L"", 4, 5, 0},   {L"GH", 0, 7, 0}, {L"", 6, 7, 0},   {L"CD", 50, 3, 0}, {L"??", 0, 0, 0}};
+    for (const auto& [site, initial, first, second] : cases) {
+        const RedundantDasIds ids = bench.site.FindRedundantDasIds(site, initial);
+        EXPECT_EQ(std::pair(ids.primary, ids.secondary), std::pair(first, second)) << initial;
     }
     EXPECT_EQ(bench.site.FindLocalDahsId(false), 2);
     EXPECT_EQ(bench.site.FindLocalDahsId(true), 1);

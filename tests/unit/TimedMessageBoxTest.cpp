@@ -28,23 +28,21 @@ std::wstring Wrap(std::wstring_view prompt, int characters) {
 }  // namespace
 
 TEST(PromptWrap, BreaksAtBlanksOrInsideTooLongWords) {
-    const struct {
-        const wchar_t* prompt;
-        const wchar_t* wrapped;
-    } cases[] = {{L"", L""},  // what fits is left as it is, blanks included
-                 {L"0123456789", L"0123456789"},
-                 {L" one two\r\n\r\nthree", L" one two\r\n\r\nthree"},
-                 {L"01234 67890", L"01234\r\n67890"},  // otherwise the blank at the break goes, and only that
-                 {L"0123456789 ab", L"0123456789\r\nab"},
-                 {L"aa bb cc dd ee ff", L"aa bb cc\r\ndd ee ff"},
-                 {L"aaaa  bbbbbbb", L"aaaa \r\nbbbbbbb"},
-                 {L"abcdefghij ", L"abcdefghij"},
-                 {L" abcdefghij", L"abcdefghij"},  // as do those at the start
-                 {L"   abcdefghijkl", L"abcdefghij\r\nkl"},
-                 {L"abcdefghijklmnopqrstuvw xy", L"abcdefghij\r\nklmnopqrst\r\nuvw xy"},
-                 {L" short\r\nabcdefghijkl\r\n\r\nx", L" short\r\nabcdefghij\r\nkl\r\n\r\nx"}};
-    for (const auto& each : cases) {
-        EXPECT_EQ(Wrap(each.prompt, 10), each.wrapped);
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"", L""},  // what fits is left as it is, blanks included
+        {L"0123456789", L"0123456789"},
+        {L" one two\r\n\r\nthree", L" one two\r\n\r\nthree"},
+        {L"01234 67890", L"01234\r\n67890"},  // otherwise the blank at the break goes, and only that
+        {L"0123456789 ab", L"0123456789\r\nab"},
+        {L"aa bb cc dd ee ff", L"aa bb cc\r\ndd ee ff"},
+        {L"aaaa  bbbbbbb", L"aaaa \r\nbbbbbbb"},
+        {L"abcdefghij ", L"abcdefghij"},
+        {L" abcdefghij", L"abcdefghij"},  // as do those at the start
+        {L"   abcdefghijkl", L"abcdefghij\r\nkl"},
+        {L"abcdefghijklmnopqrstuvw xy", L"abcdefghij\r\nklmnopqrst\r\nuvw xy"},
+        {L" short\r\nabcdefghijkl\r\n\r\nx", L" short\r\nabcdefghij\r\nkl\r\n\r\nx"}};
+    for (const auto& [prompt, wrapped] : cases) {
+        EXPECT_EQ(Wrap(prompt, 10), wrapped);
     }
     EXPECT_EQ(Wrap(L"abc", 0), L"a\r\nb\r\nc");  // ends even where nothing fits
     constexpr wchar_t kPair[] = {0xD83D, 0xDE00, 0xD83D, 0xDE00, 0};

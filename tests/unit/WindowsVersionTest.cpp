@@ -5,22 +5,20 @@
 namespace v5 {
 
 TEST(WindowsVersion, IsDescribedInOneLine) {
-    const struct {
-        WindowsVersion version;
-        const wchar_t* text;
-    } rows[] = {{{6, 1, 7601, 0, false, true, L"Windows 7 Professional", L"", L"Service Pack 1"},
-                 L"Microsoft Windows 7 Professional Service Pack 1 (6.1.7601), 64-bit"},
-                {{10, 0, 19045, 3803, false, false, L"Windows 10 Pro", L"22H2", L""},
-                 L"Microsoft Windows 10 Pro, version 22H2 (10.0.19045.3803), 32-bit"},
-                {{10, 0, 22631, 3007, false, true, L"Windows 10 Pro", L"23H2", L""},
-                 L"Microsoft Windows 11 Pro, version 23H2 (10.0.22631.3007), 64-bit"},
-                {{10, 0, 26100, 1, true, true, L"Windows Server 2025 Standard", L"24H2", L""},
-                 L"Microsoft Windows Server 2025 Standard, version 24H2 (10.0.26100.1), 64-bit"},
-                {{10, 0, 22000, 0, false, true, L"", L"", L""}, L"Microsoft Windows (10.0.22000), 64-bit"},
-                {{6, 0, 6002, 0, false, false, L"Microsoft Windows Vista", L"", L""},
-                 L"Microsoft Windows Vista (6.0.6002), 32-bit"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(DescribeWindows(row.version), row.text);
+    const std::pair<WindowsVersion, const wchar_t*> rows[] = {
+        {{6, 1, 7601, 0, false, true, L"Windows 7 Professional", L"", L"Service Pack 1"},
+         L"Microsoft Windows 7 Professional Service Pack 1 (6.1.7601), 64-bit"},
+        {{10, 0, 19045, 3803, false, false, L"Windows 10 Pro", L"22H2", L""},
+         L"Microsoft Windows 10 Pro, version 22H2 (10.0.19045.3803), 32-bit"},
+        {{10, 0, 22631, 3007, false, true, L"Windows 10 Pro", L"23H2", L""},
+         L"Microsoft Windows 11 Pro, version 23H2 (10.0.22631.3007), 64-bit"},
+        {{10, 0, 26100, 1, true, true, L"Windows Server 2025 Standard", L"24H2", L""},
+         L"Microsoft Windows Server 2025 Standard, version 24H2 (10.0.26100.1), 64-bit"},
+        {{10, 0, 22000, 0, false, true, L"", L"", L""}, L"Microsoft Windows (10.0.22000), 64-bit"},
+        {{6, 0, 6002, 0, false, false, L"Microsoft Windows Vista", L"", L""},
+         L"Microsoft Windows Vista (6.0.6002), 32-bit"}};
+    for (const auto& [version, text] : rows) {
+        EXPECT_EQ(DescribeWindows(version), text);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "base/Utf8.h"
 #include "security/MsxmlDocument.h"
 #include "security/Security.h"
@@ -46,59 +48,57 @@ struct SecurityDocuments : testing::Test {
 
 TEST_F(SecurityDocuments, WhatChangesWrite) {
     host.machine.accountNames = {{L"S-1-5-21-9", L"PLANT\\A \"<&]> B"}, {L"S-1-1-0", L""}};
-    const struct {
-        const DocumentFormat& format;
-        const wchar_t* before;
-        std::function<void()> change;
-        const wchar_t *after, *record;
-    } cases[] = {
-        {kSwitchDocument, L"", [&] { security.SetEnabled(true); },
-         L"<root><!--Created 2014-03-05 14:07:09--><Enabled>1</Enabled>"
-         L"<History action=\"Enabled\" tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></root>",
-         L"STR-0105 SECURITY 2 Vantor security enabled by 'Operator7'\n"},
-        {kSwitchDocument, L"<a><!--keep--><x y='1'/><Enabled>True</Enabled></a>", [&] { security.SetEnabled(false); },
-         L"<a><!--keep--><x y=\"1\"/><Enabled>0</Enabled>"
-         L"<History action=\"Disabled\" tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></a>",
-         L"STR-0105 SECURITY 2 Vantor security disabled by 'Operator7'\n"},
-        {kMinimumsDocument, L"", [&] { security.SetMinimumLevel(-4, 33); },
-         L"<root> <!--Created  2014-03-05 14:07:09--><MinPrivLevel rid=\"-4\">33</MinPrivLevel></root>",
-         L"STR-0139 SECURITY 1 RID -4: min privilege level changed from '' to '33' by 'Operator7' \n"},
-        {kMinimumsDocument, L"<r><MinPrivLevel rid='7'> 51 </MinPrivLevel><MinPrivLevel rid='8'>52</MinPrivLevel></r>",
-         [&] { security.SetMinimumLevel(7, 51); },
-         L"<r><MinPrivLevel rid=\"7\">51</MinPrivLevel><MinPrivLevel rid=\"8\">52</MinPrivLevel></r>",
-         L"STR-0139 SECURITY 1 RID 7: min privilege level changed from ' 51 ' to '51' by 'Operator7' \n"},
-        {kAlarmResetDocument, L"", [&] { security.SetAlarmResetPassword(L"12<3"); },
-         L"<root> <!--Created  2014-03-05 14:07:09--><ManualAlarmResetPwd>12&lt;3</ManualAlarmResetPwd>"
-         L"<History tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></root>",
-         L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
-        {kAlarmResetDocument, L"<root><!--no password--></root>", [&] { security.SetAlarmResetPassword(L"9"); },
-         L"<root><!--no password--><ManualAlarmResetPwd>9</ManualAlarmResetPwd>"
-         L"<History tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></root>",
-         L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
-        {kAccountsDocument, L"",
-         [&] {
-             security.SetAccountLists({L"", L"anna", L""}, false);
-         },
-         L"<root> <!--Created 2014-03-05 14:07:09--> <L2>anna</L2><History level=\"52\" "
-         L"tstamp=\"2014-03-05 14:07:09\" old=\"\" new=\"anna\" by=\"Operator7\"/></root>",
-         L"STR-0128 SECURITY 1 Changed L2 SID list Operator7: original=\"\" new=\"anna\"\n"
-         L"STR-0144 SECURITY 2 Account list for Vantor Level 2 was changed by 'Operator7'\n"},
-        {kAccountsDocument, L"<root><!--keep--><x/><L1 name=\" Old \">S-1-5-7</L1><L1/><L2>two</L2></root>",
-         [&] {
-             security.SetAccountLists({L" S-1-5-21-9 ,,o'neil & co]", L"two", L"S-1-1-0,s-1-1-0"}, false);
-         },
-         L"<root><!--keep--><x/><L2>two</L2><L1 name=\"PLANT\\A &quot;&lt;&amp;]&gt; B\">S-1-5-21-9</L1>"
-         L"<L1>o'neil &amp; co]</L1>"
-         L"<History level=\"51\" tstamp=\"2014-03-05 14:07:09\" old=\"Old [S-1-5-7]\" "
-         L"new=\"PLANT\\A &quot;&lt;&amp;]&gt; B [S-1-5-21-9],o'neil &amp; co]\" by=\"Operator7\"/>"
-         L"<L3 name=\"\">S-1-1-0</L3><L3>s-1-1-0</L3>"
-         L"<History level=\"55\" tstamp=\"2014-03-05 14:07:09\" old=\"\" new=\"[S-1-1-0],s-1-1-0\" "
-         L"by=\"Operator7\"/></root>",
-         L"STR-0128 SECURITY 1 Changed L1 SID list Operator7: original=\"Old [S-1-5-7]\" new=\"PLANT\\A \"<&]> B "
-         L"[S-1-5-21-9],o'neil & co]\"\n"
-         L"STR-0144 SECURITY 2 Account list for Vantor Level 1 was changed by 'Operator7'\n"
-         L"STR-0128 SECURITY 1 Changed L3 SID list Operator7: original=\"\" new=\"[S-1-1-0],s-1-1-0\"\n"
-         L"STR-0144 SECURITY 2 Account list for Vantor Level 3 was changed by 'Operator7'\n"}};
+    const std::tuple<const DocumentFormat&, const wchar_t*, std::function<void()>, const wchar_t*, const wchar_t*>
+        cases[] = {
+            {kSwitchDocument, L"", [&] { security.SetEnabled(true); },
+             L"<root><!--Created 2014-03-05 14:07:09--><Enabled>1</Enabled>"
+             L"<History action=\"Enabled\" tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></root>",
+             L"STR-0105 SECURITY 2 Vantor security enabled by 'Operator7'\n"},
+            {kSwitchDocument, L"<a><!--keep--><x y='1'/><Enabled>True</Enabled></a>",
+             [&] { security.SetEnabled(false); },
+             L"<a><!--keep--><x y=\"1\"/><Enabled>0</Enabled>"
+             L"<History action=\"Disabled\" tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></a>",
+             L"STR-0105 SECURITY 2 Vantor security disabled by 'Operator7'\n"},
+            {kMinimumsDocument, L"", [&] { security.SetMinimumLevel(-4, 33); },
+             L"<root> <!--Created  2014-03-05 14:07:09--><MinPrivLevel rid=\"-4\">33</MinPrivLevel></root>",
+             L"STR-0139 SECURITY 1 RID -4: min privilege level changed from '' to '33' by 'Operator7' \n"},
+            {kMinimumsDocument,
+             L"<r><MinPrivLevel rid='7'> 51 </MinPrivLevel><MinPrivLevel rid='8'>52</MinPrivLevel></r>",
+             [&] { security.SetMinimumLevel(7, 51); },
+             L"<r><MinPrivLevel rid=\"7\">51</MinPrivLevel><MinPrivLevel rid=\"8\">52</MinPrivLevel></r>",
+             L"STR-0139 SECURITY 1 RID 7: min privilege level changed from ' 51 ' to '51' by 'Operator7' \n"},
+            {kAlarmResetDocument, L"", [&] { security.SetAlarmResetPassword(L"12<3"); },
+             L"<root> <!--Created  2014-03-05 14:07:09--><ManualAlarmResetPwd>12&lt;3</ManualAlarmResetPwd>"
+             L"<History tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></root>",
+             L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
+            {kAlarmResetDocument, L"<root><!--no password--></root>", [&] { security.SetAlarmResetPassword(L"9"); },
+             L"<root><!--no password--><ManualAlarmResetPwd>9</ManualAlarmResetPwd>"
+             L"<History tstamp=\"2014-03-05 14:07:09\" by=\"Operator7\"/></root>",
+             L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
+            {kAccountsDocument, L"",
+             [&] {
+                 security.SetAccountLists({L"", L"anna", L""}, false);
+             },
+             L"<root> <!--Created 2014-03-05 14:07:09--> <L2>anna</L2><History level=\"52\" "
+             L"tstamp=\"2014-03-05 14:07:09\" old=\"\" new=\"anna\" by=\"Operator7\"/></root>",
+             L"STR-0128 SECURITY 1 Changed L2 SID list Operator7: original=\"\" new=\"anna\"\n"
+             L"STR-0144 SECURITY 2 Account list for Vantor Level 2 was changed by 'Operator7'\n"},
+            {kAccountsDocument, L"<root><!--keep--><x/><L1 name=\" Old \">S-1-5-7</L1><L1/><L2>two</L2></root>",
+             [&] {
+                 security.SetAccountLists({L" S-1-5-21-9 ,,o'neil & co]", L"two", L"S-1-1-0,s-1-1-0"}, false);
+             },
+             L"<root><!--keep--><x/><L2>two</L2><L1 name=\"PLANT\\A &quot;&lt;&amp;]&gt; B\">S-1-5-21-9</L1>"
+             L"<L1>o'neil &amp; co]</L1>"
+             L"<History level=\"51\" tstamp=\"2014-03-05 14:07:09\" old=\"Old [S-1-5-7]\" "
+             L"new=\"PLANT\\A &quot;&lt;&amp;]&gt; B [S-1-5-21-9],o'neil &amp; co]\" by=\"Operator7\"/>"
+             L"<L3 name=\"\">S-1-1-0</L3><L3>s-1-1-0</L3>"
+             L"<History level=\"55\" tstamp=\"2014-03-05 14:07:09\" old=\"\" new=\"[S-1-1-0],s-1-1-0\" "
+             L"by=\"Operator7\"/></root>",
+             L"STR-0128 SECURITY 1 Changed L1 SID list Operator7: original=\"Old [S-1-5-7]\" new=\"PLANT\\A \"<&]> B "
+             L"[S-1-5-21-9],o'neil & co]\"\n"
+             L"STR-0144 SECURITY 2 Account list for Vantor Level 1 was changed by 'Operator7'\n"
+             L"STR-0128 SECURITY 1 Changed L3 SID list Operator7: original=\"\" new=\"[S-1-1-0],s-1-1-0\"\n"
+             L"STR-0144 SECURITY 2 Account list for Vantor Level 3 was changed by 'Operator7'\n"}};
     for (const auto& [format, before, change, after, record] : cases) {
         host.machine.rows.clear();
         Put(format, before);
