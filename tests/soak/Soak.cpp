@@ -96,17 +96,41 @@ Function EntryPoint(HMODULE library, const char* name) {
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
 
+template <class Interface = IDispatch>
+ComPtr<Interface> New(const ComPtr<IClassFactory>& factory) {
+    ComPtr<Interface> object;
+    Require(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), "a new object");
+    return object;
+}
+
+// A late-bound use of an object; arguments from the last one to the first.
+struct Use {
+    const wchar_t* member;
+    std::vector<_variant_t> arguments = {};
+    WORD kind = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+};
+
+_variant_t Call(IDispatch& object, const Use& use) {
+    auto* name = const_cast<wchar_t*>(use.member);
+    auto* arguments = const_cast<_variant_t*>(use.arguments.data());
+    DISPID id = 0, put = DISPID_PROPERTYPUT;
+    const UINT puts = use.kind == DISPATCH_PROPERTYPUT ? 1 : 0;
+    DISPPARAMS parameters{arguments, &put, static_cast<UINT>(use.arguments.size()), puts};
+    _variant_t result;
+    Require(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "a member's name");
+    Require(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, use.kind, &parameters, &result, nullptr, nullptr),
+            "a member's call");
+    return result;
+}
+
 // Makes the DLL set up all that it sets up late, and raise an exception inside.
 void UseLateBound(HMODULE library) {
     ComPtr<IClassFactory> factory;
-    ComPtr<_DahsIniEntries> object;
-    ComPtr<_DahsIniEntry> none;
-    DISPID id = 0;
-    wchar_t name[] = L"Item", *names = name;
     Require(EntryPoint<GetClassObject>(library, "DllGetClassObject")(__uuidof(DahsIniEntries), IID_PPV_ARGS(&factory)),
             "class object");
-    Require(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), "object");
-    Require(object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id), "a name");
+    const auto object = New<_DahsIniEntries>(factory);
+    Call(*object.Get(), {L"Count"});
+    ComPtr<_DahsIniEntry> none;
     Require(FAILED(object->Item0(0, &none)), "there is no entry");
     Require(EntryPoint<CanUnloadNow>(library, "DllCanUnloadNow")() == S_FALSE, "the DLL stays while it is used");
 }
@@ -144,31 +168,10 @@ void LeaveSlotsToTheProgram(const std::wstring& path) {
     }
 }
 
-template <class Interface>
-ComPtr<Interface> New(const CLSID& clsid) {
-    ComPtr<Interface> object;
-    Require(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "a new object");
-    return object;
-}
-
-// A late-bound use of an object; arguments from the last one to the first.
-struct Use {
-    const wchar_t* member;
-    std::vector<_variant_t> arguments = {};
-    WORD kind = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-};
-
-_variant_t Call(IDispatch& object, const Use& use) {
-    auto* name = const_cast<wchar_t*>(use.member);
-    auto* arguments = const_cast<_variant_t*>(use.arguments.data());
-    DISPID id = 0, put = DISPID_PROPERTYPUT;
-    const UINT puts = use.kind == DISPATCH_PROPERTYPUT ? 1 : 0;
-    DISPPARAMS parameters{arguments, &put, static_cast<UINT>(use.arguments.size()), puts};
-    _variant_t result;
-    Require(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), "a member's name");
-    Require(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, use.kind, &parameters, &result, nullptr, nullptr),
-            "a member's call");
-    return result;
+ComPtr<IClassFactory> FactoryOf(const CLSID& clsid) {
+    ComPtr<IClassFactory> factory;
+    Require(CoGetClassObject(clsid, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&factory)), "class object");
+    return factory;
 }
 
 // Creates objects of each class, uses and releases them.
@@ -192,9 +195,10 @@ void Classes(long count) {
         {"NimboSecurity", __uuidof(NimboSecurity), {{L"GetUserPrivilegeLevel"}, {L"Teardown"}}},
     };
     for (const auto& each : classes) {
+        const ComPtr<IClassFactory> factory = FactoryOf(each.clsid);
         const bool isSlow = std::strchr(each.name, ',') != nullptr;
         Repeat(each.name, isSlow ? count / 10 : count, [&](long) {
-            const auto object = New<IDispatch>(each.clsid);
+            const auto object = New(factory);
             for (const Use& use : each.uses) {
                 Call(*object.Get(), use);
             }
@@ -219,8 +223,9 @@ void SiteReads(long count) {
     }
     const v5::test::SiteFolder folder(text);
     const Use read = {L"ReadVantorINI2", {true, 0L}}, ask = {L"GetInfoArray", {0L}};
+    const ComPtr<IClassFactory> factory = FactoryOf(__uuidof(DahsIniMain));
     Repeat("reads of a site", count, [&](long) {
-        const auto site = New<IDispatch>(__uuidof(DahsIniMain));
+        const auto site = New(factory);
         Require(static_cast<bool>(Call(*site.Get(), read)), "the site is read");
         Call(*site.Get(), ask);
     });
@@ -228,7 +233,7 @@ void SiteReads(long count) {
 
 void LogLines(long count) {
     const std::wstring file = TemporaryFile(L".log");
-    const ComPtr<_LogFileClass> log = New<_LogFileClass>(__uuidof(LogFileClass));
+    const ComPtr<_LogFileClass> log = New<_LogFileClass>(FactoryOf(__uuidof(LogFileClass)));
     const _bstr_t line(L"analyser 2: calibration drift within limits");
     VARIANT_BOOL done = VARIANT_FALSE;
     log->StartLog(_bstr_t(file.c_str()), _bstr_t(L"Soak"), VARIANT_TRUE, VARIANT_TRUE, &done);
@@ -244,7 +249,7 @@ void PrivilegeChecks(long count) {
     const std::wstring file = TemporaryFile(L".db");
     const _bstr_t login((L"Data Source=" + file + L";Integrated Security=SSPI").c_str()), none(L"");
     {
-        const ComPtr<_NimboSecurity> security = New<_NimboSecurity>(__uuidof(NimboSecurity));
+        const ComPtr<_NimboSecurity> security = New<_NimboSecurity>(FactoryOf(__uuidof(NimboSecurity)));
         VARIANT_BOOL done = VARIANT_FALSE;
         security->Setup(_bstr_t(L"S1"), _bstr_t(L"EN"), login, none, _bstr_t(L"Soak"), VARIANT_TRUE, &done);
         Require(done == VARIANT_TRUE, "a database");
