@@ -7,6 +7,7 @@
 #include <sqlite3.h>
 
 #include <string>
+#include <vector>
 
 namespace v5::test {
 
@@ -47,6 +48,23 @@ class OtherProgram {
 
     // The engine's result code: SQLITE_OK, SQLITE_CONSTRAINT …
     int Execute(const char* sql) { return sqlite3_exec(mConnection, sql, nullptr, nullptr, nullptr); }
+
+    // The rows of a query, the columns of each behind one another with a blank between.
+    std::vector<std::wstring> Rows(const char* sql) {
+        std::vector<std::wstring> rows;
+        sqlite3_stmt* query = nullptr;
+        EXPECT_EQ(sqlite3_prepare_v2(mConnection, sql, -1, &query, nullptr), SQLITE_OK);
+        while (sqlite3_step(query) == SQLITE_ROW) {
+            std::wstring row;
+            for (int column = 0; column < sqlite3_column_count(query); ++column) {
+                const auto* text = static_cast<const wchar_t*>(sqlite3_column_text16(query, column));
+                row += (column > 0 ? L" " : L"") + std::wstring(text != nullptr ? text : L"");
+            }
+            rows.push_back(row);
+        }
+        sqlite3_finalize(query);
+        return rows;
+    }
 
   private:
     sqlite3* mConnection = nullptr;

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "V5DBIL.h"
 #include "V5Msgs.h"
 #include "V5Strings.h"
 #include "component/Client.h"
@@ -49,36 +48,10 @@ class SecurityComponent : public testing::Test {
     }
     long Status() { return Get(mSecurity.Get(), L"SecurityEnabledStatus"); }
 
-    // "kind tag text" of every record in the site's event log.
+    // "kind tag text" of every record of security in the site's event log.
     std::vector<std::wstring> AuditTrail() {
-        ComPtr<IDatabaseInterface> database;
-        EXPECT_EQ(CoCreateInstance(CLSID_DatabaseInterface, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&database)),
-                  S_OK);
-        VARIANT_BOOL done = VARIANT_FALSE;
-        const _bstr_t site(kSite), none(L""), login(mFile.WindowsLogin().c_str());
-        database->Initialise(site, none, login, none, none, none, none, VARIANT_TRUE, 0, &done);
-        database->OpenSite(site, -1, -1, -1, 0, 0, 0, &done);
-        _variant_t records;
-        EXPECT_EQ(database->ReadEventLog(site, 0, &records), S_OK);
-        std::vector<std::wstring> trail;
-        LONG last = -1;
-        if (V_VT(&records) != VT_EMPTY) {
-            SafeArrayGetUBound(V_ARRAY(&records), 1, &last);
-        }
-        for (LONG row = 0; row <= last; ++row) {
-            const auto field = [&](LONG column) {
-                LONG position[] = {row, column};
-                _variant_t value;
-                SafeArrayGetElement(V_ARRAY(&records), position, &value);
-                return std::wstring(static_cast<const wchar_t*>(_bstr_t(value)));
-            };
-            EXPECT_EQ(field(EventLogColumn_Category), L"SECURITY");
-            EXPECT_EQ(field(EventLogColumn_Source), L"");
-            trail.push_back(field(EventLogColumn_Kind) + L" " + field(EventLogColumn_Tag) + L" " +
-                            field(EventLogColumn_Text));
-        }
-        database->Close();
-        return trail;
+        return OtherProgram(mFile.Path())
+            .Rows("SELECT kind, tag, text FROM event_log WHERE category = 'SECURITY' AND source = '' ORDER BY number");
     }
 
     DatabaseFile mFile;
