@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
 #include "fuzz/Fuzz.h"
 #include "unit/FakeSecurityHost.h"
 
