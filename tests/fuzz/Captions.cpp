@@ -1,4 +1,6 @@
 // The caption filter and the prompt's line breaks.
+#include <algorithm>
+
 #include "dialogs/PromptWrap.h"
 #include "dialogs/TimeFields.h"
 #include "fuzz/Fuzz.h"
@@ -8,12 +10,10 @@ namespace {
 // Ten twips a character; of several lines the widest counts.
 int Width(std::wstring_view text) {
     size_t widest = 0;
-    size_t from = 0;
-    for (size_t end = text.find(L"\r\n"); end != std::wstring_view::npos; end = text.find(L"\r\n", from)) {
-        widest = end - from > widest ? end - from : widest;
-        from = end + 2;
+    for (size_t from = 0, end = 0; end != text.npos; from = end + 2) {
+        end = text.find(L"\r\n", from);
+        widest = std::max(widest, std::min(end, text.size()) - from);
     }
-    widest = text.size() - from > widest ? text.size() - from : widest;
     return static_cast<int>(widest) * 10;
 }
 
