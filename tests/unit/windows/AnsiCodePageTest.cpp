@@ -16,10 +16,10 @@ TEST(AnsiCodePage, OneByteForEachUnitInEveryCodePage) {
         {65001, L"12 \u00B5g \u65E5", "12 ?g ?"},       // two and three bytes
         {65001, {L'a', 0xD83D, 0xDE00, L'b'}, "a??b"},  // four bytes for two units
         {1252, L"", ""}};
-    for (const auto& [codePage, text, bytes] : rows) {
+    for (const auto& [codePage, text, expected] : rows) {
         std::string bytes(text.size() + 1, '#');
         AnsiCodePage(codePage).Encode(text, bytes.data());
-        EXPECT_EQ(bytes, bytes + "#") << codePage;
+        EXPECT_EQ(bytes, expected + "#") << codePage;
     }
 }
 
