@@ -160,58 +160,54 @@ TEST(DateDialog, NoDateIsAnAnswerOnlyWhereItIsAllowed) {
 // Walks by months, days, years and cells from the calendar's ends and from leap days, beside the library's calendar.
 TEST(DateDialog, WalksTheCalendar) {
     using namespace std::chrono;
-    const auto moved = [](year_month_day from, year_month month) {
-        const year_month_day last = month / std::chrono::last;
-        const int year{month.year()};
-        return year < kMinYear || year > kMaxYear ? from : month / std::min(from.day(), last.day());
-    };
+    const auto number = [](auto part) { return static_cast<int>(static_cast<unsigned>(part)); };
     std::mt19937 random(1);
     const auto between = [&](int low, int high) { return low + static_cast<int>(random() % (high - low + 1u)); };
-    for (const year_month_day start : {100y / 1 / 1, 9999y / 12 / 31, 2000y / 2 / 29, 2023y / 12 / 31}) {
-        for (int walk = 0; walk < 200; ++walk) {
-            year_month_day day = start;
-            DateDialogModel dialog =
-                DateDialog({int{day.year()}, int(unsigned{day.month()}), int(unsigned{day.day()})});
-            for (int step = 0; step < 10; ++step) {
-                const year_month month = day.year() / day.month();
-                const int firstCell = static_cast<int>(weekday(sys_days(month / 1)).c_encoding());
-                const int lastDay = static_cast<int>(unsigned{year_month_day(month / std::chrono::last).day()});
-                for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
-                    const int shown = cell - firstCell + 1;
-                    ASSERT_EQ(dialog.Grid().DayAt(cell), shown >= 1 && shown <= lastDay ? shown : 0);
-                }
-                ASSERT_EQ(dialog.Grid().DayAt(dialog.SelectedCell()), static_cast<int>(unsigned{day.day()}));
-                ASSERT_EQ(dialog.YearText(), std::to_wstring(int{day.year()}));
-                ASSERT_EQ(dialog.Month(), static_cast<int>(unsigned{day.month()}));
-                ASSERT_EQ(AnswerOf(dialog), (CivilDateTime{int{day.year()}, dialog.Month(), int(unsigned{day.day()})}));
-                const int count = between(-13, 13);
-                const int cell = between(0, MonthGrid::kCells - 1);
-                switch (between(0, 4)) {
-                    case 0:
-                        dialog.MoveMonths(count);
-                        day = moved(day, month + months(count));
-                        break;
-                    case 1:
-                        dialog.MoveDays(count);
-                        if (const year_month_day to = sys_days(day) + days(count);
-                            int{to.year()} >= kMinYear && int{to.year()} <= kMaxYear) {
-                            day = to;
-                        }
-                        break;
-                    case 2:
-                        dialog.StepYear(count > 0);
-                        day = moved(day, month + years(count > 0 ? 1 : -1));
-                        break;
-                    case 3:
-                        dialog.ChooseMonth(1 + cell % 12);
-                        day = moved(day, day.year() / (1 + cell % 12));
-                        break;
-                    default:
-                        if (const int chosen = dialog.Grid().DayAt(cell); chosen != 0) {
-                            day = month / chosen;
-                        }
-                        dialog.ChooseCell(cell);  // a hidden one changes nothing
-                }
+    for (int walk = 0; walk < 800; ++walk) {
+        const year_month_day starts[] = {100y / 1 / 1, 9999y / 12 / 31, 2000y / 2 / 29, 2023y / 12 / 31};
+        year_month_day day = starts[walk % 4];
+        DateDialogModel dialog = DateDialog({int{day.year()}, number(day.month()), number(day.day())});
+        const auto moveTo = [&](year_month month, std::chrono::day to) {  // the last day, where there are not so many
+            if (int{month.year()} >= kMinYear && int{month.year()} <= kMaxYear) {
+                day = month / std::min(to, year_month_day_last(month / last).day());
+            }
+        };
+        for (int step = 0; step < 10; ++step) {
+            const year_month month = day.year() / day.month();
+            const int firstCell = static_cast<int>(weekday(sys_days(month / 1)).c_encoding());
+            const int lastDay = number(year_month_day_last(month / last).day());
+            for (int cell = 0; cell < MonthGrid::kCells; ++cell) {
+                const int shown = cell - firstCell + 1;
+                ASSERT_EQ(dialog.Grid().DayAt(cell), shown >= 1 && shown <= lastDay ? shown : 0);
+            }
+            ASSERT_EQ(dialog.Grid().DayAt(dialog.SelectedCell()), number(day.day()));
+            ASSERT_EQ(dialog.YearText(), std::to_wstring(int{day.year()}));
+            ASSERT_EQ(AnswerOf(dialog), (CivilDateTime{int{day.year()}, dialog.Month(), number(day.day())}));
+            ASSERT_EQ(dialog.Month(), number(day.month()));
+            const int count = between(-13, 13), cell = between(0, MonthGrid::kCells - 1);
+            const int chosen = dialog.Grid().DayAt(cell);
+            switch (between(0, 4)) {
+                case 0:
+                    dialog.MoveMonths(count);
+                    moveTo(month + months(count), day.day());
+                    break;
+                case 1:
+                    dialog.MoveDays(count);
+                    if (const year_month_day to = sys_days(day) + days(count); to.ok()) {
+                        moveTo(to.year() / to.month(), to.day());
+                    }
+                    break;
+                case 2:
+                    dialog.StepYear(count > 0);
+                    moveTo(month + years(count > 0 ? 1 : -1), day.day());
+                    break;
+                case 3:
+                    dialog.ChooseMonth(1 + cell % 12);
+                    moveTo(day.year() / (1 + cell % 12), day.day());
+                    break;
+                default:
+                    dialog.ChooseCell(cell);
+                    day = chosen != 0 ? month / chosen : day;  // a hidden one changes nothing
             }
         }
     }
@@ -219,19 +215,16 @@ TEST(DateDialog, WalksTheCalendar) {
 
 TEST(DateDialog, TypedYears) {
     const DateDialogModel leapDay = DateDialog({2024, 2, 29, 10});
-    const struct {
-        const wchar_t* text;
-        int answers;  // OK pressed while the text stands there
-        const wchar_t* left;
-    } cases[] = {{L"2028", 2028, L"2028"}, {L"", 2024, L"2024"},     {L"99", 2024, L"2024"},
-                 {L"400", 400, L"400"},    {L"0000", 2024, L"2024"}, {L"20x4", 2024, L"2024"}};
-    for (const auto& each : cases) {
+    const std::tuple<std::wstring, int, const wchar_t*> cases[] = {{L"2028", 2028, L"2028"}, {L"", 2024, L"2024"},
+                                                                   {L"99", 2024, L"2024"},   {L"400", 400, L"400"},
+                                                                   {L"0000", 2024, L"2024"}, {L"20x4", 2024, L"2024"}};
+    for (const auto& [text, year, left] : cases) {
         DateDialogModel typed = leapDay;
-        typed.SetYearText(each.text);
-        EXPECT_EQ(AnswerOf(typed), (CivilDateTime{each.answers, 2, 29, 10}));
+        typed.SetYearText(text);
+        EXPECT_EQ(AnswerOf(typed), (CivilDateTime{year, 2, 29, 10})) << "OK pressed while the text stands there";
         typed.LeaveYear();
-        EXPECT_EQ(typed.YearText(), each.left);
-        EXPECT_EQ(typed.TakeCorrection(), each.left != std::wstring_view(each.text));
+        EXPECT_EQ(typed.YearText(), left);
+        EXPECT_EQ(typed.TakeCorrection(), left != text);
     }
     DateDialogModel dialog = leapDay;
     for (const wchar_t* text : {L"202", L"20", L"2", L"", L"2", L"20", L"202", L"2028"}) {

@@ -11,25 +11,17 @@
 
 namespace v5 {
 
-// The operations of stand-ins: each asks here, by its name, whether it goes well. `failing` names the operation that
-// fails, after `whenItFails` has run: what a client does about the message that announces the failure.
+// The operations of stand-ins: each asks here, by its name, whether it goes well. `failing` names the one that fails.
 struct Operations {
     std::string failing;
     bool failsQuietly = false;  // what fails answers false or nothing instead of raising
-    std::function<void()> whenItFails;
     std::function<void(const char*)> onCall = [](const char*) {};  // before each operation; may throw
     std::vector<std::string> calls;
 
     bool Succeeds(const char* operation) {
         calls.emplace_back(operation);
         onCall(operation);
-        if (failing != operation) {
-            return true;
-        }
-        if (whenItFails) {
-            whenItFails();
-        }
-        return false;
+        return failing != operation;
     }
     void Require(const char* operation) {
         if (!Succeeds(operation) && !failsQuietly) {

@@ -48,8 +48,9 @@ struct FakeMachine : Operations {
     std::vector<std::uint32_t> pauses;
 };
 
-class FakeDatabase : public SiteDatabase {
-  public:
+struct FakeDatabase : SiteDatabase {
+    FakeMachine& m_;
+
     explicit FakeDatabase(FakeMachine& machine) : m_(machine) {}
 
     bool SetApplicationName(std::wstring_view) override { return m_.Succeeds("SetApplicationName"); }
@@ -83,13 +84,11 @@ class FakeDatabase : public SiteDatabase {
         return m_.Answer("UsesWindowsAuthentication", connectionString == L"windows");
     }
     bool AllowsSqlLogins(std::wstring_view) override { return m_.Answer("AllowsSqlLogins", m_.allowsSqlLogins); }
-
-  private:
-    FakeMachine& m_;
 };
 
-class FakeAccounts : public Accounts {
-  public:
+struct FakeAccounts : Accounts {
+    FakeMachine& m_;
+
     explicit FakeAccounts(FakeMachine& machine) : m_(machine) {}
 
     std::wstring CurrentUserName() override { return m_.Answer("Accounts.CurrentUserName", m_.windowsUser); }
@@ -104,9 +103,6 @@ class FakeAccounts : public Accounts {
     std::wstring AccountNameOfSid(std::wstring_view sid) override {
         return m_.Answer("AccountNameOfSid", m_.accountNames[std::wstring(sid)]);
     }
-
-  private:
-    FakeMachine& m_;
 };
 
 class FakeSecurityHost : public SecurityHost, public Clock {

@@ -15,8 +15,7 @@
 
 namespace v5 {
 
-class FakeSiteHost : public SiteHost {
-  public:
+struct FakeSiteHost : SiteHost {
     mutable Operations machine;
     std::wstring systemFolder = L"C:\\Site";  // empty: the variable is not defined
     std::set<std::wstring> folders = {L"C:\\", L"C:\\Site", L"C:\\Windows\\Temp"};
@@ -69,12 +68,10 @@ class FakeSiteHost : public SiteHost {
         return text;
     }
     std::wstring LibraryFolder() const override {
-        machine.Succeeds("LibraryFolder");
-        return L"C:\\Program\\Bin";
+        return machine.Succeeds("LibraryFolder") ? L"C:\\Program\\Bin" : L"";
     }
     std::wstring TemporaryFolder() const override {
-        machine.Succeeds("TemporaryFolder");
-        return L"C:\\Windows\\Temp";
+        return machine.Succeeds("TemporaryFolder") ? L"C:\\Windows\\Temp" : L"";
     }
     std::wstring LocalComputerName() const override { return L"DAS1"; }
     bool IsLocalComputer(const std::wstring& name) const override {

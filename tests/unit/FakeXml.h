@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "FailCall.h"
@@ -17,8 +18,10 @@ struct Node {
     bool removed = false;
 };
 
-class MemoryElement : public XmlElement {
-  public:
+struct MemoryElement : XmlElement {
+    std::shared_ptr<Node> mNode;
+    Operations& m_;
+
     MemoryElement(std::shared_ptr<Node> node, Operations& machine) : mNode(std::move(node)), m_(machine) {}
     std::wstring Text() const override { return m_.Answer("Text", mNode->text); }
     void PutText(std::wstring_view text) override {
@@ -39,15 +42,13 @@ class MemoryElement : public XmlElement {
         m_.Require("Remove");
         mNode->removed = true;
     }
-
-  private:
-    std::shared_ptr<Node> mNode;
-    Operations& m_;
 };
 
 // A document in memory: the elements under the root, in text and back. Enough for what the rules write.
-class MemoryDocument : public XmlDocument {
-  public:
+struct MemoryDocument : XmlDocument {
+    Operations& m_;
+    std::vector<std::shared_ptr<Node>> mNodes;
+
     MemoryDocument(std::wstring_view text, Operations& machine) : m_(machine) {
         size_t at = text.find(L'>') + 1;  // behind <root>
         while ((at = text.find(L'<', at)) != text.npos && text[at + 1] != L'/') {
@@ -91,10 +92,6 @@ class MemoryDocument : public XmlDocument {
         }
         return text + L"</root>";
     }
-
-  private:
-    Operations& m_;
-    std::vector<std::shared_ptr<Node>> mNodes;
 };
 
 }  // namespace v5

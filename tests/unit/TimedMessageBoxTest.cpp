@@ -45,7 +45,7 @@ TEST(PromptWrap, BreaksAtBlanksOrInsideTooLongWords) {
         EXPECT_EQ(Wrap(prompt, 10), wrapped);
     }
     EXPECT_EQ(Wrap(L"abc", 0), L"a\r\nb\r\nc");  // ends even where nothing fits
-    constexpr wchar_t kPair[] = {0xD83D, 0xDE00, 0xD83D, 0xDE00, 0};
+    constexpr wchar_t kPair[] = {0xD800, 0xDC00, 0xDBFF, 0xDFFF, 0};
     EXPECT_EQ(Wrap(kPair, 3), std::wstring(kPair, 2) + L"\r\n" + (kPair + 2));  // never cut in two
 }
 

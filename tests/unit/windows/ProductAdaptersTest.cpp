@@ -35,23 +35,17 @@ TEST(WindowsRegistry, ReadsTextsOfEveryLengthAndNothingElse) {
     RegDeleteKeyW(HKEY_CURRENT_USER, kKey);
 }
 
-TEST(HtmlHelpViewer, AFolderIsNoHelpFile) {
-    wchar_t system[MAX_PATH];
-    GetSystemDirectoryW(system, MAX_PATH);
-    const HtmlHelpViewer viewer(nullptr);
-    EXPECT_TRUE(viewer.FileExists(std::wstring(system) + L"\\kernel32.dll"));
-    EXPECT_FALSE(viewer.FileExists(system));
-    EXPECT_FALSE(viewer.FileExists(std::wstring(system) + L"\\no such file.chm"));
-}
-
-TEST(HtmlHelpViewer, IsTheSystemsOwn) {
-    wchar_t system[MAX_PATH];
-    GetSystemDirectoryW(system, MAX_PATH);
+TEST(HtmlHelpViewer, IsTheSystemsOwnAndTakesNoFolderForAFile) {
+    wchar_t folder[MAX_PATH], loaded[MAX_PATH] = {};
+    GetSystemDirectoryW(folder, MAX_PATH);
+    const std::wstring system = folder;
+    HtmlHelpViewer viewer(nullptr);
+    EXPECT_TRUE(viewer.FileExists(system + L"\\kernel32.dll"));
+    EXPECT_FALSE(viewer.FileExists(system) || viewer.FileExists(system + L"\\no such file.chm"));
     ASSERT_EQ(GetModuleHandleW(L"hhctrl.ocx"), nullptr) << "must not be loaded before it is needed";
-    HtmlHelpViewer(nullptr).Open(L"Z:\\no such folder\\VantorManual.chm");
-    wchar_t loaded[MAX_PATH] = {};
+    viewer.Open(L"Z:\\no such folder\\VantorManual.chm");
     GetModuleFileNameW(GetModuleHandleW(L"hhctrl.ocx"), loaded, MAX_PATH);
-    EXPECT_EQ(lstrcmpiW(loaded, (std::wstring(system) + L"\\hhctrl.ocx").c_str()), 0);
+    EXPECT_EQ(lstrcmpiW(loaded, (system + L"\\hhctrl.ocx").c_str()), 0);
 }
 
 TEST(LateBound, FailuresCarryTheStatus) {
