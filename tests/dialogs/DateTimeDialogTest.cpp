@@ -16,14 +16,8 @@ constexpr int kHour = ids::TimeText(TimePart::Hour);
 constexpr int kMinute = ids::TimeText(TimePart::Minute);
 constexpr int kAmPm = ids::TimeText(TimePart::AmPm);
 
-using Work = std::function<void(const Dialog&)>;
-
 TimeAnswer AskTime(double initial, const Work& work) {
-    TimeAnswer answer;
-    ModalCall call([&] { answer = GetTimeFromUser(kTitle, initial); });
-    work(Dialog(kTitle));
-    call.Wait();
-    return answer;
+    return AnswerOf([&] { return GetTimeFromUser(kTitle, initial); }, kTitle, work);
 }
 
 struct DateOptions {
@@ -33,13 +27,10 @@ struct DateOptions {
 };
 
 double AskDate(double initial, const Work& work, DateOptions options = {}) {
-    double answer = -2;
-    ModalCall call([&] {
-        answer = GetDateFromUser(kTitle, initial, options.dateOnly, options.minutesAlso, options.dateCannotBeNull);
-    });
-    work(Dialog(kTitle));
-    call.Wait();
-    return answer;
+    const auto call = [&] {
+        return GetDateFromUser(kTitle, initial, options.dateOnly, options.minutesAlso, options.dateCannotBeNull);
+    };
+    return AnswerOf(call, kTitle, work);
 }
 
 // What can be seen of day, month, year, hour, minute and half of the day: the one with the focus in brackets, a dash
@@ -69,20 +60,12 @@ struct Step {
     const wchar_t* shown;
 };
 
-Work Press(const std::vector<WORD>& keys) {
-    return [keys](const Dialog& dialog) { dialog.Keys(keys); };
-}
-
 Work PressHolding(WORD held, WORD key) {
     return [held, key](const Dialog& dialog) { dialog.Key(key, held); };
 }
 
 Work Type(const wchar_t* text) {
     return [text](const Dialog& dialog) { dialog.Type(text); };
-}
-
-Work Click(int id) {
-    return [id](const Dialog& dialog) { dialog.Click(id); };
 }
 
 // A click on the half of an up-down control that steps up or down.
@@ -227,10 +210,7 @@ TEST(DateDialog, StepByStep) {
 }
 
 TEST(DateAndTimeDialog, EveryWayToCancel) {
-    const Work ways[] = {[](const Dialog& dialog) { dialog.Key(VK_ESCAPE); },
-                         [](const Dialog& dialog) { dialog.Click(IDCANCEL); },
-                         [](const Dialog& dialog) { PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }};
-    for (const Work& way : ways) {
+    for (const Work& way : {Press({VK_ESCAPE}), Click(IDCANCEL), Work(CloseByCaption)}) {
         EXPECT_TRUE(AskTime(0.25, way).cancelled);
         EXPECT_EQ(AskDate(DateOf(2024, 12, 20), way), 0.0);
     }
