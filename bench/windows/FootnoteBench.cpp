@@ -1,7 +1,5 @@
 // Footnote marks through the interface, against the scripting run-time's dictionary in the hands of the same client,
 // and against a tenth of the footnotes.
-#include <comutil.h>
-
 #include <vector>
 
 #include "V5Strings.h"
@@ -22,39 +20,35 @@ namespace {
 constexpr size_t kTexts = 100'000;
 constexpr int kRounds = 10;  // the first creates the footnotes, the others repeat them
 
-void AskList(const std::vector<_bstr_t>& texts, size_t count) {
+void AskList(const std::vector<_variant_t>& texts, size_t count) {
     const auto list = Create<_FootnoteList>(L"V5Strings.FootnoteList");
     for (int round = 0; round < kRounds; ++round) {
         for (size_t i = 0; i < count; ++i) {
             BSTR mark = nullptr;
-            Check(list->CreateOrGetFootnote(nullptr, texts[i], &mark), "CreateOrGetFootnote");
+            Check(list->CreateOrGetFootnote(nullptr, V_BSTR(&texts[i]), &mark), "CreateOrGetFootnote");
             SysFreeString(mark);
         }
     }
 }
 
 // The quickest use of the dictionary: asking for a missing key makes an empty entry, so that one call does.
-void AskDictionary(const std::vector<_bstr_t>& texts, size_t count) {
+void AskDictionary(const std::vector<_variant_t>& texts, size_t count) {
     const auto dictionary = Create<IDictionary>(L"Scripting.Dictionary");
     for (int round = 0; round < kRounds; ++round) {
         for (size_t i = 0; i < count; ++i) {
-            VARIANT key, mark;
-            V_VT(&key) = VT_BSTR;
-            V_BSTR(&key) = texts[i];
-            VariantInit(&mark);
-            Check(dictionary->get_Item(&key, &mark), "get_Item");
+            auto* key = const_cast<_variant_t*>(&texts[i]);
+            _variant_t mark;
+            Check(dictionary->get_Item(key, &mark), "get_Item");
             if (V_VT(&mark) == VT_EMPTY) {
-                V_VT(&mark) = VT_BSTR;
-                V_BSTR(&mark) = SysAllocString((L"[" + std::to_wstring(i + 1) + L"]").c_str());
-                Check(dictionary->put_Item(&key, &mark), "put_Item");
+                mark = (L"[" + std::to_wstring(i + 1) + L"]").c_str();
+                Check(dictionary->put_Item(key, &mark), "put_Item");
             }
-            VariantClear(&mark);
         }
     }
 }
 
 void Footnotes(Table& table) {
-    std::vector<_bstr_t> texts;
+    std::vector<_variant_t> texts;
     for (size_t i = 0; i < kTexts; ++i) {
         texts.emplace_back((L"Substituted, run " + std::to_wstring(i)).c_str());
     }

@@ -124,34 +124,24 @@ void LateBinding(Table& table) {
     Member number(main.Get(), L"DahsID"), text(main.Get(), L"SiteID"),
         two(list.Get(), L"CreateOrGetFootnote", {_variant_t(static_cast<IDispatch*>(nullptr)), L"a"}),
         count(dictionary.Get(), L"Count"), exists(dictionary.Get(), L"Exists", {L"a"});
-    const struct {
-        const char* name;
-        double goal;
-        Member *ours, *peers;
-    } calls[] = {{"number / ITypeInfo::Invoke", 0.5, &number, nullptr},
-                 {"number / Scripting.Dictionary.Count", 0.5, &number, &count},
-                 {"text / ITypeInfo::Invoke", 0.5, &text, nullptr},
-                 {"two arguments / ITypeInfo::Invoke", 0.7, &two, nullptr},
-                 {"two arguments / Scripting.Dictionary.Exists", 1.3, &two, &exists}};
-    for (const auto& [name, goal, ours, peers] : calls) {
-        Compare(table, name, goal, Often([call = ours] { call->Invoke(); }),
-                peers == nullptr ? Often([call = ours] { call->InvokeByTypeInfo(); })
-                                 : Often([call = peers] { call->Invoke(); }));
-    }
+    const auto invoke = [](Member& member) { return Often([&] { member.Invoke(); }); };
+    const auto byTypeInfo = [](Member& member) { return Often([&] { member.InvokeByTypeInfo(); }); };
+    Compare(table, "number / ITypeInfo::Invoke", 0.5, invoke(number), byTypeInfo(number));
+    Compare(table, "number / Scripting.Dictionary.Count", 0.5, invoke(number), invoke(count));
+    Compare(table, "text / ITypeInfo::Invoke", 0.5, invoke(text), byTypeInfo(text));
+    Compare(table, "two arguments / ITypeInfo::Invoke", 0.7, invoke(two), byTypeInfo(two));
+    Compare(table, "two arguments / Scripting.Dictionary.Exists", 1.3, invoke(two), invoke(exists));
 
-    struct Names {
-        const char* name;
-        std::vector<const wchar_t*> wanted;
-    };
-    for (auto& [name, wanted] :
-         {Names{"name, the first member / ITypeInfo", {L"Problems"}},
-          Names{"name, a late member in another case / ITypeInfo", {L"sqlconnectionstring_OSTRA"}},
-          Names{"name with a named argument / ITypeInfo", {L"FindRedundantDasIDs", L"LNGSecondaryDasID"}}}) {
-        auto** const names = const_cast<wchar_t**>(wanted.data());
+    const auto names = [&](const char* name, std::vector<const wchar_t*> wanted) {
+        auto** const first = const_cast<wchar_t**>(wanted.data());
         const auto size = static_cast<UINT>(wanted.size());
-        Compare(table, name, 0.1, Often([&, names, size] { number.Find(names, size); }),
-                Often([&, names, size] { number.FindByTypeInfo(names, size); }));
-    }
+        Compare(table, name, 0.1, Often([&, first, size] { number.Find(first, size); }),
+                Often([&, first, size] { number.FindByTypeInfo(first, size); }));
+    };
+    names("name, the first member / ITypeInfo", {L"Problems"});
+    names("name, a late member in another case / ITypeInfo", {L"sqlconnectionstring_OSTRA"});
+    names("name with a named argument / ITypeInfo", {L"FindRedundantDasIDs", L"LNGSecondaryDasID"});
+
     const _variant_t entries = Call(main.Get(), L"DahsEntries");
     ForEach(table, V_DISPATCH(&entries));
 }

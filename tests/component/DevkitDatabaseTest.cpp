@@ -212,7 +212,6 @@ TEST_F(DevkitDatabase, FailuresAreToldByEventAndByResult) {
     ComPtr<ISiteInfo> info;
     EXPECT_EQ(db->get_SiteInfo(_bstr_t(L"S9"), &info), E_FAIL);
     EXPECT_EQ(told(), L"DBIL: cannot tell about the site: site 'S9' is not initialised");
-
 }
 
 }  // namespace

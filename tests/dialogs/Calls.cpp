@@ -7,60 +7,46 @@ namespace v5::test {
 
 namespace {
 
-ComPtr<_NimboStringsMain> Facade() {
-    ComPtr<_NimboStringsMain> facade;
-    EXPECT_EQ(CreateByName(L"V5Strings.NimboStringsMain").As(&facade), S_OK);
-    return facade;
-}
-
-_bstr_t Bstr(const std::wstring& text) {
-    return _bstr_t(text.c_str());
-}
-
-VARIANT_BOOL Bool(bool value) {
-    return value ? VARIANT_TRUE : VARIANT_FALSE;
+_variant_t Ask(const wchar_t* member, const std::vector<_variant_t>& arguments) {
+    const CallResult result = Call(CreateByName(L"V5Strings.NimboStringsMain").Get(), member, arguments);
+    EXPECT_EQ(result.status, S_OK) << member;
+    return result.value;
 }
 
 }  // namespace
 
 long AsyncMsgBox(const std::wstring& prompt, long buttons, const std::wstring& title, long timeout) {
-    long result = -1;
-    EXPECT_EQ(Facade()->AsyncMsgBox(Bstr(prompt), buttons, Bstr(title), 0, VARIANT_FALSE, timeout, &result), S_OK);
-    return result;
+    return Ask(L"AsyncMsgBox", {prompt.c_str(), buttons, title.c_str(), 0L, false, timeout});
 }
 
 double GetDateFromUser(const std::wstring& caption, double initial, bool dateOnly, bool minutesAlso,
                        bool dateCannotBeNull) {
-    DATE result = -2;
-    EXPECT_EQ(Facade()->GetDateFromUser(Bstr(caption), initial, Bool(dateOnly), Bool(minutesAlso),
-                                        Bool(dateCannotBeNull), &result),
-              S_OK);
-    return result;
+    return Ask(L"GetDateFromUser",
+               {caption.c_str(), _variant_t(initial, VT_DATE), dateOnly, minutesAlso, dateCannotBeNull});
 }
 
 TimeAnswer GetTimeFromUser(const std::wstring& caption, double initial) {
-    DATE result = -2;
     VARIANT_BOOL cancelled = 1;
-    EXPECT_EQ(Facade()->GetTimeFromUser(Bstr(caption), initial, &cancelled, &result), S_OK);
+    const double time =
+        Ask(L"GetTimeFromUser", {caption.c_str(), _variant_t(initial, VT_DATE), ByReference(VT_BOOL, &cancelled)});
     EXPECT_TRUE(cancelled == VARIANT_TRUE || cancelled == VARIANT_FALSE);
-    return {result, cancelled == VARIANT_TRUE};
+    return {time, cancelled == VARIANT_TRUE};
 }
 
 DahsAnswer GetDahsIdFromUser(long initial, bool allowSecondary, bool allowRemote) {
     long dahsID = -1;
-    VARIANT_BOOL chosen = 1;
-    EXPECT_EQ(Facade()->GetDahsIDFromUser4(initial, &dahsID, V5Strings::IgnoreEntriesWithBlankConnStrings,
-                                           Bool(allowSecondary), Bool(allowRemote), &chosen),
-              S_OK);
-    return {chosen == VARIANT_TRUE, dahsID};
+    const bool chosen = Ask(L"GetDahsIDFromUser4", {initial, ByReference(VT_I4, &dahsID),
+                                                    static_cast<long>(V5Strings::IgnoreEntriesWithBlankConnStrings),
+                                                    allowSecondary, allowRemote});
+    return {chosen, dahsID};
 }
 
 void ShowVantorAboutBox(const std::wstring& application) {
-    EXPECT_EQ(Facade()->ShowVantorAboutBox(nullptr, Bstr(application)), S_OK);
+    Ask(L"ShowVantorAboutBox", {_variant_t(static_cast<IDispatch*>(nullptr)), application.c_str()});
 }
 
 void ShowVantorSupportInfo() {
-    EXPECT_EQ(Facade()->ShowVantorSupportInfo(nullptr), S_OK);
+    Ask(L"ShowVantorSupportInfo", {_variant_t(static_cast<IDispatch*>(nullptr))});
 }
 
 std::vector<AnyDialog> AllDialogs() {
@@ -77,16 +63,12 @@ std::vector<AnyDialog> AllDialogs() {
 
 ComPtr<IUnknown> LoadComponent() {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    return Facade();
+    return CreateByName(L"V5Strings.NimboStringsMain");
 }
 
 double DateOf(int year, int month, int day, int hour, int minute) {
-    SYSTEMTIME time{};
-    time.wYear = static_cast<WORD>(year);
-    time.wMonth = static_cast<WORD>(month);
-    time.wDay = static_cast<WORD>(day);
-    time.wHour = static_cast<WORD>(hour);
-    time.wMinute = static_cast<WORD>(minute);
+    const auto word = [](int value) { return static_cast<WORD>(value); };
+    SYSTEMTIME time{word(year), word(month), 0, word(day), word(hour), word(minute), 0, 0};
     double date = 0;
     EXPECT_TRUE(SystemTimeToVariantTime(&time, &date));
     return date;

@@ -65,8 +65,6 @@ std::wstring DismissMessage() {
     return text;
 }
 
-using Work = std::function<void(const Dialog&)>;
-
 // Works the dialog, and gives the answer: the identifier, and "chosen" or not.
 std::wstring Ask(long initial, const Work& work, const std::wstring& message = L"", bool allowAll = true) {
     DahsAnswer answer;
@@ -77,10 +75,6 @@ std::wstring Ask(long initial, const Work& work, const std::wstring& message = L
     work(Dialog(kTitle));
     call.Wait();
     return std::to_wstring(answer.dahsID) + (answer.chosen ? L" chosen" : L"");
-}
-
-Work Press(const std::vector<WORD>& keys) {
-    return [keys](const Dialog& dialog) { dialog.Keys(keys); };
 }
 
 const std::vector<Das> kPair = {{3, "NORTH", "Secondary"}, {5, "NORTH", "Primary"}, {9, "SOUTH", "Standalone", true}};
@@ -110,8 +104,8 @@ TEST(DahsChooserDialog, WaysToChoose) {
         {5, Press({'S', VK_RETURN}), L"9 chosen"},           // type-ahead
         {9, [](const Dialog& dialog) { dialog.Click(List(dialog).window, List(dialog).Place(1), 2); }, L"5 chosen"},
         {5, Press({VK_DOWN, VK_ESCAPE}), L"5"},
-        {5, [](const Dialog& dialog) { dialog.Click(IDCANCEL); }, L"5"},
-        {5, [](const Dialog& dialog) { PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }, L"5"},
+        {5, Click(IDCANCEL), L"5"},
+        {5, CloseByCaption, L"5"},
     };
     for (const auto& each : cases) {
         EXPECT_EQ(Ask(each.initial, each.work), each.answer) << &each - cases;

@@ -16,14 +16,8 @@ constexpr int kHour = ids::TimeText(TimePart::Hour);
 constexpr int kMinute = ids::TimeText(TimePart::Minute);
 constexpr int kAmPm = ids::TimeText(TimePart::AmPm);
 
-using Work = std::function<void(const Dialog&)>;
-
 TimeAnswer AskTime(double initial, const Work& work) {
-    TimeAnswer answer;
-    ModalCall call([&] { answer = GetTimeFromUser(kTitle, initial); });
-    work(Dialog(kTitle));
-    call.Wait();
-    return answer;
+    return AnswerOf([&] { return GetTimeFromUser(kTitle, initial); }, kTitle, work);
 }
 
 struct DateOptions {
@@ -33,13 +27,10 @@ struct DateOptions {
 };
 
 double AskDate(double initial, const Work& work, DateOptions options = {}) {
-    double answer = -2;
-    ModalCall call([&] {
-        answer = GetDateFromUser(kTitle, initial, options.dateOnly, options.minutesAlso, options.dateCannotBeNull);
-    });
-    work(Dialog(kTitle));
-    call.Wait();
-    return answer;
+    const auto call = [&] {
+        return GetDateFromUser(kTitle, initial, options.dateOnly, options.minutesAlso, options.dateCannotBeNull);
+    };
+    return AnswerOf(call, kTitle, work);
 }
 
 // What can be seen of day, month, year, hour, minute and half of the day: the one with the focus in brackets, a dash
@@ -59,7 +50,6 @@ std::wstring Shown(const Dialog& dialog) {
             shown += (shown.empty() ? L"" : L" ") + (dialog.FocusId() == id ? L"[" + text + L"]" : text);
         }
     }
-    EXPECT_EQ(dialog.IsVisible(kAmPm), dialog.IsVisible(ids::TimeUpDown(TimePart::AmPm)));
     return shown + (!dialog.IsVisible(ids::chkNull) ? L"" : dialog.IsChecked(ids::chkNull) ? L" none" : L" date");
 }
 
@@ -69,20 +59,12 @@ struct Step {
     const wchar_t* shown;
 };
 
-Work Press(const std::vector<WORD>& keys) {
-    return [keys](const Dialog& dialog) { dialog.Keys(keys); };
-}
-
 Work PressHolding(WORD held, WORD key) {
     return [held, key](const Dialog& dialog) { dialog.Key(key, held); };
 }
 
 Work Type(const wchar_t* text) {
     return [text](const Dialog& dialog) { dialog.Type(text); };
-}
-
-Work Click(int id) {
-    return [id](const Dialog& dialog) { dialog.Click(id); };
 }
 
 // A click on the half of an up-down control that steps up or down.
@@ -106,23 +88,10 @@ Work Through(const std::vector<Step>& steps, bool clicks) {
             step.act(dialog);
             Eventually([&] { return Shown(dialog) == step.shown; });
             EXPECT_EQ(Shown(dialog), step.shown) << "step " << &step - steps.data();
+            EXPECT_EQ(dialog.IsVisible(kAmPm), dialog.IsVisible(ids::TimeUpDown(TimePart::AmPm)));
         }
         clicks ? dialog.Click(IDOK) : dialog.Key(VK_RETURN);
     };
-}
-
-// The controls that Tab visits, from the present one on, once around.
-std::vector<int> TabOrder(const Dialog& dialog) {
-    std::vector<int> order;
-    const int first = dialog.FocusId();
-    int focus = first;
-    do {
-        order.push_back(focus);
-        dialog.Key(VK_TAB);
-        EXPECT_EVENTUALLY(dialog.FocusId() != focus);
-        focus = dialog.FocusId();
-    } while (focus != first && order.size() < 100);
-    return order;
 }
 
 }  // namespace
@@ -227,10 +196,7 @@ TEST(DateDialog, StepByStep) {
 }
 
 TEST(DateAndTimeDialog, EveryWayToCancel) {
-    const Work ways[] = {[](const Dialog& dialog) { dialog.Key(VK_ESCAPE); },
-                         [](const Dialog& dialog) { dialog.Click(IDCANCEL); },
-                         [](const Dialog& dialog) { PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }};
-    for (const Work& way : ways) {
+    for (const Work& way : {Press({VK_ESCAPE}), Click(IDCANCEL), Work(CloseByCaption)}) {
         EXPECT_TRUE(AskTime(0.25, way).cancelled);
         EXPECT_EQ(AskDate(DateOf(2024, 12, 20), way), 0.0);
     }
@@ -268,9 +234,14 @@ TEST(DateDialog, EveryCellOfTheMonthWithTodayAndTheSelectedDayMarked) {
 
 TEST(DateDialog, TabVisitsEverythingOnceAndMnemonicsDoNotClash) {
     const auto work = [](const Dialog& dialog) {
-        EXPECT_EQ(TabOrder(dialog),
-                  (std::vector<int>{ids::optDayOfMonth(19), kHour, kMinute, kAmPm, ids::chkNull, IDOK, IDCANCEL,
-                                    ids::cmdMonthMove[0], ids::cboMonth, ids::txtYear, ids::cmdMonthMove[1]}));
+        std::vector<int> order;
+        do {
+            order.push_back(dialog.FocusId());
+            dialog.Key(VK_TAB);
+            EXPECT_EVENTUALLY(dialog.FocusId() != order.back());
+        } while (dialog.FocusId() != order.front() && order.size() < 100);
+        EXPECT_EQ(order, (std::vector<int>{ids::optDayOfMonth(19), kHour, kMinute, kAmPm, ids::chkNull, IDOK, IDCANCEL,
+                                           ids::cmdMonthMove[0], ids::cboMonth, ids::txtYear, ids::cmdMonthMove[1]}));
         std::wstring mnemonics;
         for (HWND control = GetWindow(dialog.Window(), GW_CHILD); control != nullptr;
              control = GetWindow(control, GW_HWNDNEXT)) {

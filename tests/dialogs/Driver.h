@@ -79,4 +79,27 @@ class Dialog {
     HWND mWindow;
 };
 
+// What a user does with a dialog.
+using Work = std::function<void(const Dialog&)>;
+
+inline Work Press(const std::vector<WORD>& keys) {
+    return [keys](const Dialog& dialog) { dialog.Keys(keys); };
+}
+inline Work Click(int id) {
+    return [id](const Dialog& dialog) { dialog.Click(id); };
+}
+inline void CloseByCaption(const Dialog& dialog) {
+    PostMessageW(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+}
+
+// Makes a modal call, works its dialog, and gives the call's answer.
+template <class Call>
+auto AnswerOf(const Call& call, const std::wstring& title, const Work& work) {
+    decltype(call()) answer{};
+    ModalCall modal([&] { answer = call(); });
+    work(Dialog(title));
+    modal.Wait();
+    return answer;
+}
+
 }  // namespace v5::test

@@ -11,68 +11,50 @@ namespace {
 constexpr wchar_t kTitle[] = L"Password under test";
 
 // What the user's input gives; "(cancelled)" when cancelled.
-std::wstring Ask(const std::function<void(const Dialog&)>& work) {
-    std::wstring answer;
-    ModalCall call([&] {
-        answer = L"(cancelled)";
+std::wstring Ask(const Work& work) {
+    const auto call = [] {
+        std::wstring answer = L"(cancelled)";
         AskForPassword({L"Type the password & press OK.", kTitle}, [&](const SecretText& typed) {
             answer = typed.View();
             return true;
         });
-    });
-    work(Dialog(kTitle));
-    call.Wait();
-    return answer;
-}
-
-std::wstring ClipboardText() {
-    std::wstring text;
-    if (OpenClipboard(nullptr)) {
-        if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-            text = static_cast<const wchar_t*>(GlobalLock(data));
-            GlobalUnlock(data);
-        }
-        CloseClipboard();
-    }
-    return text;
+        return answer;
+    };
+    return AnswerOf(call, kTitle, work);
 }
 
 }  // namespace
 
 TEST(PasswordDialog, GivesTheTypedTextOrNothing) {
-    EXPECT_EQ(Ask([](const Dialog& dialog) {
-                  EXPECT_EQ(dialog.Text(ids::lblMsg), L"Type the password & press OK.");
-                  EXPECT_EQ(dialog.FocusId(), ids::txtPassword);
-                  dialog.Type(L"Pa55 word");
-                  dialog.Key(VK_RETURN);
-              }),
-              L"Pa55 word");
-    EXPECT_EQ(Ask([](const Dialog& dialog) { dialog.Click(IDOK); }), L"");
-    EXPECT_EQ(Ask([](const Dialog& dialog) {
-                  dialog.Type(L"typed");
-                  dialog.Key(VK_ESCAPE);
-              }),
-              L"(cancelled)");
-    EXPECT_EQ(Ask([](const Dialog& dialog) { dialog.Click(IDCANCEL); }), L"(cancelled)");
+    const auto type = [](const Dialog& dialog) {
+        EXPECT_EQ(dialog.Text(ids::lblMsg), L"Type the password & press OK.");
+        EXPECT_EQ(dialog.FocusId(), ids::txtPassword);
+        dialog.Type(L"Pa55 word");
+        dialog.Key(VK_RETURN);
+    };
+    EXPECT_EQ(Ask(type), L"Pa55 word");
+    EXPECT_EQ(Ask(Click(IDOK)), L"");
+    EXPECT_EQ(Ask(Press({'X', VK_ESCAPE})), L"(cancelled)");
+    EXPECT_EQ(Ask(Click(IDCANCEL)), L"(cancelled)");
 }
 
 TEST(PasswordDialog, KeepsTheTextInTheBox) {
-    EXPECT_EQ(Ask([](const Dialog& dialog) {
-                  const HWND box = dialog.Control(ids::txtPassword);
-                  dialog.Type(L"secret");
-                  // Characters arrive one by one; the selection tells when the last one has.
-                  EXPECT_EVENTUALLY(HIWORD(SendMessageW(box, EM_GETSEL, 0, 0)) == 6);
-                  EXPECT_NE(SendMessageW(box, EM_GETPASSWORDCHAR, 0, 0), 0);
-                  EXPECT_EQ(TextOf(box), L"");
-                  SendMessageW(box, EM_SETSEL, 0, -1);
-                  SendMessageW(box, WM_COPY, 0, 0);
-                  SendMessageW(box, WM_CUT, 0, 0);
-                  EXPECT_EQ(ClipboardText().find(L"secret"), std::wstring::npos);
-                  SendMessageW(box, EM_SETPASSWORDCHAR, 0, 0);
-                  EXPECT_NE(SendMessageW(box, EM_GETPASSWORDCHAR, 0, 0), 0);
-                  dialog.Key(VK_RETURN);
-              }),
-              L"secret");
+    const auto spy = [](const Dialog& dialog) {
+        const HWND box = dialog.Control(ids::txtPassword);
+        dialog.Type(L"secret");
+        // Characters arrive one by one; the selection tells when the last one has.
+        EXPECT_EVENTUALLY(HIWORD(SendMessageW(box, EM_GETSEL, 0, 0)) == 6);
+        EXPECT_EQ(TextOf(box), L"");
+        const DWORD clipboard = GetClipboardSequenceNumber();
+        SendMessageW(box, EM_SETSEL, 0, -1);
+        SendMessageW(box, WM_COPY, 0, 0);
+        SendMessageW(box, WM_CUT, 0, 0);
+        EXPECT_EQ(GetClipboardSequenceNumber(), clipboard);
+        SendMessageW(box, EM_SETPASSWORDCHAR, 0, 0);
+        EXPECT_NE(SendMessageW(box, EM_GETPASSWORDCHAR, 0, 0), 0);
+        dialog.Key(VK_RETURN);
+    };
+    EXPECT_EQ(Ask(spy), L"secret");
 }
 
 }  // namespace v5::test

@@ -1,10 +1,9 @@
 // A refused privilege check that a password overcomes, through the registered component and its real windows.
-#include <comutil.h>
-#include <wrl/client.h>
-
 #include "Driver.h"
 #include "ProductConstants.h"
 #include "V5Strings.h"
+#include "component/Client.h"
+#include "component/SiteFolder.h"
 #include "dialogs/ControlIds.h"
 #include "platform/AnsiCodePage.h"
 #include "security/Scrambler.h"
@@ -16,40 +15,33 @@ namespace {
 constexpr wchar_t kPromptTitle[] = L"Confirm alarms";
 constexpr wchar_t kBoxTitle[] = L"Vantor Security";
 
-struct Answer {
-    VARIANT_BOOL allowed = VARIANT_FALSE;
-    VARIANT_BOOL master = VARIANT_TRUE;
-    std::wstring errorMessage = L"untouched";
-};
-
 // Asks for the confirmation of alarms on a fresh site whose alarm-reset password is "reset", and works the windows.
-Answer Check(const std::function<void()>& work) {
-    wchar_t folder[MAX_PATH], file[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    GetTempFileNameW(folder, L"v5p", 0, file);
-    DeleteFileW(file);
-    const _bstr_t site(L"S1"), login((std::wstring(L"Data Source=") + file + L";Integrated Security=SSPI").c_str());
+// Gives "allowed" or "refused", "master" for the master password, and the message.
+std::wstring Check(const std::function<void()>& work) {
+    const SiteFolder folder("");
+    const std::wstring login = L"Data Source=" + folder.Path() + L"\\S1.db;Integrated Security=SSPI";
     const std::wstring reset(Scramble(L"reset", product::kScramblerKey, AnsiCodePage()).View());
-    Answer answer;
+    std::wstring answer;
     ModalCall call([&] {
-        Microsoft::WRL::ComPtr<_NimboSecurity> security;
-        ASSERT_EQ(CoCreateInstance(__uuidof(NimboSecurity), nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&security)),
-                  S_OK);
-        VARIANT_BOOL done = VARIANT_FALSE;
-        security->Setup(site, _bstr_t(L"EN"), login, login, _bstr_t(L"Dialog tests"), VARIANT_FALSE, &done);
-        EXPECT_EQ(done, VARIANT_TRUE);
-        security->SetManualAlarmResetPwd(_bstr_t(reset.c_str()), &done);
-        EXPECT_EQ(done, VARIANT_TRUE);
-        _bstr_t message(L"left over");
-        security->CheckUserPrivilegeLevelEx(V5Strings::RID_DR_CloseManualConfirmation, VARIANT_TRUE, &message.GetBSTR(),
-                                            _bstr_t(L"Alarm-reset password:"), _bstr_t(kPromptTitle), &answer.master,
-                                            &answer.allowed);
-        answer.errorMessage = static_cast<const wchar_t*>(message);
-        security->Teardown();
+        const ComPtr<IDispatch> security = CreateByName(L"V5Strings.NimboSecurity");
+        const auto ask = [&](const wchar_t* member, const std::vector<_variant_t>& arguments) {
+            const CallResult result = Call(security.Get(), member, arguments);
+            EXPECT_EQ(result.status, S_OK) << member;
+            return result.value == _variant_t(true);
+        };
+        EXPECT_TRUE(ask(L"Setup", {L"S1", L"EN", login.c_str(), login.c_str(), L"Dialog tests", false}));
+        EXPECT_TRUE(ask(L"SetManualAlarmResetPwd", {reset.c_str()}));
+        _variant_t message(L"left over"), master(true);
+        answer = ask(L"CheckUserPrivilegeLevelEx",
+                     {static_cast<long>(V5Strings::RID_DR_CloseManualConfirmation), true, ByReference(message),
+                      L"Alarm-reset password:", kPromptTitle, ByReference(master)})
+                     ? L"allowed"
+                     : L"refused";
+        answer += (master == _variant_t(true) ? L" master" : L"") + Text(message);
+        ask(L"Teardown", {});
     });
     work();
     call.Wait();
-    DeleteFileW(file);
     return answer;
 }
 
@@ -70,7 +62,7 @@ HWND TypeWrongPassword() {
 }  // namespace
 
 TEST(PrivilegeCheckDialogs, AfterAWrongPasswordComesTheRightOneOrACancel) {
-    const Answer right = Check([] {
+    const auto typeRight = [] {
         const HWND first = TypeWrongPassword();
         const Dialog prompt(kPromptTitle);
         RECT place{};
@@ -78,16 +70,13 @@ TEST(PrivilegeCheckDialogs, AfterAWrongPasswordComesTheRightOneOrACancel) {
         EXPECT_TRUE(prompt.Window() == first && place.left == 33 && place.top == 44);
         prompt.Type(L"reset");  // into a box that is empty again
         prompt.Key(VK_RETURN);
-    });
-    EXPECT_EQ(right.allowed, VARIANT_TRUE);
-    EXPECT_EQ(right.master, VARIANT_FALSE);
-    EXPECT_EQ(right.errorMessage, L"");
-    const Answer cancelled = Check([] {
+    };
+    EXPECT_EQ(Check(typeRight), L"allowed");
+    const auto cancel = [] {
         TypeWrongPassword();
         Dialog(kPromptTitle).Key(VK_ESCAPE);
-    });
-    EXPECT_EQ(cancelled.allowed, VARIANT_FALSE);
-    EXPECT_EQ(cancelled.errorMessage, L"");
+    };
+    EXPECT_EQ(Check(cancel), L"refused");
 }
 
 }  // namespace v5::test

@@ -1,9 +1,8 @@
 // No test: `./dev shots` runs this by its name to take a picture of every dialog.
-#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "Calls.h"
 #include "SiteFile.h"
@@ -15,88 +14,62 @@ namespace v5::test {
 
 namespace {
 
-// A copy of a window as it stands on the screen.
-class Picture {
-  public:
-    explicit Picture(HWND window) {
-        GetWindowRect(window, &mArea);
-        mInfo.biSize = sizeof mInfo;
-        mInfo.biWidth = mArea.right - mArea.left;
-        mInfo.biHeight = mArea.top - mArea.bottom;
-        mInfo.biPlanes = 1;
-        mInfo.biBitCount = 24;
-        const HDC screen = GetDC(nullptr);
-        mDc = CreateCompatibleDC(screen);
-        mBitmap =
-            CreateDIBSection(screen, reinterpret_cast<const BITMAPINFO*>(&mInfo), DIB_RGB_COLORS, &mPixels, nullptr, 0);
-        SelectObject(mDc, mBitmap);
-        BitBlt(mDc, 0, 0, mInfo.biWidth, -mInfo.biHeight, screen, mArea.left, mArea.top, SRCCOPY);
-        ReleaseDC(nullptr, screen);
-    }
-    ~Picture() {
-        DeleteDC(mDc);
-        DeleteObject(mBitmap);
-    }
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
-
-    bool operator==(const Picture& other) const {
-        return Size() == other.Size() && std::memcmp(mPixels, other.mPixels, Size()) == 0;
-    }
-
-    // Draws the cross of the close box, for which the test machine has no font.
-    void DrawCloseCross(HWND window) const {
-        RECT box{};
-        for (LONG x = mArea.left; x < mArea.right; ++x) {
-            for (LONG y = mArea.top; y < mArea.top + GetSystemMetrics(SM_CYCAPTION); ++y) {
-                if (SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == HTCLOSE) {
-                    const RECT point{x, y, x + 1, y + 1};
-                    UnionRect(&box, &box, &point);
-                }
+// Draws the cross of the close box, for which the test machine has no font.
+void DrawCloseCross(HDC dc, HWND window, const RECT& area) {
+    RECT box{};
+    for (LONG x = area.left; x < area.right; ++x) {
+        for (LONG y = area.top; y < area.top + GetSystemMetrics(SM_CYCAPTION); ++y) {
+            if (SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == HTCLOSE) {
+                const RECT point{x, y, x + 1, y + 1};
+                UnionRect(&box, &box, &point);
             }
         }
-        OffsetRect(&box, -mArea.left, -mArea.top);
-        InflateRect(&box, -2, -2);
-        const UINT state = GetMenuState(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND);
-        FillRect(mDc, &box, GetSysColorBrush(COLOR_BTNFACE));
-        SetBkMode(mDc, TRANSPARENT);
-        SetTextColor(mDc, GetSysColor((state & MF_GRAYED) != 0 ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
-        DrawTextW(mDc, L"\u00D7", 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOCLIP);
-        GdiFlush();
     }
+    OffsetRect(&box, -area.left, -area.top);
+    InflateRect(&box, -2, -2);
+    const UINT state = GetMenuState(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND);
+    FillRect(dc, &box, GetSysColorBrush(COLOR_BTNFACE));
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, GetSysColor((state & MF_GRAYED) != 0 ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
+    DrawTextW(dc, L"\u00D7", 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOCLIP);
+}
 
-    void Save(const std::string& path) const {
-        BITMAPFILEHEADER header{};
-        header.bfType = 0x4D42;  // "BM"
-        header.bfOffBits = sizeof header + sizeof mInfo;
-        header.bfSize = header.bfOffBits + static_cast<DWORD>(Size());
-        std::ofstream file(path, std::ios::binary);
-        ASSERT_TRUE(file.is_open()) << path;
-        file.write(reinterpret_cast<const char*>(&header), sizeof header);
-        file.write(reinterpret_cast<const char*>(&mInfo), sizeof mInfo);
-        file.write(static_cast<const char*>(mPixels), static_cast<std::streamsize>(Size()));
-    }
-
-  private:
-    // Rows end at multiples of four bytes.
-    size_t Size() const {
-        return (static_cast<size_t>(mInfo.biWidth) * 3 + 3) / 4 * 4 * static_cast<size_t>(-mInfo.biHeight);
-    }
-
-    RECT mArea{};
-    BITMAPINFOHEADER mInfo{};
-    HDC mDc = nullptr;
-    HBITMAP mBitmap = nullptr;
-    void* mPixels = nullptr;
+// A copy of a window as it stands on the screen: a BMP file behind its first header.
+struct Picture {
+    BITMAPINFOHEADER info{};
+    std::vector<char> pixels;
 };
+
+Picture PictureOf(HWND window, bool drawsCross) {
+    RECT area{};
+    GetWindowRect(window, &area);
+    const LONG width = area.right - area.left, height = area.bottom - area.top;
+    Picture picture;
+    picture.info = {sizeof picture.info, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    picture.pixels.resize(static_cast<size_t>((width * 3 + 3) / 4 * 4 * height));  // rows end at multiples of four
+    const HDC screen = GetDC(nullptr), dc = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+    const HGDIOBJ previous = SelectObject(dc, bitmap);
+    BitBlt(dc, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
+    if (drawsCross) {
+        DrawCloseCross(dc, window, area);
+    }
+    SelectObject(dc, previous);
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), picture.pixels.data(),
+              reinterpret_cast<BITMAPINFO*>(&picture.info), DIB_RGB_COLORS);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+    return picture;
+}
 
 // Whether the window looks the same for a while: all of it is painted.
 bool HasSettled(HWND window) {
     constexpr DWORD kStepMilliseconds = 60;
-    const Picture first(window);
+    const Picture first = PictureOf(window, false);
     for (int i = 0; i < 3; ++i) {
         Sleep(kStepMilliseconds);
-        if (!(Picture(window) == first)) {
+        if (PictureOf(window, false).pixels != first.pixels) {
             return false;
         }
     }
@@ -113,11 +86,15 @@ void Shoot(const std::string& name, const std::wstring& title, const std::functi
     SendMessageW(dialog.Window(), WM_NCACTIVATE, TRUE, 0);  // without a window manager, captions look inactive
     RedrawWindow(dialog.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_FRAME);
     EXPECT_EVENTUALLY(HasSettled(dialog.Window()));
-    const Picture picture(dialog.Window());
-    if (GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr) {
-        picture.DrawCloseCross(dialog.Window());
-    }
-    picture.Save(std::string(folder) + "\\" + name + ".bmp");
+    const bool isWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    const Picture picture = PictureOf(dialog.Window(), isWine);
+    constexpr DWORD kHeaders = sizeof(BITMAPFILEHEADER) + sizeof picture.info;
+    const BITMAPFILEHEADER header{0x4D42, kHeaders + picture.info.biSizeImage, 0, 0, kHeaders};  // "BM"
+    std::ofstream file(std::string(folder) + "\\" + name + ".bmp", std::ios::binary);
+    ASSERT_TRUE(file.is_open()) << name;
+    file.write(reinterpret_cast<const char*>(&header), sizeof header);
+    file.write(reinterpret_cast<const char*>(&picture.info), sizeof picture.info);
+    file.write(picture.pixels.data(), static_cast<std::streamsize>(picture.pixels.size()));
     for (const WPARAM id : {IDCANCEL, IDABORT, IDNO}) {
         PostMessageW(dialog.Window(), WM_COMMAND, id, 0);
     }

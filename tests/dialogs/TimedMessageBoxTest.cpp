@@ -10,12 +10,8 @@ namespace {
 constexpr wchar_t kTitle[] = L"Message box under test";
 
 // Shows a box, works it, and gives its answer.
-long Answer(long style, const std::function<void(const Dialog&)>& work, long timeout = 0) {
-    long result = -1;
-    ModalCall call([&] { result = AsyncMsgBox(L"Go on?", style, kTitle, timeout); });
-    work(Dialog(kTitle));
-    call.Wait();
-    return result;
+long Answer(long style, const Work& work, long timeout = 0) {
+    return AnswerOf([&] { return AsyncMsgBox(L"Go on?", style, kTitle, timeout); }, kTitle, work);
 }
 
 int Pixels(int twips) {
@@ -94,8 +90,7 @@ TEST(TimedMessageBox, KeysAnswer) {
         {0x04, {VK_TAB, VK_TAB, VK_RETURN}, 6},
     };
     for (const auto& each : cases) {
-        EXPECT_EQ(Answer(each.style, [&](const Dialog& box) { box.Keys(each.keys); }), each.answer)
-            << each.style << " " << each.keys.front();
+        EXPECT_EQ(Answer(each.style, Press(each.keys)), each.answer) << each.style << " " << each.keys.front();
     }
     EXPECT_EQ(Answer(4, [](const Dialog& box) { box.Key('N', VK_MENU); }), 7);  // the mnemonic
 }

@@ -15,12 +15,15 @@ width32=(win32)
 make_certificate 2>/dev/null
 make_test_packages win64 "${width32[@]}"
 if [ "$WOW64" = 1 ]; then machine_suite win64 "${width32[@]}"; else machine_suite win64; fi
-# The previous release's packages, where the machine has them.
-[ -z "${V5_PREVIOUS:-}" ] || upgrade_from "$(realpath "$V5_PREVIOUS")" win64 $([ "$WOW64" = 0 ] || echo "${width32[@]}")
 # 32-bit programs on a 32-bit system, on the same display.
 if [ ${#width32[@]} = 1 ] && need_system32; then
   choose_wine win32
   machine_suite win32
+fi
+# The previous release's packages, where the machine has them.
+if [ -n "${V5_PREVIOUS:-}" ]; then
+  choose_wine win64
+  upgrade_from "$(realpath "$V5_PREVIOUS")" win64 $([ "$WOW64" = 0 ] || echo "${width32[@]}")
 fi
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]

@@ -10,7 +10,6 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <thread>
 #include <vector>
@@ -181,6 +180,7 @@ void Classes(long count) {
         const char* name;
         const CLSID& clsid;
         std::vector<Use> uses;  // none where each member opens a window, or there is none
+        int cost = 1;
     } classes[] = {
         {"Footnote", __uuidof(Footnote), {{L"Text", {text}, DISPATCH_PROPERTYPUT}, {L"Text"}}},
         {"FootnoteList", __uuidof(FootnoteList), {{L"CreateOrGetFootnote", {text, nobody}}}},
@@ -191,25 +191,18 @@ void Classes(long count) {
         {"NimboStringsMain", __uuidof(NimboStringsMain), {{L"IsFactoryComputer"}}},
         {"NimboHelp", __uuidof(NimboHelp), {}},
         {"DahsIniMain", __uuidof(DahsIniMain), {{L"DahsID"}}},
-        {"DahsIniMain, forced entry", __uuidof(DahsIniMain), {{L"SetupWithOneForcedDahsEntry", {site}}}},
+        {"DahsIniMain, forced entry", __uuidof(DahsIniMain), {{L"SetupWithOneForcedDahsEntry", {site}}}, 10},
         {"NimboSecurity", __uuidof(NimboSecurity), {{L"GetUserPrivilegeLevel"}, {L"Teardown"}}},
     };
     for (const auto& each : classes) {
         const ComPtr<IClassFactory> factory = FactoryOf(each.clsid);
-        const bool isSlow = std::strchr(each.name, ',') != nullptr;
-        Repeat(each.name, isSlow ? count / 10 : count, [&](long) {
+        Repeat(each.name, count / each.cost, [&](long) {
             const auto object = New(factory);
             for (const Use& use : each.uses) {
                 Call(*object.Get(), use);
             }
         });
     }
-}
-
-std::wstring TemporaryFile(const wchar_t* name) {
-    wchar_t folder[MAX_PATH] = L"";
-    GetTempPathW(MAX_PATH, folder);
-    return folder + (L"V5Soak" + std::to_wstring(GetCurrentProcessId())) + name;
 }
 
 void SiteReads(long count) {
@@ -232,34 +225,26 @@ void SiteReads(long count) {
 }
 
 void LogLines(long count) {
-    const std::wstring file = TemporaryFile(L".log");
-    const ComPtr<_LogFileClass> log = New<_LogFileClass>(FactoryOf(__uuidof(LogFileClass)));
-    const _bstr_t line(L"analyser 2: calibration drift within limits");
-    VARIANT_BOOL done = VARIANT_FALSE;
-    log->StartLog(_bstr_t(file.c_str()), _bstr_t(L"Soak"), VARIANT_TRUE, VARIANT_TRUE, &done);
-    Require(done == VARIANT_TRUE, "a log file");
-    Repeat("log lines", count, [&](long) { log->WriteToLog(line); });
-    log->get_IsActive(&done);
-    Require(done == VARIANT_TRUE, "the log is still open");
-    log->StopLog();
-    DeleteFileW(file.c_str());
+    const v5::test::SiteFolder folder("");
+    const ComPtr<IDispatch> log = New(FactoryOf(__uuidof(LogFileClass)));
+    const Use start = {L"StartLog", {true, true, L"Soak", (folder.Path() + L"\\soak.log").c_str()}},
+              line = {L"WriteToLog", {L"analyser 2: calibration drift within limits"}};
+    Require(static_cast<bool>(Call(*log.Get(), start)), "a log file");
+    Repeat("log lines", count, [&](long) { Call(*log.Get(), line); });
+    Require(static_cast<bool>(Call(*log.Get(), {L"IsActive"})), "the log is still open");
+    Call(*log.Get(), {L"StopLog"});
 }
 
 void PrivilegeChecks(long count) {
-    const std::wstring file = TemporaryFile(L".db");
-    const _bstr_t login((L"Data Source=" + file + L";Integrated Security=SSPI").c_str()), none(L"");
-    {
-        const ComPtr<_NimboSecurity> security = New<_NimboSecurity>(FactoryOf(__uuidof(NimboSecurity)));
-        VARIANT_BOOL done = VARIANT_FALSE;
-        security->Setup(_bstr_t(L"S1"), _bstr_t(L"EN"), login, none, _bstr_t(L"Soak"), VARIANT_TRUE, &done);
-        Require(done == VARIANT_TRUE, "a database");
-        security->EnableSecurity();
-        Repeat("privilege checks", count, [&](long) {
-            security->CheckUserPrivilegeLevel(static_cast<RestrictionIDEnum>(301), VARIANT_FALSE, &done);
-        });
-        security->Teardown();
-    }
-    DeleteFileW(file.c_str());
+    const v5::test::SiteFolder folder("");
+    const ComPtr<IDispatch> security = New(FactoryOf(__uuidof(NimboSecurity)));
+    const _bstr_t login((L"Data Source=" + folder.Path() + L"\\S1.db;Integrated Security=SSPI").c_str());
+    Require(static_cast<bool>(Call(*security.Get(), {L"Setup", {true, L"Soak", L"", login, L"EN", L"S1"}})),
+            "a database");
+    Call(*security.Get(), {L"EnableSecurity"});
+    const Use check = {L"CheckUserPrivilegeLevel", {false, static_cast<long>(V5Strings::RID_DBE_EditNewOccurs)}};
+    Repeat("privilege checks", count, [&](long) { Call(*security.Get(), check); });
+    Call(*security.Get(), {L"Teardown"});
 }
 
 }  // namespace

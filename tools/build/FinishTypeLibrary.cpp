@@ -5,8 +5,8 @@
 // - The same definitions make the same bytes: the time of day that the compiler notes becomes that of no time.
 // - A named by-reference text parameter gets the empty text as its default value. The compiler refuses to write such a
 //   default, although the file format has it and automation clients honour it. The file ("MSFT" format) keeps every
-//   default value in one table, and a parameter's default is an offset into it. So the method must have another parameter
-//   whose default is the empty text already, and the new one shares its entry.
+//   default value in one table, and a parameter's default is an offset into it. So the method must have another
+//   parameter whose default is the empty text already, and the new one shares its entry.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -193,7 +193,8 @@ void Run(const std::string& path, const std::vector<std::string>& targets) {
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        static_cast<void>(std::fputs("usage: finish-type-library LIBRARY.tlb [INTERFACE.METHOD.PARAMETER...]\n", stderr));
+        static_cast<void>(
+            std::fputs("usage: finish-type-library LIBRARY.tlb [INTERFACE.METHOD.PARAMETER...]\n", stderr));
         return EXIT_FAILURE;
     }
     try {
