@@ -66,7 +66,7 @@ end_prefix() { wine_command wineserver -k || true; wine_command wineserver -w ||
 build_example() {
   local width=$1 example=$2 toolchain=x86_64 build="$BUILD/package/test/$1-$2"
   [ "$width" = win64 ] || toolchain=i686
-  cmake -S "$unpacked/$width/examples/$example" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-$toolchain.cmake" \
+  cmake --fresh -S "$unpacked/$width/examples/$example" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-$toolchain.cmake" \
     -DCMAKE_PREFIX_PATH="$unpacked/$width" -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
     -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror" && cmake --build "$build"
 }
