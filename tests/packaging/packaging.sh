@@ -193,7 +193,6 @@ make_older_programs() {
 
 make_test_packages() {
   local width
-  mkdir -p "$BUILD/package/test"
   rm -rf "$unpacked"
 
   for width in "$@"; do

@@ -12,6 +12,7 @@ passed=0 failed=0 version=$(package_version) unpacked="$BUILD/package/unpacked"
 use_wine win64
 width32=(win32)
 [ -e "$BUILD/win32/V5Strings.dll" ] || width32=()
+mkdir -p "$BUILD/package/test"
 make_certificate 2>/dev/null
 make_test_packages win64 "${width32[@]}"
 if [ "$WOW64" = 1 ]; then machine_suite win64 "${width32[@]}"; else machine_suite win64; fi
