@@ -105,6 +105,9 @@ all_versions_agree() {
     is "$(script "$1" fileversion.vbs "$(windows_path "$BUILD/$1/V5Strings.dll")")" "$version.0" &&
     is "$(script "$1" fileversion.vbs "$(windows_path "$BUILD/$1/v5site.exe")")" "$version.0"
 }
+product_code_documented() {
+  grep -qF "$(msiinfo export "$(installer "$1" "$version")" Property | sed -n 's/^ProductCode\t\({.*}\).*/\1/p')" docs/deploying.md
+}
 # In the version resources, where the packages' own marks come from the same build.
 development_values_told() {
   local program
@@ -203,6 +206,7 @@ make_test_packages() {
     make_installer "$width" "$OLDER" "$(installer "$width" "$OLDER")" "$BUILD/package/test/$width-older"
     make_installer "$width" "$version" "$(installer "$width" "$version")"
     check "development values told $width" development_values_told "$width"
+    check "product code documented $width" product_code_documented "$width"
     check "no paths of the build machine $width" no_own_paths "$width"
     check "bill of materials $width" bill_is_valid "$width"
     check "the same again $width" same_again "$width"
