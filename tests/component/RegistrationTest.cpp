@@ -32,7 +32,7 @@ void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, REG
     // What Wine notes for itself and of the machine's networks, and the 32-bit classes, which are seen below the
     // classes too.
     if (path == L"user\\Wine" || path == L"machine\\Wow6432Node\\Classes" ||
-        path.starts_with(L"machine\\Microsoft\\Windows NT\\CurrentVersion\\Network")) {
+        path.find(L"\\Microsoft\\Windows NT\\CurrentVersion\\Network") != path.npos) {
         return;
     }
     if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) {

@@ -140,7 +140,8 @@ TEST(Shots, DISABLED_OtherDialogs) {
         {"dahs", L"Choose DAHS", [](auto) { GetDahsIdFromUser(0); }},
         {"password", L"Enter debug mode",
          [&](auto title) {
-             AskForPassword({prompt, title}, [](const SecretText&) { return true; });
+             const auto isSettled = [](const SecretText&) { return true; };
+             AskForPassword({prompt, title}, isSettled);
          }},
         {"about", L"About Vantor", [](auto) { ShowVantorAboutBox(L"Report Generator"); }},
         {"support", L"Vantor Support Information", [](auto) { ShowVantorSupportInfo(); }},

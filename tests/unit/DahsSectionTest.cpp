@@ -127,7 +127,7 @@ TEST(DahsSection, AutoOutput) {
 TEST(DahsSection, Switches) {
     const struct {
         const char* key;
-        bool DahsEntry::*field;
+        decltype(&DahsEntry::hdrEnabled) field;
         bool preset;  // whatever is no clear word for the other
     } switches[] = {{"HDR", &DahsEntry::hdrEnabled, true},
                     {"TraceEnabled", &DahsEntry::extraTraceMsgsEnabled, true},

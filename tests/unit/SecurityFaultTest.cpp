@@ -95,7 +95,8 @@ const Deed kDeeds[] = {
     {"SetAlarmResetPassword", [](SecuredSite& s) { return s.security.SetAlarmResetPassword(L"456") ? 1 : 0; }},
     {"SetAccountLists",
      [](SecuredSite& s) {
-         return s.security.SetAccountLists({kNewList, kNewList, kNewList}, false) ? 1 : 0;
+         const AccountListTexts lists = {kNewList, kNewList, kNewList};
+         return s.security.SetAccountLists(lists, false) ? 1 : 0;
      }},
     {"GetAccountLists",
      [](SecuredSite& s) {

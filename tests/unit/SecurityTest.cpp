@@ -61,7 +61,8 @@ const Change kChanges[] = {
      L"4 Can't write audit record [STR-0117]\n",
      L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
     {[](Security& security) {
-         return security.SetAccountLists({L"", L"anna", L"otto"}, false);
+         const AccountListTexts lists = {L"", L"anna", L"otto"};
+         return security.SetAccountLists(lists, false);
      },
      L"4 Insufficient privileges to set privilege level [STR-0156]\n",
      L"4 Security features are not enabled [STR-0158]\n",

@@ -70,6 +70,7 @@ std::int64_t TimeOr(const std::wstring& text, std::int64_t none) {
 
 ExitStatus PrintLogs(const CommandLine& line) {
     std::vector<LogInput> inputs;
+    inputs.reserve(line.logs.size());
     for (const std::wstring& path : line.logs) {
         inputs.push_back({v5::ToUtf8(path.substr(path.find_last_of(L"\\/") + 1)), std::make_unique<LogFile>(path)});
     }

@@ -76,14 +76,16 @@ TEST_F(SecurityDocuments, WhatChangesWrite) {
              nullptr},
             {kAccountsDocument, L"",
              [&] {
-                 security.SetAccountLists({L"", L"anna", L""}, false);
+                 const AccountListTexts lists = {L"", L"anna", L""};
+                 security.SetAccountLists(lists, false);
              },
              L"<root> <!--Created 2014-03-05 14:07:09--> <L2>anna</L2><History level=\"52\" "
              L"tstamp=\"2014-03-05 14:07:09\" old=\"\" new=\"anna\" by=\"Operator7\"/></root>",
              nullptr},
             {kAccountsDocument, L"<root><!--keep--><x/><L1 name=\" Old \">S-1-5-7</L1><L1/><L2>two</L2></root>",
              [&] {
-                 security.SetAccountLists({L" S-1-5-21-9 ,,o'neil & co]", L"two", L"S-1-1-0,s-1-1-0"}, false);
+                 const AccountListTexts lists = {L" S-1-5-21-9 ,,o'neil & co]", L"two", L"S-1-1-0,s-1-1-0"};
+                 security.SetAccountLists(lists, false);
              },
              L"<root><!--keep--><x/><L2>two</L2><L1 name=\"PLANT\\A &quot;&lt;&amp;]&gt; B\">S-1-5-21-9</L1>"
              L"<L1>o'neil &amp; co]</L1>"
