@@ -4,7 +4,7 @@
 
 UPGRADE_CODES=('{F1E30AF2-4BE1-47FD-9A5E-97E9E2E0A5D9}' '{0B7B86F6-7E53-4F68-A1AE-3F0C8C1D90B7}')
 OLDER=5.2.9
-PLACE='Plant 7'  # a folder below C:\ that an administrator chose
+PLACE=Plant7  # a folder below C:\ that an administrator chose
 
 # check NAME COMMAND…: one test
 check() {
