@@ -67,7 +67,7 @@ stage_files() {
   local width=$1 programs=$2 folder=$3 built="$BUILD/$1" name
   mkdir -p "$folder"/{bin,include,src,lib/cmake/V5Strings,idl,share/man/man1}
   cp "$programs/V5Strings.dll" "$programs/v5site.exe" "$built/V5Strings.tlb" "$folder/bin"
-  describe manifest "$width" "$(package_version)" >"$folder/bin/V5Strings.manifest"
+  describe manifest "$width" "$(package_version)" >"$folder/bin/V5Strings.Component.manifest"
   # The interface compiler writes into its first line where the definitions lay.
   for name in V5Strings V5Msgs; do
     sed '1s# from [^ ]*/# from #' "$built/idl/$name.h" >"$folder/include/$name.h"

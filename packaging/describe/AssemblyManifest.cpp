@@ -88,7 +88,7 @@ std::wstring Xml(const std::wstring& text) {
 std::wstring AssemblyManifest(const Subject& subject) {
     return L"<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
            L"<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">\n"
-           L"  <assemblyIdentity type=\"win32\" name=\"V5Strings\"" +
+           L"  <assemblyIdentity type=\"win32\" name=\"V5Strings.Component\"" +
            Attribute(L"version", subject.version) +
            Attribute(L"processorArchitecture", subject.is64Bit ? L"amd64" : L"x86") +
            L"/>\n"

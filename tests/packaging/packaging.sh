@@ -222,9 +222,9 @@ machine_suite() {
   for width in "$@"; do
     check "versions agree $width" all_versions_agree "$width"
     check "registration-free $width" registration_free_works "$width"
-    rm "$BUILD/package/test/$width-registration_free/V5Strings.manifest"
+    rm "$BUILD/package/test/$width-registration_free/V5Strings.Component.manifest"
     check "not found without its manifest $width" fails registration_free_works "$width"
-    cp "$unpacked/$width/bin/V5Strings.manifest" "$BUILD/package/test/$width-registration_free"
+    cp "$unpacked/$width/bin/V5Strings.Component.manifest" "$BUILD/package/test/$width-registration_free"
   done
   for width in "$@"; do check "signed DLL $width" signed_dll_works "$width"; done
   machine_state >"$BUILD/package/test/before.txt"
