@@ -20,8 +20,8 @@ struct Subject {
     bool is64Bit = true;   // the width of the package; the entries are those of the DLL that was harvested
 };
 
-// The side-by-side assembly manifest V5Strings.Component.manifest. A manifest in a file of its own has another name than
-// the DLL: Windows looks into a DLL of the assembly's name first ("About Private Assemblies", Microsoft Learn).
+// The side-by-side assembly manifest V5Strings.Component.manifest. A manifest in a file of its own has another name
+// than the DLL: Windows looks into a DLL of the assembly's name first ("About Private Assemblies", Microsoft Learn).
 std::wstring AssemblyManifest(const Subject& subject);
 
 // The installer's registry rows, for inclusion in a component: those of one width, or those that the packages of both
