@@ -121,72 +121,7 @@ void AskForAccounts() {
     }
 }
 
-// The calls on V5DBIL, each a round trip to the database, or what may be one.
-int databaseCalls = 0;
-
-// A member that counts its calls, put in front of the one that stands in a slot of the objects' table.
-template <auto Member>
-struct Counted;
-template <class... Arguments, HRESULT (STDMETHODCALLTYPE IDatabaseInterface::*Member)(Arguments...)>
-struct Counted<Member> {
-    static inline HRESULT(STDMETHODCALLTYPE* inner)(IDatabaseInterface*, Arguments...);
-
-    static HRESULT STDMETHODCALLTYPE Call(IDatabaseInterface* object, Arguments... arguments) {
-        ++databaseCalls;
-        return inner(object, arguments...);
-    }
-    static void Put(void*& slot) {
-        inner = reinterpret_cast<decltype(inner)>(slot);
-        slot = reinterpret_cast<void*>(&Call);
-    }
-};
-
-// Counts from now on, as long as V5DBIL stays loaded. The members in the order of their slots, behind IDispatch's
-// seven.
-template <auto... Members>
-void CountCalls(IDatabaseInterface* database) {
-    void** slot = *reinterpret_cast<void***>(database) + 7;
-    DWORD protection = 0;
-    Check(VirtualProtect(slot, sizeof...(Members) * sizeof(void*), PAGE_READWRITE, &protection) != FALSE, "the table");
-    (Counted<Members>::Put(*slot++), ...);
-}
-
-// The calls of one check of each kind of restriction, beside the least: the rows that decide it, and which user on
-// which kind of site (the site's object, and what its connection string means).
-void RoundTrips(Table& table) {
-    struct Kind {
-        const char* name;
-        long restriction;
-        double rows;
-    };
-    constexpr Kind kKinds[] = {{"a stored minimum", RID_DBE_BackupOrRestoreDataDB, 3},
-                               {"a default minimum", RID_RG_SetupAutoReports, 3},
-                               {"a fixed minimum", RID_DBE_OpenSecurityForm, 1},
-                               {"the maker's menu", RID_DBE_UseNimboMenu, 2}};
-    using Db = IDatabaseInterface;
-    CountCalls<&Db::SetApplicationName, &Db::Initialise, &Db::OpenSite, &Db::Close, &Db::ForgetLogons, &Db::ReadLookup,
-               &Db::WriteLookup, &Db::WriteEventLog, &Db::ReadEventLog, &Db::get_SiteInfo,
-               &Db::UsesWindowsAuthentication>(Create<Db>(L"V5DBIL.DatabaseInterface").Get());
-    for (const wchar_t* login : {L";User ID=jsmith", L";Integrated Security=SSPI"}) {
-        const Site site(login);
-        const bool isSql = std::wstring(login).find(L"User") != std::wstring::npos;
-        for (const Kind& kind : kKinds) {
-            databaseCalls = 0;
-            VARIANT_BOOL allowed = VARIANT_FALSE;
-            Check(site.security->CheckUserPrivilegeLevel(static_cast<RestrictionIDEnum>(kind.restriction),
-                                                         VARIANT_FALSE, &allowed),
-                  "CheckUserPrivilegeLevel");
-            table.Add({.name = std::string("round trips: ") + kind.name + ", " + (isSql ? "SQL login" : "Windows") +
-                               " / the least",
-                       .goal = 1.2,  // one call more
-                       .unit = "calls"},
-                      databaseCalls, kind.rows + 2);
-        }
-    }
-}
-
 void Security(Table& table) {
-    RoundTrips(table);
     const Site sql(L";User ID=jsmith");
     const Site windows(L";Integrated Security=SSPI");
     table.Compare(
