@@ -65,6 +65,7 @@ TEST(DahsSection, Messages) {
         {"AutoOutputEnabled=YES,abc", badTimeout},
         {"AutoOutputEnabled=YES,", badTimeout},
         {"AutoOutputEnabled=x,y", badOutput + badTimeout},
+        {"RedundantDasRole=Stand-Alone", L""},
         {"RedundantDasRole=1",
          L"STR-0179: 'F', DAHS 3: 'RedundantDasRole' entry is not valid. Will assume 'STANDALONE'.\n"},
         {"RedundantDasRole=Primary\nAutoOutputEnabled=Auto-Secondary",
@@ -82,6 +83,7 @@ TEST(DahsSection, Messages) {
         const Result result = ReadFile(Section(3, lines));
         EXPECT_EQ(result.entries.Count(), says.find(L"cannot be used") == std::wstring::npos ? 1 : 0) << lines;
         EXPECT_EQ(Lines(result.problems), says) << lines;
+        EXPECT_TRUE(result.entries.Count() == 0 || result.entries.At(0)->role == RedundantDasRole::Standalone) << lines;
     }
     for (const char* quiet : {"SiteID=", "SiteID=\" \""}) {  // a section without a site is none
         const Result result = ReadFile(Section(3, quiet));

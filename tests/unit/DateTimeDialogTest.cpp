@@ -86,6 +86,7 @@ TEST(TimeFields, HalfTypedTexts) {
          {std::tuple(L'x', L"AM", 5), {L'P', L"PM", 17}, {L'a', L"AM", 5}, {L'p', L"PM", 17}}) {
         EXPECT_EQ(fields.Type(TimePart::AmPm, {}, key).end, 2u);
         EXPECT_EQ(fields.Text(TimePart::AmPm), half);
+        EXPECT_EQ(fields.Position(TimePart::AmPm), hour / 12);
         EXPECT_EQ(fields.Hour(), hour);
     }
 }
@@ -135,7 +136,9 @@ TEST(DateDialog, OpensOnTheInitialDateOrThePresent) {
     DateDialogSettings settings;
     settings.GetMinutesAlso = false;
     settings.Use24HourFormat = true;
-    EXPECT_EQ(AnswerOf({settings, kNow}), (CivilDateTime{2024, 2, 10, 13, 0, 0}));
+    const DateDialogModel hours(settings, kNow);
+    EXPECT_EQ(AnswerOf(hours), (CivilDateTime{2024, 2, 10, 13, 0, 0}));
+    EXPECT_TRUE(present.ShowsMinutes() && !hours.ShowsMinutes() && hours.ShowsTime());
     settings.UseDateOnly = true;
     EXPECT_EQ(AnswerOf({settings, kNow}), (CivilDateTime{2024, 2, 10}));
     settings.DateTimeValue = 1e9;
@@ -231,6 +234,11 @@ TEST(DateDialog, TypedYears) {
         dialog.SetYearText(text);  // the way to 2028 leaves the leap day alone
     }
     EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2028, 2, 29, 10}));
+    dialog.ChooseCell(dialog.SelectedCell() - 1);
+    dialog.SetYearText(L"2029");
+    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2029, 2, 28, 10}));
+    dialog.SetYearText(L"2024");
+    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2024, 2, 28, 10})) << "the day that was chosen last";
     for (int year = 20'000; --year >= 0;) {  // what is answered is what is shown
         dialog.SetYearText(std::to_wstring(year));
         dialog.LeaveYear();

@@ -28,10 +28,11 @@ TEST(SupportInfo, WhatIsInstalledAndWhatIsNot) {
         for (const SupportPackage* package : {&info.supportFiles, &info.main, &info.web, &info.ostra}) {
             all += package->release + L", " + package->installed + L"\n";
         }
-        return all + std::wstring(info.phone) + (info.emailIsLink ? L", link " : L", text ") + std::wstring(info.email);
+        return all + std::wstring(info.company) + L" " + std::wstring(info.phone) +
+               (info.emailIsLink ? L", link " : L", text ") + std::wstring(info.email);
     };
-    const std::wstring contact =
-        std::wstring(product::kSupportPhone) + L", text " + std::wstring(product::kSupportEmail);
+    const std::wstring contact = std::wstring(product::kCompanyName) + L" " + std::wstring(product::kSupportPhone) +
+                                 L", text " + std::wstring(product::kSupportEmail);
     EXPECT_EQ(texts(), L", \nVantor 5.3.12, Installed 2014-03-05\n, \n, \n" + contact);
     EXPECT_EQ(product.told, NotFound(product::kUpgradeCodeSupportFiles) + NotFound(product::kUpgradeCodeSupportFiles) +
                                 NotFound(product::kUpgradeCodeWeb) + NotFound(product::kUpgradeCodeWeb) +
@@ -55,8 +56,10 @@ TEST(SupportInfo, WhatIsInstalledAndWhatIsNot) {
 }
 
 TEST(SupportInfo, DisplayDate) {
-    for (const wchar_t* shown : {L"2014-03-05", L"12/31/2014", L"31.12.2014"}) {
-        EXPECT_EQ(DisplayDate(shown), shown);
+    for (wchar_t separator = L' '; separator < 0x250; ++separator) {
+        const std::wstring date = {L'3', L'1', separator, L'1', L'2', separator, L'2', L'0', L'1', L'4'};
+        const bool isSeparator = std::wstring_view(L"-/.").find(separator) != std::wstring_view::npos;
+        EXPECT_EQ(DisplayDate(date), isSeparator ? date : L"");
     }
     EXPECT_EQ(DisplayDate(L"20140305"), L"2014-03-05");
     EXPECT_EQ(DisplayDate(L"20120229"), L"2012-02-29");

@@ -39,39 +39,48 @@ std::vector<std::wstring> DocumentedMasterPasswords() {
     return passwords;
 }
 
-// What each change says to whom it is not granted and where it cannot be done, and what it records.
+// What each change says to whom it is not granted and where it cannot be done, what it records, and what it stores.
 struct Change {
     bool (*run)(Security&);
     const wchar_t *refused, *disabled, *unparsable, *unsaved, *unaudited, *record;
+    const DocumentFormat& format;
+    const wchar_t* stored;
 };
 const Change kChanges[] = {
     {[](Security& security) { return security.SetEnabled(false), true; }, L"12292 Insufficient privileges [STR-0102]\n",
      nullptr, L"4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0103]\n",
      L"4 Can't save XML [STR-0104]\n", L"4 Can't write audit record [STR-0105]\n",
-     L"STR-0105 SECURITY 2 Vantor security disabled by 'Operator7'\n"},
+     L"STR-0105 SECURITY 2 Vantor security disabled by 'Operator7'\n", kSwitchDocument,
+     L"<Enabled>0</Enabled><History|action=Disabled|tstamp=2014-03-05 14:07:09|by=Operator7></History>"},
     {[](Security& security) { return security.SetMinimumLevel(301, 51); },
      L"4 Insufficient privileges to change password level [STR-0133]\n",
      L"4 Security features are not enabled [STR-0135]\n",
      L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0137]\n",
      L"4 Can't save XML [STR-0138]\n", L"4 Can't write audit record [STR-0139]\n",
-     L"STR-0139 SECURITY 1 RID 301: min privilege level changed from '' to '51' by 'Operator7' \n"},
+     L"STR-0139 SECURITY 1 RID 301: min privilege level changed from '' to '51' by 'Operator7' \n", kMinimumsDocument,
+     L"<MinPrivLevel|rid=301>51</MinPrivLevel>"},
     {[](Security& security) { return security.SetAlarmResetPassword(L"123"); },
      L"12292 Insufficient privileges to change 'manual alarm reset password' [STR-015]\n", nullptr,
      L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0116]\n", L"4 Can't save XML [STR-0143]\n",
      L"4 Can't write audit record [STR-0117]\n",
-     L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n"},
+     L"STR-0117 SECURITY 2 Manual alarm reset password changed by 'Operator7'\n", kAlarmResetDocument,
+     L"<ManualAlarmResetPwd>123</ManualAlarmResetPwd><History|tstamp=2014-03-05 14:07:09|by=Operator7></History>"},
     {[](Security& security) {
-         const AccountListTexts lists = {L"", L"anna", L"otto"};
+         const AccountListTexts lists = {L"", L" S-1-9,,anna", L"otto"};
          return security.SetAccountLists(lists, false);
      },
      L"4 Insufficient privileges to set privilege level [STR-0156]\n",
      L"4 Security features are not enabled [STR-0158]\n",
      L"4 Can't parse XML [STR-0110]\n4 Can't parse XML [STR-0100]\n4 Can't parse XML [STR-0126]\n",
      L"4 Can't save XML [STR-0127]\n", L"4 Can't write audit record [STR-0128]\n",
-     L"STR-0128 SECURITY 1 Changed L2 SID list Operator7: original=\"\" new=\"anna\"\n"
+     L"STR-0128 SECURITY 1 Changed L2 SID list Operator7: original=\"\" new=\"PLANT\\Op [S-1-9],anna\"\n"
      L"STR-0144 SECURITY 2 Account list for Vantor Level 2 was changed by 'Operator7'\n"
      L"STR-0128 SECURITY 1 Changed L3 SID list Operator7: original=\"\" new=\"otto\"\n"
-     L"STR-0144 SECURITY 2 Account list for Vantor Level 3 was changed by 'Operator7'\n"}};
+     L"STR-0144 SECURITY 2 Account list for Vantor Level 3 was changed by 'Operator7'\n",
+     kAccountsDocument,
+     L"<L2|name=PLANT\\Op>S-1-9</L2><L2>anna</L2><History|level=52|tstamp=2014-03-05 14:07:09|old=|new=PLANT\\Op "
+     L"[S-1-9],anna|by=Operator7></History><L3>otto</L3><History|level=55|tstamp=2014-03-05 14:07:09|old=|new=otto|by="
+     L"Operator7></History>"}};
 
 }  // namespace
 
@@ -115,6 +124,7 @@ TEST_F(SecurityTest, WhatChangesSayAndRecord) {
             const wchar_t* const refusal = says != nullptr ? change.*says : L"";
             host.machine = {};
             host.machine.isAdministrator = true;
+            host.machine.accountNames = {{L"S-1-9", L"PLANT\\Op"}};
             prepare();
             const bool isUnnamed = host.machine.windowsUser == L"bo\x1b" && &change == &kChanges[1];
             if (refusal == nullptr || isUnnamed) {  // the document of minimums names no user
@@ -131,9 +141,16 @@ TEST_F(SecurityTest, WhatChangesSayAndRecord) {
                 const bool isSame = value == (rows.contains(key) ? rows.at(key) : L"");
                 EXPECT_TRUE(isSame || says == nullptr) << "a refused change changes nothing";
             }
+            if (says == nullptr) {
+                EXPECT_EQ(TextOfStored(host.machine.rows[std::wstring(change.format.key)]),
+                          L"<root>" + std::wstring(change.stored) + L"</root>");
+            }
         }
     }
     ASSERT_TRUE(Connect());
+    host.machine.log.clear();
+    security.SetEnabled(true);
+    EXPECT_EQ(host.machine.log, L"STR-0105 SECURITY 2 Vantor security enabled by 'Operator7'\n");
     EXPECT_FALSE(security.SetMinimumLevel(301, 53));
     EXPECT_EQ(messages.Take(), L"4 Invalid value [STR-0136]\n");
     for (const wchar_t* bad : {L"bo\x1b", L"bo\xFFFE", L"bo\xD800", L"b\ro"}) {
@@ -189,7 +206,9 @@ TEST_F(SecurityTest, TheFirstNameStaysAndTheNoncachedNameFollows) {
     EXPECT_EQ(security.User().Name(), L"jsmith");
     host.machine.sqlUser = L"akumar";
     EXPECT_EQ(security.User().Name() + L" " + security.User().NameNoncached(), L"jsmith akumar");
-    EXPECT_TRUE(security.User().IsSqlAuthenticationUsed());
+    EXPECT_TRUE(security.User().IsSqlAuthenticationUsed() && !security.User().IsSqlAuthenticationEnabled());
+    host.machine.allowsSqlLogins = true;
+    EXPECT_TRUE(security.User().IsSqlAuthenticationEnabled());
     host.machine.failing = "CurrentUserName";
     EXPECT_EQ(security.User().NameNoncached(), L"Operator7");
     EXPECT_EQ(messages.Take(), L"4 STR-0150: -2147467259, it broke\n");

@@ -106,6 +106,8 @@ TEST(Site, ForcedEntryGoesWithoutAFile) {
                                  L"LocalComputerName=DAS1\nHDREnabled=False\nAutoOutputEnabled=False\n"
                                  L"AutoOutputEnabledEx=0\n"));
     EXPECT_FALSE(site.Current().isRemote || site.Current().entry->AutoOutputEnabled() || site.HasEntriesFromFile());
+    EXPECT_FALSE(site.SetupForced(L"z"));
+    EXPECT_EQ(site.Problems().back(), L"STR-0175: this instance has already been set up");
 }
 
 TEST(Site, Choosing) {
@@ -142,7 +144,7 @@ TEST(Site, RedundantDases) {
                     Section(6, primary + "GH") + Section(7, "SiteID=GH") + Section(8, secondary + "GH"));
     ASSERT_TRUE(bench.Read());
     const std::tuple<const wchar_t*, std::int32_t, std::int32_t, std::int32_t> cases[] = {
-        {L"ab", 0, 1, 2}, {L"", 2, 1, 2},   {L"CD", 0, 3, 0}, {L"AB", 3, 3, 0},  {L"ef", 0, 5, 0},
+        {L"ab", 0, 1, 2}, {L"", 2, 1, 2},   {L"CD", 1, 1, 2}, {L"CD", 0, 3, 0},  {L"AB", 3, 3, 0}, {L"ef", 0, 5, 0},
         {L"", 4, 5, 0},   {L"GH", 0, 7, 0}, {L"", 6, 7, 0},   {L"CD", 50, 3, 0}, {L"??", 0, 0, 0}};
     for (const auto& [site, initial, first, second] : cases) {
         const RedundantDasIds ids = bench.site.FindRedundantDasIds(site, initial);
@@ -150,6 +152,10 @@ TEST(Site, RedundantDases) {
     }
     EXPECT_EQ(bench.site.FindLocalDahsId(false), 2);
     EXPECT_EQ(bench.site.FindLocalDahsId(true), 1);
+    SiteBench second(Section(1, "SiteID=CD\nDahsComputerName=far") + Section(2, secondary + "AB") +
+                     Section(3, primary + "AB"));
+    ASSERT_TRUE(second.Read());
+    EXPECT_EQ(second.site.FindLocalDahsId(true), 3);
     EXPECT_EQ(bench.site.Entries()->CountOfNonSecondary(), 4);
     EXPECT_EQ(SiteBench("").site.FindLocalDahsId(true), 0);
     EXPECT_EQ(RedundantDasRoleText(RedundantDasRole::Secondary), L"Secondary");
@@ -235,6 +241,12 @@ TEST(Site, InfoTexts) {
               L"SqlConnectionString_Realtime=realtime\n"
               L"SqlConnectionString_Ostra=Server=s;Database=Vantor5Ostra\nReportsURL=http://r\n\n\n\n");
     EXPECT_EQ(SiteBench("").site.InfoTexts(-5).size(), 34u);
+    try {
+        bench.site.InfoTexts(16 * 1024 * 1024 + 1);
+        ADD_FAILURE();
+    } catch (const AutomationError& error) {
+        EXPECT_EQ(std::pair(error.Number(), error.Description()), std::pair(7, std::wstring(L"Out of memory")));
+    }
 }
 
 }  // namespace v5

@@ -1,6 +1,10 @@
 // Base64, UTF-8 and what is checked before a stored text is parsed.
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <clocale>
+#include <cuchar>
+
 #include "base/Utf8.h"
 #include "security/SecuritySite.h"
 #include "security/UtilityBase64Functions.h"
@@ -41,9 +45,25 @@ TEST(Base64, ErrorTexts) {
 }
 
 TEST(Utf8, DocumentsRoundTripAndMalformedBytes) {
-    const std::wstring all = std::wstring(L"a\u007F\u0080\u07FF\u0800\uFFFD") + L"\U00010000";
-    EXPECT_EQ(ToUtf8(L"\u00E9\u20AC\U0001F512"), "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x94\x92");
-    EXPECT_EQ(FromUtf8(ToUtf8(all)), all);
+    // Every character beside the C library's own conversion, where it has one.
+    const bool isTold = std::setlocale(LC_CTYPE, "C.UTF-8") != nullptr;
+    for (char32_t code = 1; code <= 0x10FFFF; code += code < 0xFFF0 ? 1 : 0x1F) {
+        char bytes[MB_LEN_MAX];
+        std::mbstate_t state{};
+        const size_t size = code >> 11 == 0x1B ? 0 : std::c32rtomb(bytes, code, &state);  // no half of a pair
+        if (isTold && size != 0) {
+            std::wstring units = {L'x', static_cast<wchar_t>(code)};
+            if (code > 0xFFFF) {
+                units = {L'x', static_cast<wchar_t>(0xD7C0 + (code >> 10)),
+                         static_cast<wchar_t>(0xDC00 | (code & 0x3FF))};
+            }
+            const std::string text = "x" + std::string(bytes, size);
+            ASSERT_EQ(ToUtf8(units), text);
+            ASSERT_EQ(ToUtf8(FromUtf8(text)), text);
+            ASSERT_EQ(FromUtf8(text)[1], sizeof(wchar_t) == 2 ? units[1] : static_cast<wchar_t>(code));
+        }
+    }
+    std::setlocale(LC_CTYPE, "C");
     const std::pair<std::string, std::wstring> malformed[] = {{"\xEF\xBB\xBF<a/>", L"<a/>"},  // byte-order mark
                                                               {"a\xE9z", L"a\uFFFDz"},        // ANSI text
                                                               {"\xC0\xAF", L"\uFFFD\uFFFD"},  // overlong
@@ -87,8 +107,8 @@ TEST(StoredDocument, WhatXmlCanHold) {
         EXPECT_EQ(IsXmlText(text), !isControl && !isHalf && unit != 0xFFFE && unit != 0xFFFF) << unit;
         EXPECT_EQ(IsXmlText(text.substr(0, 2)), IsXmlText(text)) << unit;
     }
-    const wchar_t pair[] = {0xD83D, 0xDD12, 0xDD12, 0};
-    EXPECT_TRUE(IsXmlText({pair, 2}));
+    const wchar_t pair[] = {0xD83D, 0xDD12, 0xDD12, 0}, first[] = {0xD83D, 0xDD12, 0xFFFD, 0};
+    EXPECT_TRUE(IsXmlText({pair, 2}) && IsXmlText(first));
     EXPECT_FALSE(IsXmlText({pair, 3}));
 }
 

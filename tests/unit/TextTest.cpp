@@ -32,6 +32,7 @@ TEST(Text, FindIgnoreCaseAtTheEdges) {
     EXPECT_EQ(FindIgnoreCase(L"provide", L"provider"), std::wstring_view::npos);
     EXPECT_EQ(FindIgnoreCase(L"aXa", L"A", 1), 2u);
     EXPECT_EQ(FindIgnoreCase(L"a", L"a", 5), std::wstring_view::npos);
+    EXPECT_EQ(FindIgnoreCase(L"a", L"", 1), 1u);
 }
 
 TEST(Text, TrimDropsBlanksOnly) {

@@ -102,9 +102,12 @@ TEST(TimedMessageBox, IconsAndKeys) {
     EXPECT_EQ(answering, L"ACIKNRYaciknry");
     EXPECT_EQ(TimedMessageBoxModel::ButtonForKey(L'n'), No);
     EXPECT_EQ(TimedMessageBoxModel::ButtonForKey(L'K'), Ok);
+    std::wstring captions;
     for (const auto result : {Ok, Cancel, Abort, Retry, Ignore, Yes, No}) {
         EXPECT_EQ(ButtonOf(result).result, result);
+        captions.append(ButtonOf(result).caption) += L'|';
     }
+    EXPECT_EQ(captions, L"OK|Cancel|&Abort|&Retry|&Ignore|&Yes|&No|");
 }
 
 TEST(TimedMessageBox, Timeout) {
@@ -136,7 +139,8 @@ TEST(TimedMessageBox, LayoutByItsDesignSizes) {
             EXPECT_EQ(box.buttons.back().left - box.buttons[0].left, (count - 1) * (1125 + 105));
             EXPECT_EQ(isHigh, box.client.height == 10000) << "a prompt higher than the screen gives way to the buttons";
             EXPECT_EQ(isHigh, box.prompt.height < text.height);
-            EXPECT_LE(box.prompt.top + box.prompt.height, box.buttons[0].top - 165);
+            EXPECT_EQ(box.client.height, 165 + std::max(box.prompt.height, hasIcon ? 480 : 0) + 165 + 345 + 165);
+            EXPECT_EQ(box.buttons[0].top, box.client.height - 165 - 345);
         }
     }
 }
