@@ -37,17 +37,24 @@ bool Eventually(const std::function<bool()>& condition) {
     return true;
 }
 
+// Not by FindWindowEx from one window to the next: newer Wine's server never comes back when that one is just going.
 HWND FindDialog(const std::wstring& title) {
-    HWND window = nullptr;
-    DWORD process = 0;
-    while (process != GetCurrentProcessId() || !IsWindowVisible(window)) {
-        window = FindWindowExW(nullptr, window, nullptr, title.c_str());
-        if (window == nullptr) {
-            break;
-        }
+    struct Search {
+        const std::wstring& title;
+        HWND found = nullptr;
+    } search{title};
+    const auto look = [](HWND window, LPARAM argument) -> BOOL {
+        Search& sought = *reinterpret_cast<Search*>(argument);
+        wchar_t text[200] = L"";
+        DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-    }
-    return window;
+        InternalGetWindowText(window, text, static_cast<int>(std::size(text)));  // without asking its thread
+        const bool isIt = process == GetCurrentProcessId() && IsWindowVisible(window) && sought.title == text;
+        sought.found = isIt ? window : nullptr;
+        return !isIt;
+    };
+    EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 std::wstring TextOf(HWND window) {
