@@ -21,6 +21,22 @@ INPUT KeyInput(WORD key, DWORD flags) {
     return input;
 }
 
+struct Search {
+    const std::wstring& title;
+    HWND found = nullptr;
+
+    static BOOL CALLBACK Look(HWND window, LPARAM argument) {
+        Search& search = *reinterpret_cast<Search*>(argument);
+        wchar_t text[200] = L"";
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        InternalGetWindowText(window, text, static_cast<int>(std::size(text)));  // without asking its thread
+        const bool isIt = process == GetCurrentProcessId() && IsWindowVisible(window) && search.title == text;
+        search.found = isIt ? window : nullptr;
+        return !isIt;
+    }
+};
+
 }  // namespace
 
 bool Eventually(const std::function<bool()>& condition) {
@@ -39,21 +55,8 @@ bool Eventually(const std::function<bool()>& condition) {
 
 // Not by FindWindowEx from one window to the next: newer Wine's server never comes back when that one is just going.
 HWND FindDialog(const std::wstring& title) {
-    struct Search {
-        const std::wstring& title;
-        HWND found = nullptr;
-    } search{title};
-    const auto look = [](HWND window, LPARAM argument) -> BOOL {
-        Search& sought = *reinterpret_cast<Search*>(argument);
-        wchar_t text[200] = L"";
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        InternalGetWindowText(window, text, static_cast<int>(std::size(text)));  // without asking its thread
-        const bool isIt = process == GetCurrentProcessId() && IsWindowVisible(window) && sought.title == text;
-        sought.found = isIt ? window : nullptr;
-        return !isIt;
-    };
-    EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+    Search search{title};
+    EnumWindows(&Search::Look, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
