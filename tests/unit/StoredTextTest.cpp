@@ -3,7 +3,7 @@
 
 #include <climits>
 #include <clocale>
-#include <cuchar>
+#include <cwchar>
 
 #include "base/Utf8.h"
 #include "security/SecuritySite.h"
@@ -50,7 +50,8 @@ TEST(Utf8, DocumentsRoundTripAndMalformedBytes) {
     for (char32_t code = 1; code <= 0x10FFFF; code += code < 0xFFF0 ? 1 : 0x1F) {
         char bytes[MB_LEN_MAX];
         std::mbstate_t state{};
-        const size_t size = code >> 11 == 0x1B ? 0 : std::c32rtomb(bytes, code, &state);  // no half of a pair
+        const size_t size =
+            code >> 11 == 0x1B ? 0 : std::wcrtomb(bytes, static_cast<wchar_t>(code), &state);  // no half of a pair
         if (isTold && size != 0) {
             std::wstring units = {L'x', static_cast<wchar_t>(code)};
             if (code > 0xFFFF) {
