@@ -108,6 +108,7 @@ TEST(DahsSection, AutoOutput) {
         {"1,30", AutoOutput::Enabled, 60},
         {"(0)", AutoOutput::Disabled, 60},
         {"true", AutoOutput::Enabled, 60},
+        {"False", AutoOutput::Disabled, 60},
         {"Fasle,5", AutoOutput::Disabled, 5},
         {"auto_secondary,30", AutoOutput::AutoSecondaryDas, 30},
         {"Auto-Primary, 2.5 ,x", AutoOutput::AutoPrimaryDas, 2},

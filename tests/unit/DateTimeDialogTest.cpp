@@ -84,11 +84,15 @@ TEST(TimeFields, HalfTypedTexts) {
     TimeFields fields(5, 30, false);
     for (const auto& [key, half, hour] :
          {std::tuple(L'x', L"AM", 5), {L'P', L"PM", 17}, {L'a', L"AM", 5}, {L'p', L"PM", 17}}) {
+        EXPECT_EQ(fields.Type(TimePart::AmPm, {}, key).start, 0u);
         EXPECT_EQ(fields.Type(TimePart::AmPm, {}, key).end, 2u);
         EXPECT_EQ(fields.Text(TimePart::AmPm), half);
         EXPECT_EQ(fields.Position(TimePart::AmPm), hour / 12);
         EXPECT_EQ(fields.Hour(), hour);
     }
+    EXPECT_EQ(fields.Range(TimePart::AmPm).highest, 1);
+    fields.Type(TimePart::Hour, {L"", 0, 0}, L'7');
+    EXPECT_EQ(fields.Hour(), 19);
 }
 
 TEST(TimeDialog, AnswersATimeOfDayOnDayZero) {

@@ -61,7 +61,8 @@ TEST_F(LogWriterTest, LinesAreTickStampAndText) {
                                                            {(1u << 30) - 1, "1073741823   "},
                                                            {(1u << 30) + 1, "1073741825   "},
                                                            {1u << 31, "0            "},
-                                                           {0xFFFFFFFF, "2147483647   "}};
+                                                           {0xFFFFFFFF, "2147483647   "},
+                                                           {0, "0            "}};  // as the next run begins
     std::mt19937 random(1);
     for (unsigned run = 0; run < 1000; ++run) {
         const bool hasTick = (run & 1) != 0, hasStamp = (run & 2) != 0;

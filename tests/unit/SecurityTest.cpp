@@ -151,6 +151,9 @@ TEST_F(SecurityTest, WhatChangesSayAndRecord) {
     host.machine.log.clear();
     security.SetEnabled(true);
     EXPECT_EQ(host.machine.log, L"STR-0105 SECURITY 2 Vantor security enabled by 'Operator7'\n");
+    EXPECT_EQ(TextOfStored(host.machine.rows[std::wstring(kSwitchDocument.key)]),
+              L"<root><Enabled>1</Enabled><History|action=Enabled|tstamp=2014-03-05 14:07:09|by=Operator7></History>"
+              L"</root>");
     EXPECT_FALSE(security.SetMinimumLevel(301, 53));
     EXPECT_EQ(messages.Take(), L"4 Invalid value [STR-0136]\n");
     for (const wchar_t* bad : {L"bo\x1b", L"bo\xFFFE", L"bo\xD800", L"b\ro"}) {

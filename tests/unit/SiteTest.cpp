@@ -158,8 +158,11 @@ TEST(Site, RedundantDases) {
     EXPECT_EQ(second.site.FindLocalDahsId(true), 3);
     EXPECT_EQ(bench.site.Entries()->CountOfNonSecondary(), 4);
     EXPECT_EQ(SiteBench("").site.FindLocalDahsId(true), 0);
-    EXPECT_EQ(RedundantDasRoleText(RedundantDasRole::Secondary), L"Secondary");
-    EXPECT_EQ(RedundantDasRoleText(static_cast<RedundantDasRole>(3)), L"??");
+    std::wstring roles;
+    for (int role = -1; role < 4; ++role) {
+        roles += RedundantDasRoleText(static_cast<RedundantDasRole>(role));
+    }
+    EXPECT_EQ(roles, L"??StandalonePrimarySecondary??");
 }
 
 TEST(Site, ReportsUrlIsNeededWhenAConnectionIsMissing) {
