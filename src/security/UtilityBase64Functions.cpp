@@ -1,5 +1,6 @@
 #include "security/UtilityBase64Functions.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -49,7 +50,7 @@ std::wstring EncodeBase64(std::string_view bytes) {
             const auto byte = i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u;
             group = group << 8 | byte;
         }
-        const size_t digits = bytes.size() - i >= 3 ? 4 : bytes.size() - i + 1;
+        const size_t digits = std::min<size_t>(4, bytes.size() - i + 1);
         for (size_t k = 0; k < 4; ++k) {
             text += k < digits ? kAlphabet[group >> (18 - 6 * k) & 0x3F] : L'=';
         }

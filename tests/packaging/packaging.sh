@@ -170,6 +170,18 @@ signed_dll_works() {
     in_wine "$(host_of "$1")regsvr32.exe" /s "$(windows_path "$folder/V5Strings.dll")" && client_works "$1" &&
     in_wine "$(host_of "$1")regsvr32.exe" /s /u "$(windows_path "$folder/V5Strings.dll")" && fails client_works "$1"
 }
+# The DLL as a file: what it exports, that it needs Windows only, its size, that it is hardened, that no code can be written.
+image_is_sound() {
+  local dll="$BUILD/$1/V5Strings.dll" head
+  head=$(objdump -p "$dll")
+  is "$(grep -o 'Dll[A-Z][A-Za-z]*$' <<<"$head" | sort -u | paste -sd ' ')" \
+    'DllCanUnloadNow DllGetClassObject DllInstall DllRegisterServer DllUnregisterServer' &&
+    is "$(sed -n 's/.*DLL Name: //p' <<<"$head" | tr a-z A-Z | sort | paste -sd ' ')" \
+      'ADVAPI32.DLL GDI32.DLL KERNEL32.DLL MSVCRT.DLL OLE32.DLL OLEAUT32.DLL USER32.DLL' &&
+    [ "$(stat -c %s "$dll")" -le 1048576 ] && grep -q DYNAMIC_BASE <<<"$head" && grep -q NX_COMPAT <<<"$head" &&
+    { [ "$1" = win32 ] || grep -q HIGH_ENTROPY_VA <<<"$head"; } &&
+    fails grep -vq READONLY <<<"$(objdump -h "$dll" | grep CODE)"
+}
 no_own_paths() { fails grep -rlF "$PWD" "$unpacked/$1" --include='*.h' --include='*.hpp' --include='*.cpp' --include='*.cmake' --include='*.manifest'; }
 
 repair_works() {
@@ -208,6 +220,7 @@ make_test_packages() {
     check "development values told $width" development_values_told "$width"
     check "product code documented $width" product_code_documented "$width"
     check "no paths of the build machine $width" no_own_paths "$width"
+    check "the DLL as a file $width" image_is_sound "$width"
     check "bill of materials $width" bill_is_valid "$width"
     check "the same again $width" same_again "$width"
     check "signatures $width" signing_works "$width"
@@ -227,6 +240,8 @@ machine_suite() {
     cp "$unpacked/$width/bin/V5Strings.Component.manifest" "$BUILD/package/test/$width-registration_free"
   done
   for width in "$@"; do check "signed DLL $width" signed_dll_works "$width"; done
+  registration_suite "$@"
+  fresh_prefix "$@"
   machine_state >"$BUILD/package/test/before.txt"
   for width in "$@"; do installer_tests "$width"; done
   if [ $# = 2 ]; then

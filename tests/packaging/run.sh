@@ -7,6 +7,7 @@ cd "$(dirname "$(realpath "$0")")/../.."
 . packaging/package.sh
 . packaging/sign.sh
 . tests/packaging/packaging.sh
+. tests/packaging/registration.sh
 passed=0 failed=0 version=$(package_version) unpacked="$BUILD/package/unpacked"
 
 use_wine win64
