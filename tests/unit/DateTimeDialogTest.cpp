@@ -93,6 +93,11 @@ TEST(TimeFields, HalfTypedTexts) {
     EXPECT_EQ(fields.Range(TimePart::AmPm).highest, 1);
     fields.Type(TimePart::Hour, {L"", 0, 0}, L'7');
     EXPECT_EQ(fields.Hour(), 19);
+    fields.Leave(TimePart::Hour);
+    fields.SetText(TimePart::Hour, L"");
+    fields.Step(TimePart::Hour, true);
+    fields.Step(TimePart::AmPm, false);
+    EXPECT_EQ(fields.Hour(), 8);
 }
 
 TEST(TimeDialog, AnswersATimeOfDayOnDayZero) {

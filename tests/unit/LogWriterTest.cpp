@@ -65,7 +65,7 @@ TEST_F(LogWriterTest, LinesAreTickStampAndText) {
                                                            {0, "0            "}};  // as the next run begins
     std::mt19937 random(1);
     for (unsigned run = 0; run < 1000; ++run) {
-        const bool hasTick = (run & 1) != 0, hasStamp = (run & 2) != 0;
+        const bool hasTick = (run & 2) != 0, hasStamp = (run & 1) != 0;
         log.Start(L"app.log", L"", {.showMilliseconds = hasTick, .showTimestamp = hasStamp});
         Written();
         for (const auto& [tick, field] : ticks) {
