@@ -77,6 +77,8 @@ keep_wine_up() {
   [ -p "$WINEPREFIX.input" ] || mkfifo "$WINEPREFIX.input"
   in_wine cmd /c pause <>"$WINEPREFIX.input" >/dev/null 2>&1 7>&- 8>&- 9>&- &
   echo $! >"$WINEPREFIX.pid"
+  # Wine's services keep the output of the program that makes them start: none that somebody reads to its end.
+  in_wine cmd /c exit >/dev/null 2>&1
 }
 
 end_wine() {
