@@ -18,7 +18,7 @@ constexpr KindRule kRules[] = {
     {ReleaseKind::Short, product::kUpgradeCodeMain, L"Release ??"},
     {ReleaseKind::Full, product::kUpgradeCodeMain, L"Release ??"},
     {ReleaseKind::FullNoPrefix, product::kUpgradeCodeMain, L"??"},
-    {ReleaseKind::SupportFiles, product::kUpgradeCodeSupportFiles, L"S??"},
+    {ReleaseKind::SupportFiles, product::kUpgradeCodeSupportFiles, {}},  // its name is its release
     {ReleaseKind::Web, product::kUpgradeCodeWeb, L"VantorWeb ??"},
 };
 

@@ -90,7 +90,7 @@ TEST(TimeFields, HalfTypedTexts) {
         EXPECT_EQ(fields.Position(TimePart::AmPm), hour / 12);
         EXPECT_EQ(fields.Hour(), hour);
     }
-    EXPECT_EQ(fields.Range(TimePart::AmPm).highest, 1);
+    EXPECT_EQ(fields.Range(TimePart::AmPm).lowest * 10 + fields.Range(TimePart::AmPm).highest, 1);
     fields.Type(TimePart::Hour, {L"", 0, 0}, L'7');
     EXPECT_EQ(fields.Hour(), 19);
     fields.Leave(TimePart::Hour);
@@ -248,6 +248,11 @@ TEST(DateDialog, TypedYears) {
     EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2029, 2, 28, 10}));
     dialog.SetYearText(L"2024");
     EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2024, 2, 28, 10})) << "the day that was chosen last";
+    dialog = leapDay;
+    dialog.SetYearText(L"2023");
+    dialog.LeaveYear();
+    dialog.SetYearText(L"2024");
+    EXPECT_EQ(AnswerOf(dialog), (CivilDateTime{2024, 2, 28, 10})) << "what was left is what is chosen";
     for (int year = 20'000; --year >= 0;) {  // what is answered is what is shown
         dialog.SetYearText(std::to_wstring(year));
         dialog.LeaveYear();

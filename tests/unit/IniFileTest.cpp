@@ -20,7 +20,7 @@ std::wstring SiteIdIn(std::string_view bytes) {
     const IniNames sections(kSections);
     const IniNames keys(kKeys);
     const IniFile file(FakeSiteHost::Decoded(bytes), sections);
-    std::array<std::wstring_view, 2> values;
+    std::array<std::wstring_view, 2> values = {L"of another section", L""};
     file.ReadSection(0, keys, values);
     return std::wstring(values[0]);
 }
@@ -48,6 +48,7 @@ TEST(IniFile, ProfileRules) {
     using std::string_literals::operator""s;
     const Case cases[] = {
         {"plain", "[Dahs1]\r\nSiteID=AB\r\n", L"AB"},
+        {"no header without its first bracket", "[Dahs1]\nxDahs2]\nSiteID=AB\n", L"AB"},
         {"no last line end", "[Dahs1]\nSiteID=AB", L"AB"},
         {"case of names", "[dAHS1]\nsITEid=AB\n", L"AB"},
         {"blanks around names and values", "  [ Dahs1\t] \n \tSiteID  =\t AB \n", L"AB"},

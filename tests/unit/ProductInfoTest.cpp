@@ -63,6 +63,7 @@ TEST(SupportInfo, DisplayDate) {
     }
     EXPECT_EQ(DisplayDate(L"20140305"), L"2014-03-05");
     EXPECT_EQ(DisplayDate(L"20120229"), L"2012-02-29");
+    EXPECT_EQ(DisplayDate(L"99991231") + DisplayDate(L"1/1/0100"), L"9999-12-311/1/0100");
     for (const wchar_t* none : {L"20130229", L"20141305", L"1", L"-20140305", L"140305", L"120140305", L"1e300",
                                 L"31.12/2014", L"99999-1-1", L"02014-3-5", L"", L"today", L"2014-03-05-06"}) {
         EXPECT_EQ(DisplayDate(none), L"") << testing::PrintToString(none);

@@ -104,6 +104,13 @@ TEST_F(SecurityTest, SetupStopsAtTheStepThatFails) {
     security.Teardown();
     EXPECT_EQ(messages.Take(), L"4 -2147467259, it broke\n");
     EXPECT_EQ(security.Status(), SecurityStatus::EnabledOther) << "the database is gone all the same";
+    host.machine.failing.clear();
+    EXPECT_TRUE(Connect());
+    host.machine.failing = "NewDatabase";
+    messages.Take();
+    EXPECT_FALSE(Connect());
+    security.Status();
+    EXPECT_EQ(messages.Take(), L"4 Can't setup DBIL [STR-0095]\n4 DB not available [STR-0099]\n");
 }
 
 TEST_F(SecurityTest, WhatChangesSayAndRecord) {
@@ -149,10 +156,12 @@ TEST_F(SecurityTest, WhatChangesSayAndRecord) {
     }
     ASSERT_TRUE(Connect());
     host.machine.log.clear();
+    Put(kSwitchDocument, L"<Other>0</Other>");
     security.SetEnabled(true);
     EXPECT_EQ(host.machine.log, L"STR-0105 SECURITY 2 Vantor security enabled by 'Operator7'\n");
     EXPECT_EQ(TextOfStored(host.machine.rows[std::wstring(kSwitchDocument.key)]),
-              L"<root><Enabled>1</Enabled><History|action=Enabled|tstamp=2014-03-05 14:07:09|by=Operator7></History>"
+              L"<root><Other>0</Other><Enabled>1</Enabled><History|action=Enabled|tstamp=2014-03-05 "
+              L"14:07:09|by=Operator7></History>"
               L"</root>");
     EXPECT_FALSE(security.SetMinimumLevel(301, 53));
     EXPECT_EQ(messages.Take(), L"4 Invalid value [STR-0136]\n");
@@ -206,9 +215,10 @@ TEST_F(SecurityTest, WhatCannotBeReadAnswersItsDefault) {
 TEST_F(SecurityTest, TheFirstNameStaysAndTheNoncachedNameFollows) {
     host.machine.sqlUser = L"jsmith";
     ASSERT_TRUE(Connect());
-    EXPECT_EQ(security.User().Name(), L"jsmith");
+    EXPECT_EQ(security.User().SqlLogin(), L"jsmith");
     host.machine.sqlUser = L"akumar";
-    EXPECT_EQ(security.User().Name() + L" " + security.User().NameNoncached(), L"jsmith akumar");
+    EXPECT_EQ(security.User().SqlLogin() + L" " + security.User().Name() + L" " + security.User().NameNoncached(),
+              L"jsmith jsmith akumar");
     EXPECT_TRUE(security.User().IsSqlAuthenticationUsed() && !security.User().IsSqlAuthenticationEnabled());
     host.machine.allowsSqlLogins = true;
     EXPECT_TRUE(security.User().IsSqlAuthenticationEnabled());

@@ -86,6 +86,11 @@ TEST(Site, ReadsOnceAndReportsWhatCannotBeRead) {
     EXPECT_FALSE(empty.Read() || empty.site.HasEntriesFromFile());
     EXPECT_EQ(Lines(empty.site.Problems()), kFound + L"STR-031: no DAHS entries found in 'C:\\Site\\Vantor5.INI'\n");
 
+    SiteBench named("");
+    named.host.files[L"D:\\other.ini"] = Section(1);
+    EXPECT_TRUE(named.site.ReadFrom(L"D:\\other.ini", AppCategory::NotApplicable, false, false, {}));
+    EXPECT_EQ(named.site.FilePath(), L"D:\\other.ini");
+
     SiteBench locked(Section(1));
     locked.host.machine.failing = "ReadFile";
     EXPECT_FALSE(locked.Read());

@@ -46,7 +46,9 @@ TEST(PromptWrap, BreaksAtBlanksOrInsideTooLongWords) {
     }
     EXPECT_EQ(Wrap(L"abc", 0), L"a\r\nb\r\nc");  // ends even where nothing fits
     constexpr wchar_t kPair[] = {0xD800, 0xDC00, 0xDBFF, 0xDFFF, 0};
-    EXPECT_EQ(Wrap(kPair, 3), std::wstring(kPair, 2) + L"\r\n" + (kPair + 2));  // never cut in two
+    for (const int width : {1, 3}) {
+        EXPECT_EQ(Wrap(kPair, width), std::wstring(kPair, 2) + L"\r\n" + (kPair + 2)) << "never cut in two";
+    }
 }
 
 TEST(PromptWrap, NothingIsLostEveryLineFitsAndTimeGrowsWithLength) {
