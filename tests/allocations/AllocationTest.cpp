@@ -14,13 +14,13 @@
 
 #include "V5Msgs.h"
 #include "V5Strings.h"
+#include "allocations/FailingAllocations.h"
 #include "com/Component.h"
 #include "com/Guard.h"
 #include "component/Client.h"
 #include "component/EventRecorder.h"
 #include "component/Members.h"
 #include "component/SiteFolder.h"
-#include "unit/FailingAllocations.h"
 
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine);
 

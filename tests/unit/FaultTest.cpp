@@ -1,17 +1,14 @@
-// Every call on a port and every allocation fails in turn, in each way in which it can: the rules must answer what they
-// promise, never grant what they should not, store all or nothing, and work again afterwards.
+// Every call on a port fails in turn, in each way in which it can: the rules must answer what they promise, store all
+// or nothing, and work again afterwards. Failing allocations: tests/allocations.
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <new>
 
 #include "FailCall.h"
-#include "FailingAllocations.h"
 #include "FakeLog.h"
 #include "FakeProduct.h"
 #include "FakeSiteHost.h"
 #include "ProductConstants.h"
-#include "footnotes/FootnoteBook.h"
 #include "productinfo/HelpLauncher.h"
 #include "productinfo/ReleaseNumber.h"
 #include "productinfo/SupportInfo.h"
@@ -116,94 +113,6 @@ TEST(Faults, TheLogsHost) {
         EXPECT_EQ(bench.fake.content.empty(), failed == "LibraryFolder") << "the start line is written first";
         bench.log.Stop();
         EXPECT_TRUE(bench.log.Start(L"a.log", L"Title", {})) << failed;
-    }
-}
-
-namespace {
-
-// A piece of the rules that must end well, or with std::bad_alloc, wherever memory runs out. It answers whether what it
-// leaves behind is right.
-struct Work {
-    const char* name;
-    std::function<bool(size_t n, bool& reached)> run;
-};
-
-// Does `work` with the n-th allocation failing; whether it came so far.
-template <class Rules>
-bool RunOutOfMemory(size_t n, Rules&& work) {
-    const FailingAllocation failing(n);
-    try {
-        work();
-    } catch (const std::bad_alloc&) {
-    }
-    return failing.HasFailed();
-}
-
-const Work kWork[] = {{"reading a site",
-                       [](size_t n, bool& reached) {
-                           SiteBench bench(kSiteText);
-                           bool done = false;
-                           reached = RunOutOfMemory(n, [&] { done = bench.Read(); });
-                           // Whatever was lost, the object can be asked for everything.
-                           bench.site.InfoTexts(3);
-                           bench.site.Choose(2, false, false);
-                           return done || (reached && bench.site.Current().entry != nullptr);
-                       }},
-                      {"choosing another DAHS",
-                       [](size_t n, bool& reached) {
-                           SiteBench bench(kSiteText);
-                           bench.Read();
-                           bool done = false;
-                           reached = RunOutOfMemory(n, [&] { done = bench.site.ChooseSite(L"site2", false, false); });
-                           return (done || reached) && bench.site.Current().entry->dahsID == (done ? 2 : 1);
-                       }},
-                      {"numbering a footnote",
-                       [](size_t n, bool& reached) {
-                           FootnoteBook book;
-                           for (int i = 0; i < 13; ++i) {
-                               book.NumberOf(std::wstring(20, static_cast<wchar_t>(L'a' + i)));
-                           }
-                           const std::wstring text(4000, L'z');
-                           std::int32_t number = 0;
-                           reached = RunOutOfMemory(n, [&] { number = book.NumberOf(text); });
-                           return book.Count() == (number == 14 ? 14 : 13) &&
-                                  book.NumberOf(std::wstring(20, L'c')) == 3 && book.NumberOf(text) == 14;
-                       }},
-                      {"starting and writing a log",
-                       [](size_t n, bool& reached) {
-                           LogBench bench;
-                           reached = RunOutOfMemory(n, [&] {
-                               bench.log.Start(L"a.log", L"Title", {true, true, 1});
-                               bench.log.Write(
-                                   std::wstring_view(L"a line that needs some room of its own, more than usual"), true);
-                               bench.log.Stop();
-                           });
-                           bench.log.Stop();
-                           return !bench.log.IsActive() && bench.log.Start(L"b.log", L"", {});
-                       }},
-                      {"product information", [](size_t n, bool& reached) {
-                           FakeProduct product = Installed();
-                           reached = RunOutOfMemory(n, [&] {
-                               ReadSupportInfo(product, product, nullptr);
-                               ReleaseNumber(product, nullptr, ReleaseKind::Full);
-                           });
-                           return true;
-                       }}};
-
-}  // namespace
-
-TEST(Faults, EachAllocationOfTheOtherRules) {
-    for (const Work& work : kWork) {
-        bool reached = false;
-        work.run(1000000, reached);  // what is made once and kept is made now
-        const long live = LiveAllocations();
-        const size_t faults = FailEachAllocation([&](size_t n) {
-            EXPECT_TRUE(work.run(n, reached)) << work.name << ": allocation " << n;
-            return reached;
-        });
-        EXPECT_GE(faults, 1u) << work.name;
-        EXPECT_EQ(LiveAllocations(), live) << work.name << " leaks";
-        RecordProperty(work.name, static_cast<int>(faults));
     }
 }
 

@@ -82,16 +82,6 @@ TEST_F(LogWriterTest, LinesAreTickStampAndText) {
     }
 }
 
-TEST_F(LogWriterTest, OneMegabyteIsOneLine) {
-    log.Start(L"C:\\a.log", L"", {.showMilliseconds = true});
-    Written();
-    log.Write(std::wstring(1 << 20, L'\u00E9'));
-    const std::string line = Written();
-    EXPECT_EQ(line.size(), 13u + (1u << 20) + 2u);
-    EXPECT_TRUE(line.ends_with("\xE9\r\n"));
-    EXPECT_EQ(fake.writes, 2);
-}
-
 TEST_F(LogWriterTest, HeaderIsATenLineBox) {
     for (const std::string title : {"Title", "A title that is the longest line"}) {
         for (const std::string prefix : {"", kPrefix}) {

@@ -1,17 +1,15 @@
-// Security over generated sites, with each call on a neighbour and each allocation failing in turn: no answer grants
+// Security over generated sites, with each call on a neighbour failing in turn: no answer grants
 // more than it does without the failure, and a change stands exactly when its record does.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <new>
 #include <random>
 #include <set>
 #include <string_view>
 
 #include "FailCall.h"
-#include "FailingAllocations.h"
 #include "FakeSecurityHost.h"
 #include "ProductConstants.h"
 #include "security/Security.h"
@@ -191,34 +189,6 @@ TEST(SecurityFaults, AChangeThatCannotBeTakenBackIsTold) {
         site.messages.Take(),
         L"4 Can't write audit record [STR-0105]\n4 The change is stored without its audit record, and could not be "
         L"taken back [STR-0105]\n");
-}
-
-TEST(SecurityFaults, EachAllocation) {
-    size_t faults = 0;
-    for (unsigned seed = 0; seed < 2 * std::size(kDeeds); ++seed) {
-        const Deed& deed = kDeeds[seed % std::size(kDeeds)];
-        SecuredSite clean(seed);
-        const int expected = deed.act(clean);
-        faults += FailEachAllocation([&](size_t n) {
-            SecuredSite site(seed);
-            int answer = expected;
-            bool reached = false;
-            {
-                const FailingAllocation failing(n);
-                try {
-                    answer = deed.act(site);
-                } catch (const std::bad_alloc&) {
-                    // the test's own texts, or an answer that found no room
-                }
-                reached = failing.HasFailed();
-            }
-            EXPECT_LE(answer, expected) << deed.name << ": allocation " << n;
-            ExpectTrueTrail(site);
-            return reached;
-        });
-    }
-    RecordProperty("faults", static_cast<int>(faults));
-    EXPECT_GT(faults, 500u);
 }
 
 // Whoever listens to a message may tear down or set up again in the middle of any operation; what Setup answers is

@@ -1,7 +1,7 @@
 #include "FailingAllocations.h"
 
 #include <atomic>
-#include <cstdlib>
+#include <malloc.h>
 #include <new>
 
 namespace {
@@ -50,11 +50,7 @@ void* Allocate(std::size_t size, std::align_val_t alignment = kUsual) noexcept {
     if (v5::MustAllocationFail()) {
         return nullptr;
     }
-#ifdef _WIN32
     void* const memory = _aligned_malloc(size, bytes);
-#else
-    void* const memory = std::aligned_alloc(bytes, (size + bytes - 1) / bytes * bytes);
-#endif
     live += memory != nullptr ? 1 : 0;
     made += memory != nullptr ? 1 : 0;
     return memory;
@@ -67,16 +63,12 @@ void* OrThrow(void* memory) {
 }
 void Free(void* memory) noexcept {
     live -= memory != nullptr ? 1 : 0;
-#ifdef _WIN32
     _aligned_free(memory);
-#else
-    std::free(memory);
-#endif
 }
 
 }  // namespace
 
-// All forms: a sanitizer's own would otherwise stand in for those left out, and take what these allocate for foreign.
+// All forms: the library's own would otherwise stand in for those left out.
 using Nothrow = std::nothrow_t;
 using Size = std::size_t;
 using Align = std::align_val_t;
