@@ -268,14 +268,7 @@ TEST(Abuse, AHandlerMayDoAnythingDuringAnEvent) {
         std::function<void(LockedSite&)> work;
     };
     const Deed deeds[] = {
-        {"tears down", [](LockedSite& site) { site.security->Teardown(); }},
         {"sets up again", [](LockedSite& site) { site.SetUp(site.security.Get()); }},
-        {"asks again",
-         [](LockedSite& site) {
-             PrivilegeLevelEnum level{};
-             site.security->GetUserPrivilegeLevel(&level);
-             site.security->EnableSecurity();
-         }},
         {"tears down and releases",
          [](LockedSite& site) {
              if (site.security) {

@@ -330,12 +330,4 @@ TEST(DahsIni, TheProcessIsPinnedToTheProcessorsOfItsKind) {
     SetProcessAffinityMask(GetCurrentProcess(), before);
 }
 
-TEST(DahsIni, AForcedEntryIsChosenAtOnce) {
-    const ComPtr<IDispatch> main = CreateByName(kMain);
-    EXPECT_TRUE(Truth(Call(main.Get(), L"SetupWithOneForcedDahsEntry", {L"ab"})));
-    Expect(main.Get(),
-           {{L"DahsID", 888L}, {L"SiteID", L"ab"}, {L"AutoOutputEnabledEx", 0L}, {L"AreMultipleDahsDefined", false}});
-    EXPECT_FALSE(Truth(Call(main.Get(), L"SetupWithOneForcedDahsEntry", {L"ab"})));
-}
-
 }  // namespace v5::test
