@@ -169,22 +169,4 @@ TEST_P(ContractTest, ExplainsEverythingInSentences) {
     });
 }
 
-TEST(ContractHeader, AgreesWithTheTypeLibrary) {
-    ComPtr<ITypeLib> library;
-    ASSERT_EQ(LoadRegTypeLib(LIBID_V5Strings, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
-    const std::pair<const GUID&, const wchar_t*> expected[] = {
-        {__uuidof(_DahsIniMain), L"_DahsIniMain"},
-        {__uuidof(DahsIniMain), L"DahsIniMain"},
-        {__uuidof(IRaiseMsg), L"IRaiseMsg"},
-        {__uuidof(__NimboSecurity), L"__NimboSecurity"},
-    };
-    for (const auto& [guid, name] : expected) {
-        ComPtr<ITypeInfo> info;
-        ASSERT_EQ(library->GetTypeInfoOfGuid(guid, &info), S_OK) << name;
-        EXPECT_EQ(TypeDescription(info).Name(), name);
-    }
-    using namespace V5Strings;  // the published enumerations
-    static_assert(SID_OccurEdit_GetToDateTitle == SID_AlarmEdit_GetToDateTitle && Unknown == -1 && standalone == 0);
-}
-
 }  // namespace

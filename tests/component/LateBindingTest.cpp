@@ -228,19 +228,12 @@ TEST(LateBinding, DescribesItself) {
     EXPECT_EQ(count, 1U);
     ComPtr<ITypeInfo> info;
     EXPECT_EQ(object->GetTypeInfo(1, LOCALE_NEUTRAL, &info), DISP_E_BADINDEX);
-    const auto guidOf = [](ITypeInfo* type) {
-        TYPEATTR* attributes = nullptr;
-        type->GetTypeAttr(&attributes);
-        const GUID guid = attributes->guid;
-        type->ReleaseTypeAttr(attributes);
-        return guid;
-    };
     ASSERT_EQ(object->GetTypeInfo(0, LOCALE_NEUTRAL, &info), S_OK);
-    EXPECT_EQ(guidOf(info.Get()), __uuidof(_NimboErrorNumbers));
+    EXPECT_EQ(TypeDescription(info)->guid, __uuidof(_NimboErrorNumbers));
     ComPtr<IProvideClassInfo> provider;
     ASSERT_EQ(object.As(&provider), S_OK);
     ASSERT_EQ(provider->GetClassInfo(&info), S_OK);
-    EXPECT_EQ(guidOf(info.Get()), __uuidof(NimboErrorNumbers));
+    EXPECT_EQ(TypeDescription(info)->guid, __uuidof(NimboErrorNumbers));
 }
 
 }  // namespace

@@ -112,24 +112,20 @@ void ExpectRun(const std::wstring& path, const std::string& prefix, const std::v
 }
 
 TEST_F(LogFileTest, RunHasStartLineHeaderAndEndLine) {
-    Log log;
-    EXPECT_EQ(log.Filename(), L"");
-    ASSERT_TRUE(log.Start(path, L"Title", true));
-    log.Write(L"first");
-    log.Stop();
-    EXPECT_FALSE(log.IsActive());
-    EXPECT_EQ(log.Filename(), path);
-    ExpectRun(path, R"([\d ]{13}\d{4}-\d\d-\d\d \d\d:\d\d:\d\d [AP]M  )", {".*", ".*", ".*"});
-}
-
-TEST_F(LogFileTest, HeaderNamesTheInstalledReleases) {
     const InstalledPackage main(L"main");
     const InstalledPackage web(L"web");
-    Log log;
-    ASSERT_TRUE(log.Start(path, L"Title"));
-    log.Write(L"first");
-    log.Stop();
-    ExpectRun(path, "", {R"(    Release 5\.3\.12)", "", R"(    VantorWeb \?\?)"});
+    for (const bool prefixes : {false, true}) {
+        Log log;
+        EXPECT_EQ(log.Filename(), L"");
+        ASSERT_TRUE(log.Start(path, L"Title", prefixes));
+        log.Write(L"first");
+        log.Stop();
+        EXPECT_FALSE(log.IsActive());
+        EXPECT_EQ(log.Filename(), path);
+        ExpectRun(path, prefixes ? R"([\d ]{13}\d{4}-\d\d-\d\d \d\d:\d\d:\d\d [AP]M  )" : "",
+                  {R"(    Release 5\.3\.12)", "", R"(    VantorWeb \?\?)"});
+        DeleteFileW(path.c_str());
+    }
 }
 
 TEST_F(LogFileTest, NameWithoutFolderStandsBesideTheLibrary) {

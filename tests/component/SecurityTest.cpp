@@ -130,20 +130,6 @@ TEST_F(SecurityComponent, SqlLoginsAreJudgedByName) {
     }
 }
 
-TEST_F(SecurityComponent, ScriptsMayOmitAndPassVariables) {
-    ASSERT_TRUE(Connect(mFile.WindowsLogin()));
-    Do(L"EnableSecurity");
-    EXPECT_TRUE(True(L"CheckUserPrivilegeLevelEx", {398L}));
-    _variant_t message(L"left over"), master(true);
-    EXPECT_FALSE(True(L"CheckUserPrivilegeLevelEx",
-                      {250L, false, ByReference(message), L"Prompt", L"Title", ByReference(master)}));
-    EXPECT_EQ(Text(message), L"");
-    EXPECT_FALSE(static_cast<bool>(master));
-    message = L"left over";
-    EXPECT_TRUE(True(L"CheckUserPrivilegeLevelEx", {398L, false, ByReference(message)}));
-    EXPECT_EQ(Text(message), L"");
-}
-
 TEST_F(SecurityComponent, MessagesOfTheDatabaseAndOfSendersPassUnchanged) {
     mSecurity = CreateByName(L"V5Strings.NimboSecurity");
     const EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
@@ -167,27 +153,6 @@ TEST_F(SecurityComponent, MessagesOfTheDatabaseAndOfSendersPassUnchanged) {
     EXPECT_EQ(mSecurity.As(&object), S_OK);
     EXPECT_EQ(sink.As(&ofSink), S_OK);
     EXPECT_EQ(object.Get(), ofSink.Get()) << "one object";
-}
-
-// What each member answers is tested in unit/; that each succeeds, with the other hostile calls.
-TEST_F(SecurityComponent, WithoutADatabaseFailuresAreEvents) {
-    mSecurity = CreateByName(L"V5Strings.NimboSecurity");
-    const EventRecorder events(mSecurity.Get(), DIID___NimboSecurity);
-    EXPECT_EQ(Status(), Enabled_Other);
-    EXPECT_EQ(events.messages, (std::vector<RecordedMessage>{{4, L"DB not available [STR-0099]"}}));
-    EXPECT_EQ(Number(L"GetMinPrivilegeLevelForPID", {12345L}), PrivLevel_3Low);
-    _variant_t list1(L"x"), list2(L"x"), list3(L"x");
-    EXPECT_FALSE(True(L"GetSidsForPrivilegeLevels", {ByReference(list1), ByReference(list2), ByReference(list3)}));
-    EXPECT_EQ(Text(list1) + Text(list2) + Text(list3), L"");
-    EXPECT_EQ(Text(Do(L"GetCurrentUserNameNoncached")), Text(Do(L"GetWindowsUsername")));
-
-    ComPtr<_NimboSecurity> early;
-    ASSERT_EQ(mSecurity.As(&early), S_OK);
-    VARIANT_BOOL allowed = VARIANT_TRUE;
-    EXPECT_EQ(early->CheckUserPrivilegeLevelEx(RID_IOSW_EnterDebugMode, VARIANT_FALSE, nullptr, nullptr, nullptr,
-                                               nullptr, &allowed),
-              S_OK);
-    EXPECT_EQ(allowed, VARIANT_FALSE);
 }
 
 }  // namespace v5::test
