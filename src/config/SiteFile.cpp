@@ -87,9 +87,9 @@ constexpr EnumArray<Database, std::wstring_view, kDatabaseCount> kBlankConnectio
     {L"STR-086", L"STR-087", L"STR-088", L"STR-0160", L"STR-089", L""}};
 
 // The keys of the [AffinityMasks] section and the kind of program that each is for.
-constexpr std::array<std::wstring_view, 5> kMaskNames = {L"IOS", L"DR", L"DM", L"RG", L"DBE"};
-constexpr std::array<AppCategory, 5> kMaskCategories = {AppCategory::Ios, AppCategory::Dr, AppCategory::Dm,
-                                                        AppCategory::Rg, AppCategory::Dbe};
+constexpr auto kMaskNames = std::to_array<std::wstring_view>({L"IOS", L"DR", L"DM", L"RG", L"DBE"});
+constexpr AppCategory kMaskCategories[] = {AppCategory::Ios, AppCategory::Dr, AppCategory::Dm, AppCategory::Rg,
+                                           AppCategory::Dbe};
 
 constexpr size_t kMasksSection = kMaxDahsId;  // its position in SiteSections, behind Dahs1 to Dahs99
 constexpr size_t kMaxNetBiosName = 15;        // characters

@@ -93,6 +93,7 @@ TEST(TimeFields, HalfTypedTexts) {
     EXPECT_EQ(fields.Range(TimePart::AmPm).lowest * 10 + fields.Range(TimePart::AmPm).highest, 1);
     fields.Type(TimePart::Hour, {L"", 0, 0}, L'7');
     EXPECT_EQ(fields.Hour(), 19);
+    EXPECT_EQ(fields.Position(TimePart::Hour) * 100 + fields.Position(TimePart::Minute), 730);
     fields.Leave(TimePart::Hour);
     fields.SetText(TimePart::Hour, L"");
     fields.Step(TimePart::Hour, true);

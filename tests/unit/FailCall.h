@@ -50,6 +50,7 @@ inline const Failure kFailures[] = {
     {"an automation error", [](Operations&, const char*) { throw AutomationError::RunTime(53, L"File not found"); },
      L"53, File not found"},
     {"out of memory", [](Operations&, const char*) { throw std::bad_alloc(); }, L"7, Out of memory"},
+    {"overflow", [](Operations&, const char*) { throw std::overflow_error("it broke"); }, L"6, Overflow"},
     {"any exception", [](Operations&, const char*) { throw std::runtime_error("it broke"); },
      L"5, Invalid procedure call or argument"},
     {"an exception of no class", [](Operations&, const char*) { throw 7; }, L"5, Invalid procedure call or argument"},

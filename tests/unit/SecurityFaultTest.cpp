@@ -1,5 +1,5 @@
-// Security over generated sites, with each call on a neighbour failing in turn: no answer grants more than it does without
-// the failure, and a change stands exactly when its record does.
+// Security over generated sites, with each call on a neighbour failing in turn: no answer grants more than it does
+// without the failure, and a change stands exactly when its record does.
 #include <gtest/gtest.h>
 
 #include <algorithm>
