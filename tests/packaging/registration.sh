@@ -24,11 +24,11 @@ only_own_keys_added() {
   [ "$(grep -c . "$REGISTRY.added")" -gt "$2" ] &&
     fails grep -viE "^> \[$root\\\\Software\\\\Classes\\\\(CLSID|Interface|TypeLib)\]\$|^> \[$root\\\\Software\\\\Classes\\\\.*(V5Strings|$own)" "$REGISTRY.added"
 }
-# What clients, compilers and the marshaller look up, at one class.
+# What clients, compilers and the marshaller look up, at one class. The case of names is the system's.
 clients_find() {
   local line dll; dll=$(windows_path "$BUILD/$2/V5Strings.dll")
   while read -r line; do
-    grep -qF "[$1\\Software\\Classes\\$line" "$REGISTRY.registered" || { echo "missing: $line"; return 1; }
+    grep -qiF "[$1\\Software\\Classes\\$line" "$REGISTRY.registered" || { echo "missing: $line"; return 1; }
   done <<ENTRIES
 V5Strings.NimboErrorNumbers\\CLSID] @="{EF37909B-0DB1-40EA-A973-21E1EE5B9996}"
 CLSID\\{EF37909B-0DB1-40EA-A973-21E1EE5B9996}\\InprocServer32] @="${dll//\\/\\\\}"
