@@ -82,8 +82,8 @@ keep_wine_up() {
 }
 
 end_wine() {
-  if flock --nonblock 8; then end_wine_of win64; fi 2>/dev/null
-  if flock --nonblock 7; then end_wine_of win32; fi 2>/dev/null
+  if flock --nonblock 8; then end_wine_of win64 && flock --unlock 8; fi 2>/dev/null
+  if flock --nonblock 7; then end_wine_of win32 && flock --unlock 7; fi 2>/dev/null
 }
 end_wine_of() {
   choose_wine "$1"
