@@ -27,12 +27,9 @@ std::wstring SiteIdIn(std::string_view bytes) {
 
 std::string Utf16(std::u16string_view text, bool bigEndian) {
     std::string bytes;
-    const std::u16string marked = u"\uFEFF" + std::u16string(text);
-    for (const char16_t unit : marked) {
-        const char high = static_cast<char>(unit >> 8);
-        const char low = static_cast<char>(unit & 0xFF);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
+    for (const char16_t unit : u"\uFEFF" + std::u16string(text)) {
+        bytes += static_cast<char>(bigEndian ? unit >> 8 : unit);
+        bytes += static_cast<char>(bigEndian ? unit : unit >> 8);
     }
     return bytes;
 }
