@@ -50,19 +50,17 @@ struct FakeLog : LogFile, LogHost, Clock {
     }
     void Close() override { open = false; }
 
-    std::wstring LibraryFolder() const override { return Told("LibraryFolder", L"D:\\Lib"); }
+    std::wstring LibraryFolder() const override { return machine.Answer<std::wstring>("LibraryFolder", L"D:\\Lib"); }
     std::wstring SystemErrorText(std::uint32_t code) const override { return code == 32 ? L"In use.\r\n" : L""; }
     std::wstring LongDateAndTime(const CivilDateTime&) const override {
-        return Told("LongDateAndTime", L"Long date, long time");
+        return machine.Answer<std::wstring>("LongDateAndTime", L"Long date, long time");
     }
     std::wstring ReleaseNumber(ReleaseKind kind) const override {
-        return Told("ReleaseNumber", kind == ReleaseKind::Full ? L"Release 5.3" : L"");
+        return machine.Answer<std::wstring>("ReleaseNumber", kind == ReleaseKind::Full ? L"Release 5.3" : L"");
     }
-    std::wstring ComputerName() const override { return Told("ComputerName", L"STACK7"); }
-    std::wstring OperatingSystem() const override { return Told("OperatingSystem", L"Windows"); }
-    std::wstring Told(const char* operation, const wchar_t* answer) const {
-        machine.Require(operation);
-        return answer;
+    std::wstring ComputerName() const override { return machine.Answer<std::wstring>("ComputerName", L"STACK7"); }
+    std::wstring OperatingSystem() const override {
+        return machine.Answer<std::wstring>("OperatingSystem", L"Windows");
     }
 
     CivilDateTime LocalNow() const override { return now; }

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <memory>
 #include <random>
 #include <string>
 #include <utility>
