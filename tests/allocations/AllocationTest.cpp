@@ -383,6 +383,12 @@ TEST_F(Allocations, OfEventsAndEnumerators) {
          [](Client& c) { return c.container->EnumConnectionPoints(ComPtr<IEnumConnectionPoints>().GetAddressOf()); }},
         {L"EnumConnections",
          [](Client& c) { return c.point->EnumConnections(ComPtr<IEnumConnections>().GetAddressOf()); }},
+        {L"GetClassInfo",
+         [](Client& c) {
+             ComPtr<IProvideClassInfo> info;
+             c.security.As(&info);
+             return info->GetClassInfo(ComPtr<ITypeInfo>().GetAddressOf());
+         }},
         {L"entries, Clone", [](Client& c) { return c.entries->Clone(ComPtr<IEnumVARIANT>().GetAddressOf()); }},
     };
     for (const auto& [name, make] : deeds) {
