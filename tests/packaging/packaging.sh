@@ -6,25 +6,12 @@ UPGRADE_CODES=('{F1E30AF2-4BE1-47FD-9A5E-97E9E2E0A5D9}' '{0B7B86F6-7E53-4F68-A1A
 OLDER=5.2.9
 PLACE=Plant7  # a folder below C:\ that an administrator chose
 
-# check NAME COMMAND…: one test
-check() {
-  local name=$1 output
-  shift
-  if output=$("$@" 2>&1); then
-    passed=$((passed + 1))
-  else
-    failed=$((failed + 1))
-    printf '[  FAILED  ] %s (%s)\n' "$name" "$WINEARCH"
-    head -n 40 <<<"$output"
-  fi
-}
-is() { [ "$1" = "$2" ] || { printf 'is:     %s\nwanted: %s\n' "$1" "$2"; return 1; }; }
-fails() { ! "$@"; }
-
 host_of() { if [ "$1" = "$WINEARCH" ]; then echo 'C:\windows\system32\'; else echo 'C:\windows\syswow64\'; fi; }
 script() { in_wine "$(host_of "$1")cscript.exe" //nologo "$(windows_path "tests/packaging/$2")" "${@:3}" | tr -d '\r'; }
 client_works() { is "$(script "$1" client.vbs)" passed; }
 msi() { in_wine msiexec "$1" "$(windows_path "$2")" "${@:3}" /qn; }
+# register WIDTH FILE [OPTIONS…]: by regsvr32 of that width; FILE as Windows names it
+register() { in_wine "$(host_of "$1")regsvr32.exe" /s "${@:3}" "$2"; }
 product_name() { echo "V5Strings $version (${1#win} bit$(! has_development_values "$1" || echo ', development values'))"; }
 installed() { script "$WINEARCH" installed.vbs "${UPGRADE_CODES[@]}"; }
 folder_of() { if [ "$1" = "$WINEARCH" ]; then echo 'Program Files'; else echo 'Program Files (x86)'; fi; }
@@ -167,8 +154,8 @@ signed_dll_works() {
   mkdir -p "$folder"
   cp "$BUILD/$1/V5Strings.dll" "$folder"
   (V5_SIGN_PASSWORD='of a test' && sign_with "$BUILD/package/test/test.pfx" && sign "$folder/V5Strings.dll") &&
-    in_wine "$(host_of "$1")regsvr32.exe" /s "$(windows_path "$folder/V5Strings.dll")" && client_works "$1" &&
-    in_wine "$(host_of "$1")regsvr32.exe" /s /u "$(windows_path "$folder/V5Strings.dll")" && fails client_works "$1"
+    register "$1" "$(windows_path "$folder/V5Strings.dll")" && client_works "$1" &&
+    register "$1" "$(windows_path "$folder/V5Strings.dll")" /u && fails client_works "$1"
 }
 # The DLL as a file: what it exports, that it needs Windows only, its size, that it is hardened, that no code can be written.
 image_is_sound() {
@@ -193,7 +180,7 @@ repair_works() {
 # The installer's rows are what registration writes: registering the installed file changes nothing.
 registering_changes_nothing() {
   machine_state >"$BUILD/package/test/installed.txt"
-  in_wine "$(host_of "$1")regsvr32.exe" /s "C:\\$PLACE\\$1\\V5Strings.dll" &&
+  register "$1" "C:\\$PLACE\\$1\\V5Strings.dll" &&
     diff "$BUILD/package/test/installed.txt" <(machine_state)
 }
 installer() { echo "$BUILD/package/test/V5Strings-$2-$1.msi"; }

@@ -14,7 +14,7 @@ registry() {
            NF && !skip { print key ($0 == key ? "" : " " $0) }'
   done | sort -u
 }
-server() { in_wine "$(host_of "$1")regsvr32.exe" /s "${@:2}" "$(windows_path "$BUILD/$1/V5Strings.dll")"; }
+server() { register "$1" "$(windows_path "$BUILD/$1/V5Strings.dll")" "${@:2}"; }
 
 # Whether registering has changed nothing that was there, and added keys of the library below ROOT only, in plenty.
 only_own_keys_added() {
@@ -62,14 +62,17 @@ registration_tests() {
 
 # The message sink's interface belongs to the messages component; the other width shares keys.
 registration_suite() {
-  local width
-  for width in "$@"; do in_wine "$(host_of "$width")regsvr32.exe" /s "$(windows_path "$BUILD/$width/devkit/V5Msgs.dll")"; done
+  local width dll
+  for width in "$@"; do
+    for dll in V5Msgs V5NetUtil V5DBIL; do register "$width" "$(windows_path "$BUILD/$width/devkit/$dll.dll")"; done
+  done
   in_wine reg add 'HKCU\Software\Classes' /f >/dev/null
   registration_tests "$1" 100
   server "$1"
   [ $# = 1 ] || registration_tests "$2" 10
   registry >"$REGISTRY.before"
-  check "every member is called $1" in_wine "$BUILD/$1/tests/v5component.exe" --gtest_brief=1 --gtest_filter=Abuse.EveryMember*
+  check "every member is called, a site, a log and a database are used $1" in_wine "$BUILD/$1/tests/v5component.exe" \
+    --gtest_brief=1 --gtest_filter=Abuse.EveryMember*:DahsIni.LateBound*:LogFileTest.LinesAre*:SecurityComponent.AnAdministrator*
   check "objects write nothing $1" diff "$REGISTRY.before" <(registry)
   server "$1" /u
 }

@@ -6,6 +6,7 @@ cd "$(dirname "$(realpath "$0")")/../.."
 . tools/setup/wine.sh
 . packaging/package.sh
 . packaging/sign.sh
+. tests/checks.sh
 . tests/packaging/packaging.sh
 . tests/packaging/registration.sh
 passed=0 failed=0 version=$(package_version) unpacked="$BUILD/package/unpacked"
