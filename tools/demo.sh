@@ -1,10 +1,5 @@
 # What ./dev demo shows. Sourced by it.
 
-# when_shown TITLE COMMAND…: waits for a window of this title and then does what a user would.
-when_shown() {
-  { timeout 60 xdotool search --sync --onlyvisible --name "$1" >/dev/null && sleep 1 && "${@:2}"; } 7>&- 8>&-
-}
-
 # The dialogs of the example: the first is answered, of the second a picture is taken, and the others are closed.
 demo_dialogs() {
   local -x VANTOR5_SYSTEM_FOLDER; VANTOR5_SYSTEM_FOLDER=$(windows_path "$BUILD/demo")
@@ -12,21 +7,15 @@ demo_dialogs() {
   run_client examples/dialogs.vbs &
   when_shown "Dialogs of Vantor 5" xdotool key y
   when_shown "When did the outage end" import -window root -trim "$BUILD/date-dialog.png"
-  while kill -0 $! 2>/dev/null; do
-    xdotool key Escape 7>&- 8>&-
-    sleep 0.5
-  done
-  wait $!
+  dismiss Escape
   say "A picture of the date dialog"
   echo "$BUILD/date-dialog.png"
 }
 
-# The sample plant, seen through the support engineer's tool and through a script. The file is copied, since reading
-# a site makes folders beside it, and DAHS 1 is moved to this computer.
+# The sample plant, seen through the support engineer's tool and through a script.
 demo_site() {
   local site="$BUILD/demo" tool="$BUILD/win64/v5site.exe"
-  mkdir -p "$site"
-  sed "s/^DahsComputerName=BRENN-DAS-1\r*$/DahsComputerName=$(uname -n | cut -d. -f1)/" devkit/site/Vantor5.INI >"$site/Vantor5.INI"
+  sample_site "$site" 1
   local -x VANTOR5_SYSTEM_FOLDER
   VANTOR5_SYSTEM_FOLDER=$(windows_path "$site")
   say "A plant's site file, and what is wrong with it: v5site check"

@@ -5,8 +5,7 @@
 take_shots() {
   local folder="$BUILD/shots/$1" name
   rm -rf "$folder"
-  mkdir -p "$folder"
-  sed "s/^DahsComputerName=BRENN-DAS-[12]\r*$/DahsComputerName=$(uname -n | cut -d. -f1)/" devkit/site/Vantor5.INI >"$folder/Vantor5.INI"
+  sample_site "$folder" 12
   local -x VANTOR5_SYSTEM_FOLDER; VANTOR5_SYSTEM_FOLDER=$(windows_path "$folder")
   in_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null
   for name in $(run_client tools/shots.vbs | tr -d '\r'); do take_shot "$folder" "$name"; done
@@ -16,12 +15,6 @@ take_shots() {
 # take_shot FOLDER NAME: the picture of one, which is then closed by the keys that cancel.
 take_shot() {
   run_client tools/shots.vbs "$2" "$(windows_path "$1")" &
-  timeout 60 xdotool search --sync --onlyvisible --name . >/dev/null 7>&- 8>&-
-  sleep 1  # until all is painted
-  import -window root -trim "$1/$2.png"
-  while kill -0 $! 2>/dev/null; do
-    xdotool key Escape key n key a 7>&- 8>&-
-    sleep 0.3
-  done
-  wait $! || fail "$2 was not shown"
+  when_shown . import -window root -trim "$1/$2.png"
+  dismiss Escape n a || fail "$2 was not shown"
 }
