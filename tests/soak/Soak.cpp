@@ -43,8 +43,10 @@ struct PerRound {
 constexpr PerRound kPerLoad = {4 * 1024, 8};
 
 long Share() {
-    const char* const share = std::getenv("V5_SOAK");
-    return share != nullptr ? std::atol(share) : 2;
+    const char* const given = std::getenv("V5_SOAK");
+    const long share = given != nullptr ? std::atol(given) : 2;
+    EXPECT_TRUE(share > 0 && share <= 1000) << "V5_SOAK: 1 to 1000 thousandths";
+    return share;
 }
 
 // Does `work` a tenth of `count` times to warm up, then `count` times.
@@ -80,6 +82,13 @@ std::wstring ServerPath() {
     return path;
 }
 
+HMODULE LoadServer() {
+    static const std::wstring path = ServerPath();
+    const HMODULE library = LoadLibraryW(path.c_str());
+    EXPECT_NE(library, nullptr);
+    return library;
+}
+
 template <class Function>
 Function EntryPoint(HMODULE library, const char* name) {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
@@ -105,8 +114,7 @@ void UseLateBound(HMODULE library) {
 
 // The threads meet in the DLL's first use; this one, the last to use it, stays.
 void LoadUseAndUnload() {
-    const HMODULE library = LoadLibraryW(ServerPath().c_str());
-    ASSERT_NE(library, nullptr);
+    const HMODULE library = LoadServer();
     {
         std::array<std::jthread, 3> others;
         for (std::jthread& other : others) {
@@ -119,52 +127,61 @@ void LoadUseAndUnload() {
     EXPECT_EQ(GetModuleHandleW(L"V5Strings.dll"), nullptr);
 }
 
-// A class, and what each of its objects is asked: a member and its arguments.
+// A late-bound use of an object, which must succeed; gives its value.
 struct Use {
-    const wchar_t* name;
-    const wchar_t* member = nullptr;  // none where each opens a window, or there is none
+    const wchar_t* member;
     std::vector<_variant_t> arguments = {};
     WORD kind = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-    int cost = 1;
+
+    _variant_t Of(const ComPtr<IDispatch>& object) const {
+        const CallResult result = Invoke(object.Get(), IdOf(object.Get(), member), kind, arguments);
+        EXPECT_EQ(result.status, S_OK) << member;
+        return result.value;
+    }
 };
 
 }  // namespace
 
 // Before COM itself has loaded the DLL.
-TEST(Soak, A_LoadsAndUnloads) {
+TEST(Soak, LoadsAndUnloads) {
     Repeat("loads and unloads of the DLL", 100, LoadUseAndUnload, kPerLoad);
 }
 
-TEST(Soak, B_Classes) {
+TEST(Soak, Classes) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     const _variant_t nobody(static_cast<IDispatch*>(nullptr));
-    const Use uses[] = {{L"Footnote", L"Text", {L"valve 3"}, DISPATCH_PROPERTYPUT},
-                        {L"FootnoteList", L"CreateOrGetFootnote", {nobody, L"valve 3"}},
-                        {L"NimboErrorNumbers"},
-                        {L"DahsIniEntry", L"SiteID"},
-                        {L"DahsIniEntries", L"Count"},
-                        {L"LogFileClass", L"WriteToLog", {L"valve 3"}},
-                        {L"NimboStringsMain", L"IsFactoryComputer"},
-                        {L"NimboHelp"},
-                        {L"DahsIniMain", L"SetupWithOneForcedDahsEntry", {L"AB"}, DISPATCH_METHOD, 10},
-                        {L"NimboSecurity", L"GetUserPrivilegeLevel"}};
-    for (const Use& use : uses) {
-        const std::wstring name = std::wstring(L"V5Strings.") + use.name;
-        CLSID clsid;
+    const struct {
+        const char* name;
+        const CLSID& clsid;
+        std::vector<Use> uses;  // none where each member opens a window, or there is none
+        int cost = 1;
+    } classes[] = {
+        {"Footnote", __uuidof(Footnote), {{L"Text", {L"valve 3"}, DISPATCH_PROPERTYPUT}, {L"Text"}}},
+        {"FootnoteList", __uuidof(FootnoteList), {{L"CreateOrGetFootnote", {nobody, L"valve 3"}}}},
+        {"NimboErrorNumbers", __uuidof(NimboErrorNumbers), {}},
+        {"DahsIniEntry", __uuidof(DahsIniEntry), {{L"SiteID"}}},
+        {"DahsIniEntries", __uuidof(DahsIniEntries), {{L"Count"}}},
+        {"LogFileClass", __uuidof(LogFileClass), {{L"IsActive"}, {L"WriteToLog", {L"valve 3"}}}},
+        {"NimboStringsMain", __uuidof(NimboStringsMain), {{L"IsFactoryComputer"}}},
+        {"NimboHelp", __uuidof(NimboHelp), {}},
+        {"DahsIniMain", __uuidof(DahsIniMain), {{L"DahsID"}}},
+        {"DahsIniMain, forced entry", __uuidof(DahsIniMain), {{L"SetupWithOneForcedDahsEntry", {L"AB"}}}, 10},
+        {"NimboSecurity", __uuidof(NimboSecurity), {{L"GetUserPrivilegeLevel"}, {L"Teardown"}}},
+    };
+    for (const auto& each : classes) {
         ComPtr<IClassFactory> factory;
-        ASSERT_EQ(CLSIDFromProgID(name.c_str(), &clsid), S_OK) << name;
-        ASSERT_EQ(CoGetClassObject(clsid, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&factory)), S_OK) << name;
-        Repeat(Narrow(use.name).c_str(), 1000 * Share() / use.cost, [&] {
+        ASSERT_EQ(CoGetClassObject(each.clsid, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&factory)), S_OK);
+        Repeat(each.name, 1000 * Share() / each.cost, [&] {
             ComPtr<IDispatch> object;
             ASSERT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
-            if (use.member != nullptr) {
-                EXPECT_EQ(Invoke(object.Get(), IdOf(object.Get(), use.member), use.kind, use.arguments).status, S_OK);
+            for (const Use& use : each.uses) {
+                use.Of(object);
             }
         });
     }
 }
 
-TEST(Soak, C_WorkOnFiles) {
+TEST(Soak, WorkOnFiles) {
     std::string text;
     for (const char* section : {"1", "2", "3"}) {
         text += std::string("[Dahs") + section + "]\nSiteID=S" + section +
@@ -174,36 +191,37 @@ TEST(Soak, C_WorkOnFiles) {
         }
     }
     const SiteFolder folder(text);
+    const _variant_t yes(true);
+    const Use read = {L"ReadVantorINI2", {0L, true}}, ask = {L"GetInfoArray", {0L}};
     Repeat("reads of a site", 100 * Share(), [&] {
         const auto site = CreateByName(L"V5Strings.DahsIniMain");
-        EXPECT_EQ(Call(site.Get(), L"ReadVantorINI2", {0L, true}).value, _variant_t(true));
-        Call(site.Get(), L"GetInfoArray", {0L});
+        EXPECT_EQ(read.Of(site), yes);
+        ask.Of(site);
     });
     const auto log = CreateByName(L"V5Strings.LogFileClass");
     const std::wstring path = folder.Path() + L"\\soak.log";
-    EXPECT_EQ(Call(log.Get(), L"StartLog", {path.c_str(), L"Soak", true, true}).value, _variant_t(true));
-    const _variant_t line(L"analyser 2: calibration drift within limits");
-    Repeat("log lines", 1000 * Share(), [&] { Call(log.Get(), L"WriteToLog", {line}); });
-    EXPECT_EQ(Get(log.Get(), L"IsActive"), _variant_t(true));
-    Call(log.Get(), L"StopLog");
+    const Use line = {L"WriteToLog", {L"analyser 2: calibration drift within limits"}};
+    EXPECT_EQ((Use{L"StartLog", {path.c_str(), L"Soak", true, true}}.Of(log)), yes);
+    Repeat("log lines", 1000 * Share(), [&] { line.Of(log); });
+    EXPECT_EQ(Use{L"IsActive"}.Of(log), yes);
+    Use{L"StopLog"}.Of(log);
     const auto security = CreateByName(L"V5Strings.NimboSecurity");
     const std::wstring login = L"Data Source=" + folder.Path() + L"\\S1.db;Integrated Security=SSPI";
-    EXPECT_EQ(Call(security.Get(), L"Setup", {L"S1", L"EN", login.c_str(), L"", L"Soak", true}).value,
-              _variant_t(true));
-    Call(security.Get(), L"EnableSecurity");
-    Repeat("privilege checks", 100 * Share(), [&] { Call(security.Get(), L"CheckUserPrivilegeLevel", {301L, false}); });
-    Call(security.Get(), L"Teardown");
+    const Use check = {L"CheckUserPrivilegeLevel", {301L, false}};
+    EXPECT_EQ((Use{L"Setup", {L"S1", L"EN", login.c_str(), L"", L"Soak", true}}.Of(security)), yes);
+    Use{L"EnableSecurity"}.Of(security);
+    Repeat("privilege checks", 100 * Share(), [&] { check.Of(security); });
+    Use{L"Teardown"}.Of(security);
 }
 
 // More loads than a process has thread-local slots: the program must keep enough of them. The DLL stays from some time
 // on.
-TEST(Soak, D_TheDllGoesAndLeavesSlotsToTheProgram) {
+TEST(Soak, TheDllGoesAndLeavesSlotsToTheProgram) {
     EXPECT_EQ(CanUnloadNow(GetModuleHandleW(L"V5Strings.dll")), S_OK) << "the DLL may go after the last release";
     CoFreeUnusedLibrariesEx(0, 0);
     EXPECT_EQ(GetModuleHandleW(L"V5Strings.dll"), nullptr);
     for (int i = 0; i < 1200; ++i) {
-        const HMODULE library = LoadLibraryW(ServerPath().c_str());
-        ASSERT_NE(library, nullptr);
+        const HMODULE library = LoadServer();
         UseLateBound(library);
         FreeLibrary(library);
     }
